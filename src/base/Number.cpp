@@ -1,0 +1,89 @@
+#include "base/Number.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <optional>
+
+#include "base/RunTimeError.h"
+
+namespace base {
+namespace {
+
+template <typename T>
+T Narrow(std::int64_t value) {
+    if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max()) {
+        throw RunTimeError(errOverflow);
+    }
+    return static_cast<T>(value);
+}
+
+template <typename T>
+T RoundTo(double value) {
+    const double even = std::nearbyint(value);  // the default mode rounds halves to even
+    if (!(even >= static_cast<double>(std::numeric_limits<T>::min()) &&
+          even <= static_cast<double>(std::numeric_limits<T>::max()))) {
+        throw RunTimeError(errOverflow);
+    }
+    return static_cast<T>(even);
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Takes digits from `at` on and tells how many.
+std::size_t SkipDigits(std::string_view text, std::size_t& at) {
+    const std::size_t from = at;
+    while (at < text.size() && IsDigit(text[at])) ++at;
+    return at - from;
+}
+
+std::optional<double> Parse(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    if (text.empty()) return std::nullopt;
+    std::size_t at = 0;
+    if (text[at] == '+' || text[at] == '-') ++at;
+    std::size_t digits = SkipDigits(text, at);
+    if (at < text.size() && text[at] == '.') {
+        ++at;
+        digits += SkipDigits(text, at);
+    }
+    if (digits == 0) return std::nullopt;
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        ++at;
+        if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+        if (SkipDigits(text, at) == 0) return std::nullopt;
+    }
+    if (at != text.size()) return std::nullopt;
+    return std::strtod(std::string(text).c_str(), nullptr);
+}
+
+double ParseOrThrow(std::string_view text) {
+    const auto value = Parse(text);
+    if (!value) throw RunTimeError(errTypeMismatch);
+    return *value;
+}
+
+}  // namespace
+
+std::int16_t ToInt16(std::int64_t value) { return Narrow<std::int16_t>(value); }
+std::int32_t ToInt32(std::int64_t value) { return Narrow<std::int32_t>(value); }
+std::int16_t Add16(std::int16_t a, std::int16_t b) { return ToInt16(std::int64_t{a} + b); }
+std::int16_t Multiply16(std::int16_t a, std::int16_t b) { return ToInt16(std::int64_t{a} * b); }
+std::int16_t RoundToInt16(double value) { return RoundTo<std::int16_t>(value); }
+std::int32_t RoundToInt32(double value) { return RoundTo<std::int32_t>(value); }
+std::int16_t TextToInt16(std::string_view text) { return RoundTo<std::int16_t>(ParseOrThrow(text)); }
+std::int32_t TextToInt32(std::string_view text) { return RoundTo<std::int32_t>(ParseOrThrow(text)); }
+bool IsNumericText(std::string_view text) { return Parse(text).has_value(); }
+
+std::string SingleToText(float value) {
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%.7G", static_cast<double>(value));
+    std::string text = buffer;
+    if (text.compare(0, 2, "0.") == 0) text.erase(0, 1);
+    if (text.compare(0, 3, "-0.") == 0) text.erase(1, 1);
+    return text.front() == '-' ? text : " " + text;
+}
+
+}  // namespace base

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Pure tests on names and characters that every room uses. Paths have the form C:\WORK\COUNT8.PLD.
+namespace base {
+
+std::string StripExtension(std::string_view name);  // up to and without its last "."; unchanged without one
+std::string FileExtension(std::string_view name);   // at most 3 characters behind the last ".", upper case;
+                                                    // a name without "." yields the whole name, upper case
+std::string BareName(std::string_view name);        // StripExtension, then what stands behind the last "\"
+std::string DirectoryPart(std::string_view name);   // up to and including the last "\"; unchanged without one
+std::string PrintableOnly(std::string_view text);   // the characters of codes 33 to 126
+
+bool IsWordChar(char c);   // digit, ASCII letter, underscore
+bool IsLineEnd(char c);    // codes 10 and 13
+bool IsBlankChar(char c);  // codes below 33, and 127 and above
+bool IsDigitChar(char c);  // codes 48 to 57
+
+}  // namespace base

@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "base/Number.h"
+#include "base/RunTimeError.h"
+#include "base/Text.h"
+#include "base/modLib.h"
+
+using namespace base;
+
+namespace {
+
+template <typename Call>
+int ErrorOf(Call call) {
+    try {
+        call();
+        return 0;
+    } catch (const RunTimeError& e) {
+        return e.Number();
+    }
+}
+
+}  // namespace
+
+TEST(ModLib, CutsNamesAtTheLastPointAndBackslash) {
+    EXPECT_EQ(StripExtension("C:\\A.B\\X.PLD"), "C:\\A.B\\X");
+    EXPECT_EQ(StripExtension("C:\\A.B\\X"), "C:\\A");  // the point of a folder counts
+    EXPECT_EQ(StripExtension("X"), "X");
+    EXPECT_EQ(FileExtension("x.html"), "HTM");
+    EXPECT_EQ(FileExtension("noext"), "NOEXT");
+    EXPECT_EQ(BareName("C:\\WORK\\COUNT8.PLD"), "COUNT8");
+    EXPECT_EQ(DirectoryPart("C:\\WORK\\COUNT8.PLD"), "C:\\WORK\\");
+    EXPECT_EQ(DirectoryPart("COUNT8.PLD"), "COUNT8.PLD");
+    EXPECT_EQ(PrintableOnly("a b\tc\x7f\xc3\xa4~!"), "abc~!");
+}
+
+TEST(ModLib, CharactersAbove127AreNoWords) {
+    EXPECT_FALSE(IsWordChar('\xe4'));
+    EXPECT_TRUE(IsBlankChar('\xe4'));
+    EXPECT_FALSE(IsWordChar('$'));
+    EXPECT_TRUE(IsBlankChar('\x7f'));
+    EXPECT_FALSE(IsBlankChar('!'));
+}
+
+TEST(Number, OverflowsAndMismatchesAreErrors) {
+    EXPECT_EQ(ErrorOf([] { Add16(32767, 1); }), errOverflow);
+    EXPECT_EQ(ErrorOf([] { Multiply16(-200, 200); }), errOverflow);
+    EXPECT_EQ(ErrorOf([] { TextToInt16("32768"); }), errOverflow);
+    EXPECT_EQ(ErrorOf([] { TextToInt32("1e99"); }), errOverflow);
+    for (const char* bad : {"", " ", "abc", "1x", "-", ".", "1e", "0x10", "nan", "inf"}) {
+        EXPECT_EQ(ErrorOf([&] { TextToInt32(bad); }), errTypeMismatch) << bad;
+    }
+    EXPECT_EQ(TextToInt16(" -12 "), -12);
+    EXPECT_EQ(TextToInt16("2.5"), 2);
+    EXPECT_EQ(TextToInt16("3.5"), 4);
+    EXPECT_EQ(TextToInt32("-2147483648"), INT32_MIN);
+}
+
+TEST(Number, SingleToTextKeepsThePlaceOfTheSign) {
+    EXPECT_EQ(SingleToText(1000), " 1000");
+    EXPECT_EQ(SingleToText(-15), "-15");
+    EXPECT_EQ(SingleToText(0.5f), " .5");
+    EXPECT_EQ(SingleToText(1234567.f), " 1234567");
+}
+
+TEST(Text, LineEndsOfEveryKindBecomeCrLf) {
+    EXPECT_EQ(ToCrLf("a\nb\rc\r\nd\r\n\n"), "a\r\nb\r\nc\r\nd\r\n\r\n");
+    EXPECT_EQ(Lines("a\r\n\nb"), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_EQ(Lines("a\n"), std::vector<std::string>{"a"});
+    EXPECT_TRUE(Lines("").empty());
+}
+
+TEST(Text, MidClampsAndCountsFromOne) {
+    EXPECT_EQ(Mid("abc", 1, 2), "ab");
+    EXPECT_EQ(Mid("abc", 3, 9), "c");
+    EXPECT_EQ(Mid("abc", 4, 1), "");
+    EXPECT_EQ(Mid("abc", 0, 1), "");
+    EXPECT_EQ(Right("abc", 9), "abc");
+}
+
+TEST(Text, Utf8IsCheckedAsTheStandardSays) {
+    EXPECT_TRUE(IsValidUtf8("gr\xc3\xb6\xc3\x9f" "e \xf0\x9f\x98\x80"));
+    for (const char* bad : {"\xe4", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\xe2\x82", "\x80"}) {
+        EXPECT_FALSE(IsValidUtf8(bad));
+    }
+    EXPECT_EQ(DisplayUtf8("a\xe4z"), "a\xEF\xBF\xBDz");
+}
