@@ -61,8 +61,9 @@ function(korvane_room name)
     endif()
 endfunction()
 
-# korvane_test(name [SOURCES file…] [LINKS target…])
-# A GoogleTest program `test_name` of the folder's .cpp files, each of its tests known to ctest.
+# korvane_test(name [QT] [SOURCES file…] [LINKS target…])
+# A GoogleTest program `test_name` of the folder's .cpp files, each of its tests known to ctest. With QT its
+# main makes the application object first.
 function(korvane_test name)
     cmake_parse_arguments(A "QT" "" "SOURCES;LINKS" ${ARGN})
     if(NOT A_SOURCES)
@@ -70,8 +71,7 @@ function(korvane_test name)
     endif()
     add_executable(test_${name} ${A_SOURCES})
     if(A_QT)
-        # These bring a main of their own that makes the application object.
-        target_link_libraries(test_${name} PRIVATE ${A_LINKS} test_support GTest::gtest korvane_flags)
+        target_link_libraries(test_${name} PRIVATE ${A_LINKS} test_qt_main korvane_flags)
     else()
         target_link_libraries(test_${name} PRIVATE ${A_LINKS} GTest::gtest GTest::gtest_main korvane_flags)
     endif()

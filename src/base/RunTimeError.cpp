@@ -9,19 +9,32 @@ RunTimeError::RunTimeError(int number, const std::string& description)
 
 std::string StandardDescription(int number) {
     switch (number) {
-        case errInvalidCall: return "Invalid procedure call or argument";
-        case errOverflow: return "Overflow";
-        case errSubscript: return "Subscript out of range";
-        case errTypeMismatch: return "Type mismatch";
-        case errFileNotFound: return "File not found";
-        case errDiskFull: return "Disk full";
-        case errPermissionDenied: return "Permission denied";
-        case errPathFileAccess: return "Path/File access error";
-        case errPathNotFound: return "Path not found";
-        case errNoForeignApplication: return "No foreign application responded to a DDE initiate";
-        case errCancelled: return "Cancel was selected.";
-        case errDuplicateKey: return "This key is already associated with an element of this collection";
-        default: return "Application-defined or object-defined error";
+        case errInvalidCall:
+            return "Invalid procedure call or argument";
+        case errOverflow:
+            return "Overflow";
+        case errSubscript:
+            return "Subscript out of range";
+        case errTypeMismatch:
+            return "Type mismatch";
+        case errFileNotFound:
+            return "File not found";
+        case errDiskFull:
+            return "Disk full";
+        case errPermissionDenied:
+            return "Permission denied";
+        case errPathFileAccess:
+            return "Path/File access error";
+        case errPathNotFound:
+            return "Path not found";
+        case errNoForeignApplication:
+            return "No foreign application responded to a DDE initiate";
+        case errCancelled:
+            return "Cancel was selected.";
+        case errDuplicateKey:
+            return "This key is already associated with an element of this collection";
+        default:
+            return "Application-defined or object-defined error";
     }
 }
 

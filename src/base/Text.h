@@ -15,7 +15,8 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 bool StartsWith(std::string_view text, std::string_view head);
 bool Contains(std::string_view text, std::string_view part);
 
-// Positions from 1. Mid takes `count` characters from position `start`; what lies outside the text is left out.
+// Positions from 1. Mid takes `count` characters from position `start`; what lies outside the text is left
+// out.
 std::string Mid(std::string_view text, std::size_t start, std::size_t count = std::string_view::npos);
 std::string Left(std::string_view text, std::size_t count);
 std::string Right(std::string_view text, std::size_t count);

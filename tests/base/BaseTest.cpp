@@ -78,7 +78,9 @@ TEST(Text, MidClampsAndCountsFromOne) {
 }
 
 TEST(Text, Utf8IsCheckedAsTheStandardSays) {
-    EXPECT_TRUE(IsValidUtf8("gr\xc3\xb6\xc3\x9f" "e \xf0\x9f\x98\x80"));
+    EXPECT_TRUE(
+        IsValidUtf8("gr\xc3\xb6\xc3\x9f"
+                    "e \xf0\x9f\x98\x80"));
     for (const char* bad : {"\xe4", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\xe2\x82", "\x80"}) {
         EXPECT_FALSE(IsValidUtf8(bad));
     }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+class Clipboard {
+  public:
+    virtual ~Clipboard() = default;
+    virtual bool HasText() const = 0;
+    virtual std::string Text() const = 0;  // line ends as they are; empty without text
+    virtual void SetText(const std::string& text) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/Clipboard.h"
+#include "platform/Dialogs.h"
+#include "platform/FileSystem.h"
+#include "platform/Processes.h"
+#include "platform/Registry.h"
+#include "platform/System.h"
+#include "platform/ToolLibraries.h"
+
+namespace platform {
+
+// The desktop system as one value: made once by the program's entry (or by a test), passed by reference.
+struct Host {
+    FileSystem& Files;
+    Registry& Settings;
+    Dialogs& Boxes;
+    Clipboard& Clip;
+    Processes& Programs;
+    ToolLibraries& Libraries;
+    System& Desktop;
+};
+
+}  // namespace platform

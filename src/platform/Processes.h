@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+// Programs on the host, started from command lines of the logic: the program first (a logic path may hold
+// blanks: the shortest head that names a file is the program), then the arguments. Whole drive paths among
+// the tokens are mapped; a token may be quoted.
+class Processes {
+  public:
+    using Id = std::uint32_t;
+
+    virtual ~Processes() = default;
+
+    // Starts in a normal window and does not wait. Errors: 53 no such program, 75 not allowed, 5 empty line.
+    virtual Id Start(const std::string& commandLine) = 0;
+    // Waits for the end; the windows paint meanwhile and take no input. An unknown id returns at once.
+    virtual void Wait(Id process) = 0;
+    virtual bool IsRunning(Id process) const = 0;
+};
+
+}  // namespace platform

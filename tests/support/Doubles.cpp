@@ -1,0 +1,171 @@
+#include "support/Doubles.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "base/RunTimeError.h"
+#include "base/modLib.h"
+
+namespace doubles {
+namespace {
+
+template <typename T>
+std::optional<T> Next(std::deque<std::optional<T>>& script) {
+    if (script.empty()) return std::nullopt;
+    auto value = script.front();
+    script.pop_front();
+    return value;
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "korvane-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+void TemporaryFolder::Write(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories((path_ / name).parent_path());
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
+}
+
+std::string TemporaryFolder::Read(const std::string& name) const {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path_ / name, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+bool TemporaryFolder::Exists(const std::string& name) const { return std::filesystem::exists(path_ / name); }
+
+std::string TemporaryFolder::Logic(const std::string& name) const {
+    std::string path = "C:" + path_.string() + (name.empty() ? "" : "/" + name);
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}
+
+platform::Answer Dialogs::MessageBox(const platform::MessageBoxRequest& request) {
+    Shown.push_back(request);
+    if (!Answers.empty()) {
+        const auto answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+    const bool asksYes =
+        request.Choice == platform::Buttons::YesNo || request.Choice == platform::Buttons::YesNoCancel;
+    return asksYes ? platform::Answer::Yes : platform::Answer::Ok;
+}
+
+std::optional<std::string> Dialogs::InputBox(const std::string&, const std::string&, const std::string&) {
+    return Next(Inputs);
+}
+std::optional<std::string> Dialogs::OpenFile(const platform::FileDialogRequest& request) {
+    FileRequests.push_back(request);
+    return Next(Files);
+}
+std::optional<std::string> Dialogs::SaveFile(const platform::FileDialogRequest& request) {
+    FileRequests.push_back(request);
+    return Next(Files);
+}
+std::optional<platform::FontChoice> Dialogs::ChooseFont(const platform::FontChoice& preset) {
+    FontPresets.push_back(preset);
+    return Next(Fonts);
+}
+std::optional<std::int32_t> Dialogs::ChooseColor(std::int32_t) { return Next(Colors); }
+bool Dialogs::SetUpPrinter() { return ++PrinterSetups > 0; }
+
+std::optional<Registry::Key> Registry::Open(std::string_view key, Access) {
+    if (!CanOpen || Keys.find(std::string(key)) == Keys.end()) return std::nullopt;
+    open_.emplace_back(key);
+    return static_cast<Key>(open_.size()) - 1;
+}
+
+std::optional<Registry::Key> Registry::Create(std::string_view key, std::string_view className) {
+    if (!CanCreate) return std::nullopt;
+    Keys[std::string(key)];
+    Classes[std::string(key)] = className;
+    open_.emplace_back(key);
+    return static_cast<Key>(open_.size()) - 1;
+}
+
+const Registry::Value* Registry::Find(Key key, std::string_view name) const {
+    if (key < 0 || key >= static_cast<Key>(open_.size())) return nullptr;
+    const auto values = Keys.find(open_[static_cast<std::size_t>(key)]);
+    if (values == Keys.end()) return nullptr;
+    const auto value = values->second.find(std::string(name));
+    return value == values->second.end() ? nullptr : &value->second;
+}
+
+std::optional<std::string> Registry::QueryText(Key key, std::string_view name) const {
+    const Value* value = Find(key, name);
+    if (value == nullptr || !std::holds_alternative<std::string>(*value)) return std::nullopt;
+    return std::get<std::string>(*value);
+}
+
+std::optional<std::uint32_t> Registry::QueryNumber(Key key, std::string_view name) const {
+    const Value* value = Find(key, name);
+    if (value == nullptr || !std::holds_alternative<std::uint32_t>(*value)) return std::nullopt;
+    return std::get<std::uint32_t>(*value);
+}
+
+bool Registry::Set(Key key, std::string_view name, Value value) {
+    if (key < 0 || key >= static_cast<Key>(open_.size())) return false;
+    Written.emplace_back(name);
+    Keys[open_[static_cast<std::size_t>(key)]][std::string(name)] = std::move(value);
+    return true;
+}
+bool Registry::SetText(Key key, std::string_view name, std::string_view value) {
+    return Set(key, name, std::string(value));
+}
+bool Registry::SetNumber(Key key, std::string_view name, std::uint32_t value) {
+    return Set(key, name, value);
+}
+
+Processes::Id Processes::Start(const std::string& commandLine) {
+    if (FailWith != 0) throw base::RunTimeError(FailWith);
+    Started.push_back(commandLine);
+    if (OnStart) OnStart(commandLine);
+    return static_cast<Id>(Started.size());
+}
+
+platform::WindowHandle ToolLibraries::Register(platform::MessageHandler handler) {
+    handlers_[++nextHandle_] = std::move(handler);
+    return nextHandle_;
+}
+
+platform::ToolLibraries::Module ToolLibraries::Load(const std::string& path) {
+    Log.push_back("load " + path);
+    if (!Missing.empty() && path.ends_with(Missing)) return 0;
+    modules_.push_back(path.substr(path.rfind('\\') + 1));
+    return static_cast<Module>(modules_.size());
+}
+
+void ToolLibraries::Free(Module module) {
+    Log.push_back("free " + (module == 0 ? std::string("0") : modules_.at(module - 1)));
+}
+
+std::int32_t ToolLibraries::Call(Module module, const std::string& entry, std::span<std::uint8_t> record) {
+    Log.push_back("call " + modules_.at(module - 1) + " " + entry);
+    Record.assign(record.begin(), record.end());
+    return OnCall ? OnCall(entry, record) : 0;
+}
+
+void ToolLibraries::Send(platform::WindowHandle to, const platform::ToolMessage& message) {
+    const auto handler = handlers_.find(to);
+    if (handler != handlers_.end()) handler->second(message);
+}
+
+bool System::AppActivate(const std::string& title) {
+    Activated.push_back(title);
+    return true;
+}
+
+}  // namespace doubles

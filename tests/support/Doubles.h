@@ -1,0 +1,155 @@
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/Host.h"
+
+// Stand-ins for the desktop system: they keep what was shown or asked, and answer as a test has scripted.
+namespace doubles {
+
+// A folder below the temporary folder, removed with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+    void Write(const std::string& name, const std::string& bytes) const;  // makes folders on the way
+    std::string Read(const std::string& name) const;                      // empty without the file
+    bool Exists(const std::string& name) const;
+    std::string Logic(const std::string& name = "") const;  // C:\… of a name below it (host root)
+
+  private:
+    std::filesystem::path path_;
+};
+
+class Dialogs : public platform::Dialogs {
+  public:
+    std::vector<platform::MessageBoxRequest> Shown;
+    std::vector<platform::FileDialogRequest> FileRequests;
+    std::deque<platform::Answer> Answers;           // of message boxes; then Ok, or Yes
+    std::deque<std::optional<std::string>> Files;   // of file dialogs; then cancelled
+    std::deque<std::optional<std::string>> Inputs;  // of input boxes; then cancelled
+    std::deque<std::optional<platform::FontChoice>> Fonts;
+    std::deque<std::optional<std::int32_t>> Colors;
+    std::vector<platform::FontChoice> FontPresets;
+    int PrinterSetups = 0;
+
+    platform::Answer MessageBox(const platform::MessageBoxRequest& request) override;
+    std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override;
+    std::optional<std::string> OpenFile(const platform::FileDialogRequest& request) override;
+    std::optional<std::string> SaveFile(const platform::FileDialogRequest& request) override;
+    std::optional<platform::FontChoice> ChooseFont(const platform::FontChoice& preset) override;
+    std::optional<std::int32_t> ChooseColor(std::int32_t preset) override;
+    bool SetUpPrinter() override;
+
+    std::string LastText() const { return Shown.empty() ? "" : Shown.back().Text; }
+};
+
+class Registry : public platform::Registry {
+  public:
+    using Value = std::variant<std::string, std::uint32_t>;
+    std::map<std::string, std::map<std::string, Value>> Keys;
+    std::map<std::string, std::string> Classes;
+    std::vector<std::string> Written;  // value names in the order of writing
+    bool CanOpen = true;
+    bool CanCreate = true;
+
+    std::optional<Key> Open(std::string_view key, Access access) override;
+    std::optional<Key> Create(std::string_view key, std::string_view className) override;
+    std::optional<std::string> QueryText(Key key, std::string_view name) const override;
+    std::optional<std::uint32_t> QueryNumber(Key key, std::string_view name) const override;
+    bool SetText(Key key, std::string_view name, std::string_view value) override;
+    bool SetNumber(Key key, std::string_view name, std::uint32_t value) override;
+    bool Flush(Key) override { return true; }
+    void Close(Key) override {}
+
+  private:
+    bool Set(Key key, std::string_view name, Value value);
+    const Value* Find(Key key, std::string_view name) const;
+    std::vector<std::string> open_;
+};
+
+class Clipboard : public platform::Clipboard {
+  public:
+    std::string Content;
+    bool HasText() const override { return !Content.empty(); }
+    std::string Text() const override { return Content; }
+    void SetText(const std::string& text) override { Content = text; }
+};
+
+class Processes : public platform::Processes {
+  public:
+    std::vector<std::string> Started;
+    int FailWith = 0;  // error number that Start raises, 0 for none
+    std::function<void(const std::string&)> OnStart;
+
+    Id Start(const std::string& commandLine) override;
+    void Wait(Id) override {}
+    bool IsRunning(Id) const override { return false; }
+};
+
+// Keeps a log of "load path", "free name", "call name entry"; OnCall plays the library.
+class ToolLibraries : public platform::ToolLibraries {
+  public:
+    std::vector<std::string> Log;
+    std::string Missing;  // a library whose load fails, by the end of its path
+    std::vector<std::uint8_t> Record;
+    std::function<std::int32_t(const std::string& entry, std::span<std::uint8_t> record)> OnCall;
+
+    platform::WindowHandle Register(platform::MessageHandler handler) override;
+    void Unregister(platform::WindowHandle handle) override { handlers_.erase(handle); }
+    Module Load(const std::string& path) override;
+    void Free(Module module) override;
+    std::int32_t Call(Module module, const std::string& entry, std::span<std::uint8_t> record) override;
+
+    void Send(platform::WindowHandle to, const platform::ToolMessage& message);
+    std::size_t HandlerCount() const { return handlers_.size(); }
+
+  private:
+    std::map<platform::WindowHandle, platform::MessageHandler> handlers_;
+    platform::WindowHandle nextHandle_ = 100;
+    std::vector<std::string> modules_;
+};
+
+class System : public platform::System {
+  public:
+    std::string Program = "C:\\Korvane\\Korvane\\Korvane";
+    std::string Windows = "C:\\Windows";
+    std::vector<std::string> Fonts = {"Arial", "Courier New"};
+    bool Earlier = false;
+    int Platform = 2;
+    bool Hourglass = false;
+    std::vector<std::string> Activated;
+
+    std::string ProgramPath() const override { return Program; }
+    std::string WindowsDirectory() const override { return Windows; }
+    int PlatformId() const override { return Platform; }
+    bool HasEarlierInstance() override { return Earlier; }
+    bool AppActivate(const std::string& title) override;
+    std::vector<std::string> ScreenFonts() const override { return Fonts; }
+    void SetHourglass(bool on) override { Hourglass = on; }
+};
+
+// All of them with a real file system that the test gives.
+struct Desktop {
+    explicit Desktop(platform::FileSystem& files)
+        : Host{files, Settings, Boxes, Clip, Programs, Libraries, Desk} {}
+    Registry Settings;
+    Dialogs Boxes;
+    Clipboard Clip;
+    Processes Programs;
+    ToolLibraries Libraries;
+    System Desk;
+    platform::Host Host;
+};
+
+}  // namespace doubles
