@@ -1,0 +1,87 @@
+#include "logic/Minimize.h"
+
+#include <limits>
+
+#include "base/RunTimeError.h"
+#include "logic/Quick.h"
+#include "logic/Recursion.h"
+
+namespace logic {
+
+namespace {
+
+void DemandSameLayout(const Cover& a, const Cover& b) {
+    if (!(a.Form() == b.Form()))
+        throw base::RunTimeError(base::errInvalidCall, "Covers of different inputs or outputs");
+}
+
+MinimizeResult Plain(const Cover& on, Level level, bool shared) {
+    MinimizeResult result;
+    result.Used = level;
+    result.Terms = shared ? on : SplitOutputs(on);
+    result.Terms.RemoveEmpty();
+    if (level == Level::m1) MergeAdjacent(result.Terms, shared);
+    return result;
+}
+
+constexpr std::uint64_t noBound = std::numeric_limits<std::uint64_t>::max();
+
+}  // namespace
+
+MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, const Options& options) {
+    DemandSameLayout(on, dontCare);
+    return Plain(on, level == Level::m0 ? Level::m0 : Level::m1, options.Shared);
+}
+
+MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options) {
+    DemandSameLayout(on, off);
+    for (std::size_t i = 0; i < on.Size(); ++i)
+        for (std::size_t k = 0; k < off.Size(); ++k)
+            if (on.Form().Meet(on[i], off[k]) && !on.Form().IsEmpty(on[i]))
+                throw base::RunTimeError(base::errInvalidCall, "The on-set meets the off-set");
+    return Minimize(on, Cover(on.Form()), level, options);
+}
+
+std::optional<bool> CoversWithin(const Cover& outer, const Cover& inner, std::uint64_t bound) {
+    DemandSameLayout(outer, inner);
+    Budget budget(bound);
+    RegionSearch search(outer.Form(), budget);
+    const CubeList list = CubesOf(outer);
+    for (std::size_t i = 0; i < inner.Size(); ++i) {
+        if (outer.Form().IsEmpty(inner[i])) continue;
+        const bool covered = search.Covered(inner[i], list);
+        if (budget.Exhausted()) return std::nullopt;
+        if (!covered) return false;
+    }
+    return true;
+}
+
+bool Covers(const Cover& outer, const Cover& inner) {
+    return CoversWithin(outer, inner, noBound).value_or(false);
+}
+
+bool IsTautology(const Cover& cover) {
+    Cover all(cover.Form());
+    Word* cube = all.Append();
+    for (int o = 0; o < cover.Outputs(); ++o) cover.Form().SetOutput(cube, o, true);
+    return Covers(cover, all);
+}
+
+bool Equivalent(const Cover& a, const Cover& b) { return Covers(a, b) && Covers(b, a); }
+
+bool Implements(const Cover& result, const Cover& on, const Cover& dontCare) {
+    Cover lower = result;
+    lower.AddAll(dontCare);
+    Cover upper = on;
+    upper.AddAll(dontCare);
+    return Covers(lower, on) && Covers(upper, result);
+}
+
+std::optional<Cover> Complement(const Cover& cover, std::size_t cubeLimit) {
+    Budget budget(2000000000);
+    Cover result(cover.Form());
+    if (!ComplementWithin(cover, cubeLimit, budget, result)) return std::nullopt;
+    return result;
+}
+
+}  // namespace logic

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "logic/Cover.h"
+
+// Inside the library: recursion over regions of the input space, with bounded work.
+namespace logic {
+
+// Work left, in cube operations. Work done with nothing left has no meaning: ask Exhausted before using a
+// result.
+class Budget {
+  public:
+    explicit Budget(std::uint64_t steps) : left_(steps) {}
+    bool Spend(std::uint64_t steps) {
+        left_ = steps < left_ ? left_ - steps : 0;
+        return left_ != 0;
+    }
+    bool Exhausted() const { return left_ == 0; }
+    std::uint64_t Left() const { return left_; }
+
+  private:
+    std::uint64_t left_;
+};
+
+using CubeList = std::vector<const Word*>;
+
+CubeList CubesOf(const Cover& cover);
+
+// The input that most cubes of the list have a literal of where the region is free; -1 if none has any.
+int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Word* const> list);
+
+// Walks a region by splitting it at inputs. The depth is at most the number of inputs; regions and lists lie
+// on stacks of this object, so that one object serves many questions.
+class RegionSearch {
+  public:
+    RegionSearch(const Layout& layout, Budget& budget);
+
+    // Whether the region is covered by the cubes. False when the budget ran out.
+    bool Covered(const Word* region, std::span<const Word* const> list);
+
+    // hull |= the supercube of what the cubes leave uncovered in the region. When the budget ran out: more.
+    void UncoveredHull(const Word* region, std::span<const Word* const> list, Word* hull);
+
+  private:
+    enum class Filtered { Covered, Open, Some };
+
+    Word* Slot(int depth) {
+        return regions_.data() + static_cast<std::size_t>(depth) * static_cast<std::size_t>(words_);
+    }
+    Filtered Filter(Word* region, std::size_t begin, std::size_t end, std::size_t to);
+    bool DropUnate(Word* region, std::size_t begin);
+    void OpenSlot(int depth, int input, Literal half);
+    bool CoveredNode(int depth, std::size_t begin, std::size_t end);
+    void HullNode(int depth, std::size_t begin, std::size_t end, Word* hull);
+
+    Layout layout_;
+    int words_;
+    Budget& budget_;
+    std::vector<Word> regions_;
+    std::vector<Word> missing_;
+    CubeList stack_;
+};
+
+// The complement by recursion and merging; false if cubes or work exceed their bounds.
+bool ComplementWithin(const Cover& cover, std::size_t cubeLimit, Budget& budget, Cover& result);
+
+}  // namespace logic
