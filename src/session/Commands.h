@@ -28,10 +28,10 @@ class Commands {
     virtual void ToggleStatusBar(bool visible) = 0;
     // A command of frmMain by its name, such as "mnuFileOpen". An unknown name is error 5.
     virtual void MainCommand(const std::string& name) = 0;
+    virtual bool HasMainCommand(const std::string& name) const = 0;
     virtual void ExitProgram() = 0;
     virtual void ShowHelpTopic(const std::string& topic) = 0;
     virtual void LaunchTool(const std::string& tool, const std::string& file) = 0;
-    virtual void ActivateTool(int index) = 0;
 
     // Editor.
     virtual void OpenDocument() = 0;
@@ -50,7 +50,6 @@ class Commands {
     virtual void BringMessagesToFront() = 0;
 
     // Project.
-    virtual void ShowProject() = 0;
     virtual void CloseProject() = 0;  // mnuCloseProject_Click of frmMain
     virtual void UpdateTreeView() = 0;
 };

@@ -29,10 +29,7 @@ class Document {
     virtual void SaveFileAs() = 0;
     virtual void UpdateFont(const std::string& name, std::int16_t size, std::int32_t color, bool bold,
                             bool italic) = 0;
-    virtual void LoadSymbols() = 0;
     virtual void RefreshProjectList() = 0;
-    virtual void SetMacro(int tool) = 0;
-    virtual void RunMacro(int tool) = 0;
 
     // The state of a menu entry, by control name. An unknown name is error 5.
     virtual void SetMenuEnabled(const std::string& name, bool enabled) = 0;
