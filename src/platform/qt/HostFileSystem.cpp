@@ -1,0 +1,193 @@
+#include "platform/qt/HostFileSystem.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "base/RunTimeError.h"
+#include "base/Text.h"
+#include "platform/qt/HostFile.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr std::size_t BlockSize = 1 << 16;
+
+bool EndsAsFolder(std::string_view path) {
+    return !path.empty() && (path.back() == '\\' || path.back() == '/');
+}
+
+// A path with a NUL would be cut by the system: it names nothing.
+bool IsUsable(std::string_view path) { return !path.empty() && path.find('\0') == std::string_view::npos; }
+
+std::optional<struct stat> StatusOf(const std::string& hostPath) {
+    struct stat status {};
+    if (::stat(hostPath.c_str(), &status) != 0) return std::nullopt;
+    return status;
+}
+
+// Opens a regular file for reading. Anything else could hang or do something by being opened.
+void OpenRegular(const std::string& hostPath, Descriptor& file, struct stat& status) {
+    if (::stat(hostPath.c_str(), &status) != 0) RaiseErrno(errno, hostPath);
+    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
+    file.Reset(::open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) RaiseErrno(errno, hostPath);
+    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
+}
+
+void ReadBlocks(int file, const std::string& hostPath, const std::function<void(std::string_view)>& take) {
+    const auto block = std::make_unique<char[]>(BlockSize);
+    for (;;) {
+        const ssize_t count = ::read(file, block.get(), BlockSize);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) RaiseErrno(errno, hostPath);
+        if (count == 0) return;
+        take({block.get(), static_cast<std::size_t>(count)});
+    }
+}
+
+// A file may go only if it may be changed; of a link, the link goes.
+void CheckRemovable(const std::string& hostPath) {
+    struct stat status {};
+    if (::lstat(hostPath.c_str(), &status) != 0) RaiseErrno(errno, hostPath);
+    if (S_ISDIR(status.st_mode) || (!S_ISLNK(status.st_mode) && IsReadOnly(status, hostPath)))
+        RaiseErrno(EACCES, hostPath);
+}
+
+}  // namespace
+
+bool MatchesPattern(std::string_view name, std::string_view pattern) {
+    if (pattern == "*.*") return true;
+    std::size_t at = 0;
+    std::size_t mark = 0;                       // in the name: where the last star stops taking
+    std::size_t star = std::string_view::npos;  // in the pattern
+    for (std::size_t i = 0; i < name.size();) {
+        if (at < pattern.size() && pattern[at] == '*') {
+            star = at++;
+            mark = i;
+        } else if (at < pattern.size() &&
+                   (pattern[at] == '?' || base::UpperChar(pattern[at]) == base::UpperChar(name[i]))) {
+            ++at;
+            ++i;
+        } else if (star != std::string_view::npos) {
+            at = star + 1;
+            i = ++mark;
+        } else {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of('*', at) == std::string_view::npos;
+}
+
+HostFileSystem::HostFileSystem(PathMap paths) : paths_(std::move(paths)), current_("C:\\") {
+    std::error_code failed;
+    const std::string folder = std::filesystem::current_path(failed).string();
+    const std::string logic = failed ? "" : paths_.FromHost(folder);
+    if (PathMap::IsDrivePath(logic)) current_ = logic;
+}
+
+bool HostFileSystem::FileExists(std::string_view path) const {
+    if (!IsUsable(path) || EndsAsFolder(path)) return false;
+    const auto status = StatusOf(ToHostPath(path));
+    return status && S_ISREG(status->st_mode);
+}
+
+bool HostFileSystem::DirectoryExists(std::string_view path) const {
+    if (!IsUsable(path)) return false;
+    const auto status = StatusOf(ToHostPath(path));
+    return status && S_ISDIR(status->st_mode);
+}
+
+std::optional<FileStamp> HostFileSystem::Stamp(std::string_view path) const {
+    if (!IsUsable(path)) return std::nullopt;
+    const auto status = StatusOf(ToHostPath(path));
+    if (!status || !S_ISREG(status->st_mode)) return std::nullopt;
+    return FileStamp{static_cast<std::uint64_t>(status->st_size),
+                     std::int64_t{status->st_mtim.tv_sec} * 1'000'000'000 + status->st_mtim.tv_nsec};
+}
+
+std::string HostFileSystem::ReadFile(std::string_view path) const {
+    const std::string host = ToHostPath(path);
+    Descriptor file;
+    struct stat status {};
+    OpenRegular(host, file, status);
+    if (static_cast<std::uint64_t>(status.st_size) > MaxFileSize) RaiseErrno(ENOMEM, host);
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(status.st_size));
+    // The size is only a promise: files of the kernel have none, others grow.
+    ReadBlocks(file.Get(), host, [&](std::string_view block) {
+        if (bytes.size() + block.size() > MaxFileSize) RaiseErrno(ENOMEM, host);
+        bytes += block;
+    });
+    return bytes;
+}
+
+void HostFileSystem::WriteFile(std::string_view path, std::string_view bytes) {
+    AtomicFile file(ToHostPath(path));
+    file.Write(bytes);
+    file.Commit();
+}
+
+void HostFileSystem::CopyFile(std::string_view from, std::string_view to) {
+    const std::string host = ToHostPath(from);
+    Descriptor source;
+    struct stat status {};
+    OpenRegular(host, source, status);
+    AtomicFile target(ToHostPath(to));
+    ReadBlocks(source.Get(), host, [&](std::string_view block) { target.Write(block); });
+    target.SetModified(status.st_mtim);
+    target.Commit();
+}
+
+void HostFileSystem::DeleteFile(std::string_view path) {
+    const std::string host = ToHostPath(path);
+    CheckRemovable(host);
+    if (::unlink(host.c_str()) != 0) RaiseErrno(errno, host);
+}
+
+void HostFileSystem::TrashFile(std::string_view path) {
+    const std::string host = ToHostPath(path);
+    CheckRemovable(host);
+    if (!QFile::moveToTrash(QFile::decodeName(host.c_str()))) RaiseErrno(EACCES, host);
+}
+
+std::vector<std::string> HostFileSystem::List(std::string_view pattern) const {
+    std::vector<std::string> names;
+    if (!IsUsable(pattern)) return names;
+    const auto slash = pattern.find_last_of("\\/");
+    const bool hasFolder = slash != std::string_view::npos;
+    const std::string folder = ToHostPath(hasFolder ? pattern.substr(0, slash + 1) : ".");
+    const std::string_view last = hasFolder ? pattern.substr(slash + 1) : pattern;
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), &::closedir);
+    if (!entries) return names;
+    while (const dirent* entry = ::readdir(entries.get())) {
+        if (!MatchesPattern(entry->d_name, last)) continue;
+        const auto status = StatusOf(folder + "/" + entry->d_name);
+        if (status && S_ISREG(status->st_mode)) names.emplace_back(entry->d_name);
+    }
+    return names;
+}
+
+void HostFileSystem::SetCurrentDirectory(std::string_view path) {
+    if (!DirectoryExists(path)) throw base::RunTimeError(base::errPathNotFound);
+    const std::string host = ToHostPath(path);
+    if (::chdir(host.c_str()) != 0) RaiseErrno(errno, host);
+    current_ = FromHostPath(host);
+}
+
+std::string HostFileSystem::ToHostPath(std::string_view path) const {
+    if (path.find('\0') != std::string_view::npos) throw base::RunTimeError(base::errFileNotFound);
+    return paths_.ToHost(path, current_);
+}
+
+std::string HostFileSystem::FromHostPath(std::string_view hostPath) const {
+    return paths_.FromHost(hostPath);
+}
+
+}  // namespace platform::qt
