@@ -21,13 +21,20 @@ using MessageHandler = std::function<void(const ToolMessage&)>;
 
 // Numbers that closed libraries send.
 enum ToolMessageNumber : std::uint32_t {
-    msgStatus = 101,     // First: phase
-    msgDropped1 = 102,   // First: text without effect
-    msgInfo = 103,       // First: detail
-    msgError = 104,      // one more error
-    msgWarning = 105,    // one more warning
-    msgDropped2 = 106,   // First: text without effect
-    msgAddString = 384,  // LB_ADDSTRING for a list (Second: the line); a box for frmStatus (both)
+    msgStatus = 101,        // First: phase
+    msgDropped1 = 102,      // First: text without effect
+    msgInfo = 103,          // First: detail
+    msgError = 104,         // one more error
+    msgWarning = 105,       // one more warning
+    msgDropped2 = 106,      // First: text without effect
+    msgAddString = 384,     // LB_ADDSTRING for a list (Second: the line); a box for frmStatus (both)
+    msgResetContent = 388,  // LB_RESETCONTENT: the list becomes empty
+};
+
+// Errors of Call.
+enum ToolErrorNumber : int {
+    errToolEnded = 51,     // the library ended unexpectedly; the description says how
+    errNoEntryPoint = 453  // the library has no such entry
 };
 
 // The closed libraries, run so that they can't harm the program.
