@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "MemoryFiles.h"
 #include "support/Doubles.h"
+#include "support/MemoryFiles.h"
 
 namespace toolchain {
 namespace {
@@ -19,7 +19,7 @@ struct Loaded {
         Codes.LookupError(code, level, message, description, information);
         return level + "|" + message + "|" + description + "|" + information;
     }
-    MemoryFiles files;
+    doubles::MemoryFiles files;
     doubles::Dialogs Boxes;
     ErrorCodes Codes;
 };
@@ -76,7 +76,7 @@ TEST(ErrorCodes, EveryCutLoadsAndKeepsTheEntriesBeforeIt) {
 TEST(ErrorCodes, AMissingFileSaysSoAndLookupsFindNothing) {
     ErrorCodes codes;
     doubles::Dialogs boxes;
-    codes.LoadErrorCodes(MemoryFiles(), boxes, "C:\\K\\");
+    codes.LoadErrorCodes(doubles::MemoryFiles(), boxes, "C:\\K\\");
     EXPECT_EQ(boxes.LastText(),
               "Unable to find the error message data file: C:\\K\\TeskErr.txt.  Interactive error message "
               "display will not be functional unless this file is restored.\r\n\r\nReinstall Korvane to "
