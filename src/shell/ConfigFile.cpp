@@ -10,14 +10,14 @@
 namespace shell {
 namespace {
 
-constexpr const char* VersionMark = "KORVANE 5.0";  // written, never compared
+constexpr const char* versionMark = "KORVANE 5.0";  // written, never compared
 
 // The option strings in the order of the file, with their defaults.
 struct FlagRow {
     std::string session::Session::*Flags;
     const char* Default;
 };
-constexpr FlagRow FlagTable[] = {
+constexpr FlagRow flagTable[] = {
     {&session::Session::CompilerFlags, "jasxlbm4"},
     {&session::Session::SimulatorFlags, "l"},
     {&session::Session::VhdlFlags, "-a"},
@@ -60,14 +60,14 @@ void AppendItem(std::string& bytes, std::string_view text) {
 }  // namespace
 
 void DefaultConfig(session::Session& state) {
-    for (const FlagRow& row : FlagTable) state.*row.Flags = row.Default;
+    for (const FlagRow& row : flagTable) state.*row.Flags = row.Default;
     state.Keywords = session::DefaultKeywords();
 }
 
 void ParseConfig(std::string_view bytes, session::Session& state) {
     ItemReader items(bytes);
     items.Next();  // the version mark
-    for (const FlagRow& row : FlagTable) state.*row.Flags = items.Next();
+    for (const FlagRow& row : flagTable) state.*row.Flags = items.Next();
 
     const std::string count = items.Next();
     const std::int16_t top = count.empty() ? std::int16_t{0} : base::TextToInt16(count);
@@ -83,8 +83,8 @@ void ParseConfig(std::string_view bytes, session::Session& state) {
 
 std::string ConfigBytes(const session::Session& state) {
     std::string bytes;
-    AppendItem(bytes, VersionMark);
-    for (const FlagRow& row : FlagTable) AppendItem(bytes, state.*row.Flags);
+    AppendItem(bytes, versionMark);
+    for (const FlagRow& row : flagTable) AppendItem(bytes, state.*row.Flags);
     AppendItem(bytes, std::to_string(static_cast<std::int64_t>(state.Keywords.size()) - 1));
     for (const session::KeywordRec& keyword : state.Keywords) {
         AppendItem(bytes, keyword.Name);
