@@ -74,9 +74,8 @@ bool CanHave(const Net& net, Input input) {
         case Input::Out:
             return kind == RegisterKind::None;
         case Input::D:
-            return kind == RegisterKind::D;
         case Input::T:
-            return kind == RegisterKind::T;
+            return kind == (input == Input::D ? RegisterKind::D : RegisterKind::T);
         case Input::J:
         case Input::K:
             return kind == RegisterKind::Jk;
@@ -95,9 +94,9 @@ bool CanHave(const Net& net, Input input) {
         case Input::Ap:
             return kind != RegisterKind::None;
         case Input::Oe:
-            return net.Kind != NetKind::Node;
+            break;
     }
-    return false;
+    return net.Kind != NetKind::Node;
 }
 
 const std::vector<HeaderKeyword>& HeaderKeywords() {

@@ -42,6 +42,11 @@ std::string ListLine(const Message& message, std::string_view fileName) {
     return line;
 }
 
+std::string_view FileExtension(const Message& message) {
+    const auto family = message.Code.substr(0, 2);
+    return family == "01" ? ".ABS" : family == "04" ? ".JED" : ".SI";
+}
+
 void MessageLog::Add(std::string_view code, int line, std::string_view detail) {
     const auto& entry = Entry(code);
     if (entry.Level == Severity::Error) ++errors_;

@@ -38,6 +38,9 @@ std::string_view LevelName(Severity level);
 // "[ccccss] text", with " (FILE line n)" behind it if the message has a line.
 std::string ListLine(const Message& message, std::string_view fileName);
 
+// The file that a message's line belongs to: ".ABS", ".SI" or ".JED", by the family of its code.
+std::string_view FileExtension(const Message& message);
+
 // Messages in the order in which they came up, at most `MaxMessages` of them: the one after that says that
 // the rest is left out, and further ones are only counted.
 class MessageLog {

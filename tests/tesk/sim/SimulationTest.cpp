@@ -1,0 +1,222 @@
+#include "sim/Simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <random>
+
+#include "SimTexts.h"
+#include "sim/Run.h"
+#include "sim/SiFile.h"
+
+namespace {
+
+using test::FoundBy;
+using test::Texts;
+
+const std::string design =
+    "NET C 1 INPUT HIGH NONE 0\nNET D0 2 INPUT HIGH NONE 0\nNET D1 3 INPUT HIGH NONE 0\nNET D2 4 INPUT HIGH "
+    "NONE 0\n"
+    "NET D3 5 INPUT LOW NONE 0\nNET Q0 19 OUTPUT HIGH D 0\nNET Q1 18 OUTPUT LOW D 0\nFIELD IN D3 D2 D1 D0\n"
+    "FIELD OUT Q1 Q0\nFUNCTION Q0 D POSITIVE\nTERM D0\nFUNCTION Q0 CK POSITIVE\nTERM C\nFUNCTION Q1 D "
+    "POSITIVE\n"
+    "TERM D1\nFUNCTION Q1 CK POSITIVE\nTERM C\n";
+
+std::string Codes(const sim::SimulationResult& result) {
+    std::string codes;
+    for (const auto& m : result.Messages)
+        codes += (codes.empty() ? "" : " ") + m.Code + "@" + std::to_string(m.Line);
+    return codes;
+}
+
+TEST(Si, FaultsAreToldWithCodeAndLine) {
+    const struct {
+        std::string si;
+        const char* codes;
+    } cases[] = {
+        {"Name T; Name2 X;\nORDER: C, IN;\nVECTORS:\n", "0203va@1"},
+        {"Name T;\nORDER: C, IN;\n", "0202va@3"},
+        {"Name T;\nVECTORS:\n", "0202va@0"},
+        {"Name T;\nORDER: C, IN", "0202va@2 0202va@2 0202va@0"},
+        {"/* open\nName T;", "0201va@1 0202va@2 0204va@0 0202va@0"},
+        {"Name U;\nOrder: c, IN, C, C, %99, [D0..E3], ;\nVectors:\n",
+         "0207va@2 0206va@2 0206va@2 0206va@2 0206va@2 0204va@0"},
+        {"Name T;\nBASE: 16;\norder: C, IN;\nVECTORS:\n", "0203va@2"},
+        {"Name T;\nORDER: C, IN;\nVECTORS:\n00000\n0000\n000000\n0?000\n", "0211va@5 0211va@6 0208va@7"},
+        {"Name T;\nORDER: C, IN;\nVECTORS:\n0 'F'\n0 '1F'\n0 'G'\n'0' \n0 'F\n00 'F'\n",
+         "0212va@5 0212va@6 0211va@7 0212va@8 0212va@9"},
+        {"Name T;\nORDER: C, IN;\nVECTORS:\n$REPEAT 0\n$TRACE 5\n$MSG x\n$WHAT\n$REPEAT 2\n",
+         "0209va@4 0209va@5 0209va@6 0209va@7 0209va@8"},
+        {"Name T;\nORDER: C, IN, OUT;\nVECTORS:\n0 '0' 01\nL 0000 **\n", "0213va@4 0213va@4 0213va@5"},
+        {"Name T;\nORDER: D0;\nVECTORS:\n0\n", "0205va@0 0205va@0 0205va@0 0205va@0"},
+        {"Name T;\nORDER: C, IN;\nVECTORS:\n/* none */\n", "0307vs@0"},
+    };
+    for (const auto& c : cases) {
+        const auto result = sim::Simulate({Texts(design, "", "").Abs, c.si, ""}, {});
+        EXPECT_EQ(Codes(result), c.codes) << c.si;
+    }
+}
+
+TEST(Si, ValuesCommentsAndCommands) {
+    const auto vectors = [](const char* base, const char* rows) {
+        return sim::Simulate(
+            {Texts(design, "", "").Abs,
+             std::string("Name T; BASE: ") + base + ";\norder: C, %2, IN, /* , */ OUT;\nvectors:\n" + rows,
+             ""},
+            {});
+    };
+    const struct {
+        const char* base;
+        const char* rows;
+        std::vector<std::string> found;
+    } cases[] = {
+        {"hex", "C 'B' \"1\" /* Q1 is active-low */\r\nC \"B\" '1' ", {"C1011LH", "C1011LH"}},
+        {"octal", "C '13' \"1\"\n", {"C1011LH"}},
+        {"decimal", "C '11' '1'\nC '0011' \"*\"\nC 'X' '*'", {"C1011LH", "C1011LH", "CXXXXXX"}},
+        {"hex", "C '0X' '*'\nC 0001 NX", {"CXXXXXX", "C0001NX"}},
+        {"hex",
+         "C0011LH\n$SIMOFF\n$REPEAT 2\nC0000HH\n$simon\n00000**\n",
+         {"C0011LH", "C0000HH(notsimulated)", "C0000HH(notsimulated)", "00000LH"}},
+    };
+    for (const auto& c : cases) {
+        const auto result = vectors(c.base, c.rows);
+        EXPECT_EQ(FoundBy(result), c.found) << c.rows << result.So;
+        EXPECT_EQ(result.Errors + result.Warnings, 0u) << result.So;
+    }
+    const auto traced = vectors("hex", "$MSG \"start here\"\n$TRACE 1\nC 'F' **\n$TRACE 0\nC '0' **\n").So;
+    EXPECT_LT(traced.find("start here"), traced.find("clocked Q0 to 1"));
+    EXPECT_EQ(traced.find("clocked Q0 to 0"), std::string::npos);
+}
+
+TEST(Simulation, MismatchesStandUnderTheirVector) {
+    auto texts = Texts(design, "C,%1,D0,D1,D2,D3,%1,Q0,Q1", "C 1000 HL\nC 0100 LH\n");
+    const auto result = sim::Simulate(texts, {true, false});
+    EXPECT_EQ(Codes(result), "0301vs@4 0301vs@5");
+    EXPECT_EQ(result.Mismatches, 2u);
+    EXPECT_NE(
+        result.So.find(
+            "0001: C 1000 HH\r\n   >> Q1: expected L, found H\r\n0002: C 0100 LL\r\n   >> Q1: expected H, "
+            "found L\r\n\r\n2 vectors, 2 mismatches\r\n"),
+        std::string::npos)
+        << result.So;
+    EXPECT_NE(result.So.find("   4: C 1000 HL\r\n[0301vs]"), std::string::npos) << result.So;
+    EXPECT_EQ(base::ToCrLf(result.So), result.So);
+}
+
+// Reads a value change dump back: the value of a signal at a time.
+char ValueAt(const std::string& vcd, const std::string& name, int time) {
+    std::string id;
+    char value = '?';
+    for (const auto& line : base::Lines(vcd)) {
+        const auto at = line.find(" " + name + " $end");
+        if (base::StartsWith(line, "$var wire 1 ") && at != line.npos) id = line.substr(12, at - 12);
+        if (line[0] == '#' && std::stoi(line.substr(1)) > time) break;
+        if (line.substr(1) == id && line[0] != '$' && line[0] != '#') value = line[0];
+    }
+    return value;
+}
+
+TEST(Simulation, WavesShowThePulseAndItsEffect) {
+    const auto vcd = sim::Simulate(Texts(design, "C,IN,OUT", "C0001**\n00000**\nC0000**\n"), {}).Vcd;
+    std::string clock;
+    std::string q0;
+    for (const int time : {0, 30, 80, 130, 210, 230, 290}) {
+        clock += ValueAt(vcd, "C", time);
+        q0 += ValueAt(vcd, "Q0", time);
+    }
+    EXPECT_EQ(clock, "0100010");
+    EXPECT_EQ(q0, "0111100");
+}
+
+TEST(Simulation, VectorsGoIntoTheFuseFile) {
+    auto texts = Texts(design, "C,IN,OUT", "C0001**\nC0000HH\n");
+    texts.Jed =
+        "before\x02text V*\r\nQP20*\r\nQF8*\r\nNote V*\r\nV0001 old*\r\nQV1*\r\nL0 1*\r\nC0001*\r\n\x03"
+        "0000";
+    const auto jed = sim::Simulate(texts, {false, true}).Jed;
+    const std::string body =
+        "\x02text V*\r\nQP20*\r\nQF8*\r\nNote V*\r\nL0 1*\r\nC0001*\r\nQV2*\r\nV0001 "
+        "C1000NNNNNNNNNNNNHHN*\r\n"
+        "V0002 C0000NNNNNNNNNNNNHLN*\r\n\x03";
+    ASSERT_EQ(jed.substr(0, 6 + body.size()), "before" + body);
+    const auto sum = std::accumulate(body.begin(), body.end(), 0u) & 0xFFFF;
+    EXPECT_EQ(std::stoul(jed.substr(6 + body.size()), nullptr, 16), sum);
+
+    texts.Jed = sim::Simulate(texts, {false, true}).Jed;
+    EXPECT_EQ(sim::Simulate(texts, {false, true}).Jed, texts.Jed) << "vectors are replaced, not doubled";
+    texts.Jed = "no frame";
+    EXPECT_EQ(Codes(sim::Simulate(texts, {false, true})), "0301vs@5 0401vs@0");
+}
+
+TEST(Simulation, EveryCodeHasItsEntryAndEveryEntryItsForm) {
+    std::string last;
+    for (const auto& entry : sim::MessageTable()) {
+        EXPECT_EQ(entry.Code.size(), 6u);
+        EXPECT_TRUE(entry.Code.ends_with("va") || entry.Code.ends_with("vs"));
+        EXPECT_LT(last, std::string(entry.Code));
+        last = entry.Code;
+        for (const auto text : {entry.Message, entry.Description, entry.Information})
+            EXPECT_FALSE(text.empty());
+    }
+    EXPECT_EQ(base::Lines(sim::MessageData()).size(), 3 * sim::MessageTable().size());
+}
+
+std::string Mutated(std::string text, std::mt19937& random) {
+    const auto original = text;
+    for (auto n = 1 + random() % 2; n > 0 && !text.empty(); --n) {
+        const auto at = random() % text.size();
+        switch (random() % 4) {
+            case 0:
+                text[at] = static_cast<char>(random());
+                break;
+            case 1:
+                text.erase(at, random() % 20);
+                break;
+            case 2:
+                text.insert(at, original.substr(random() % original.size(), random() % 40));
+                break;
+            default:
+                text[at] = original[random() % original.size()];
+        }
+    }
+    return text;
+}
+
+TEST(Simulation, NoInputBreaksIt) {
+    const auto good =
+        Texts(design, "C,%2,IN,[Q1..0]",
+              "$TRACE 4\nC '5' \"1\"\n$REPEAT 3\n00000LZ\n$SIMOFF\n$MSG \"x\"\nP0000 11\nKX1N0**\n");
+    const std::string jed =
+        "\x02*QP20*V1 X*\x03"
+        "0000";
+    std::mt19937 random(3);
+    std::size_t ran = 0;
+    for (int round = 0; round < 4000; ++round) {
+        auto texts = good;
+        texts.Jed = Mutated(jed, random);
+        if (round % 3 != 0) texts.Si = Mutated(texts.Si, random);
+        if (round % 3 != 1) texts.Abs = Mutated(texts.Abs, random);
+        const auto result = sim::Simulate(texts, {true, true});
+        ran += result.Vectors > 0 ? 1 : 0;
+        ASSERT_EQ(result.Vectors == 0 && result.Errors == 0 && result.Warnings == 0, false);
+    }
+    EXPECT_GT(ran, 60u);
+}
+
+TEST(Simulation, WorkIsBounded) {
+    // A ring of many nets that never settles, over many vectors.
+    std::string ring;
+    for (int i = 0; i < 400; ++i) ring += "NET N" + std::to_string(i) + " 0 NODE HIGH NONE 0\n";
+    for (int i = 0; i < 400; ++i) {
+        ring += "FUNCTION N" + std::to_string(i) + " OUT " + (i == 0 ? "NEGATIVE" : "POSITIVE") + "\nTERM N" +
+                std::to_string((i + 399) % 400) + "\n";
+    }
+    const auto abs = sim::ReadAbs(Texts(ring, "", "").Abs);
+    const auto si = sim::ReadSi(Texts("", "N0", "$REPEAT 9999\n*\n").Si, abs.Design);
+    const auto result = sim::RunVectors(abs.Design, si.File, nullptr, 5'000'000);
+    ASSERT_GE(result.Messages.Items().size(), 2u);
+    EXPECT_EQ(result.Messages.Items()[0].Code, "0302vs");
+    EXPECT_EQ(result.Messages.Items().back().Code, "0306vs");
+}
+
+}  // namespace
