@@ -1,0 +1,77 @@
+#include "platform/qt/HostInstance.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <QLocalSocket>
+#include <QStandardPaths>
+#include <QTimer>
+#include <cerrno>
+
+namespace platform::qt {
+namespace {
+
+constexpr int ConnectTime = 2000;    // ms
+constexpr int AnswerTime = 5000;     // ms
+constexpr qint64 MaxRequest = 4096;  // bytes
+constexpr auto LockName = "/korvane.lock";
+constexpr auto SocketName = "/korvane.socket";
+
+}  // namespace
+
+HostInstance::HostInstance(std::string folder, std::function<bool(const std::string&)> raise)
+    : folder_(std::move(folder)), raise_(std::move(raise)) {
+    if (folder_.empty())
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
+    QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Serve(); });
+}
+
+bool HostInstance::Take() {
+    if (IsTaken() || folder_.empty()) return true;
+    const int lock = ::open((folder_ + LockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (lock < 0) return true;
+    if (::flock(lock, LOCK_EX | LOCK_NB) != 0) {
+        const bool held = errno == EWOULDBLOCK;
+        ::close(lock);
+        return !held;
+    }
+    lock_.Reset(lock);
+    Listen();
+    return true;
+}
+
+void HostInstance::Listen() {
+    const QString name = QString::fromStdString(folder_ + SocketName);
+    QLocalServer::removeServer(name);  // left by a crash: the lock is ours
+    server_.setSocketOptions(QLocalServer::UserAccessOption);
+    server_.listen(name);
+}
+
+void HostInstance::Serve() {
+    while (QLocalSocket* client = server_.nextPendingConnection()) {
+        client->setReadBufferSize(MaxRequest);
+        QObject::connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
+        QTimer::singleShot(AnswerTime, client, &QLocalSocket::abort);
+        const auto answer = [this, client] {
+            if (!client->canReadLine()) return;
+            const bool raised = raise_(client->readLine(MaxRequest).trimmed().toStdString());
+            client->write(raised ? "1\n" : "0\n");
+            client->disconnectFromServer();
+        };
+        QObject::connect(client, &QLocalSocket::readyRead, client, answer);
+        answer();
+    }
+}
+
+bool HostInstance::AskToRaise(const std::string& title) const {
+    if (IsTaken() || folder_.empty()) return false;
+    QLocalSocket socket;
+    socket.connectToServer(QString::fromStdString(folder_ + SocketName));
+    if (!socket.waitForConnected(ConnectTime)) return false;
+    socket.write(QByteArray::fromStdString(title) + '\n');
+    socket.flush();
+    if (!socket.canReadLine() && !socket.waitForReadyRead(AnswerTime)) return false;
+    return socket.readLine(MaxRequest).startsWith('1');
+}
+
+}  // namespace platform::qt

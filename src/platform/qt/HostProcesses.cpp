@@ -1,0 +1,166 @@
+#include "platform/qt/HostProcesses.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QEventLoop>
+#include <QStandardPaths>
+#include <cerrno>
+#include <csignal>
+#include <optional>
+
+#include "base/RunTimeError.h"
+#include "base/Text.h"
+#include "platform/PathMap.h"
+#include "platform/qt/HostFile.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr std::size_t MaxLineLength = 32767;  // of a command line, in bytes
+constexpr int WaitInterval = 10;              // ms
+constexpr int ReapInterval = 500;             // ms
+constexpr auto Blanks = " \t";
+
+std::optional<std::string> FindProgram(const std::string& name, const FileSystem& files) {
+    for (const char* extension : {"", ".EXE"})
+        if (files.FileExists(name + extension)) return files.ToHostPath(name + extension);
+    return std::nullopt;
+}
+
+std::optional<std::string> FindCommand(std::string_view name) {
+    if (name.find_first_of("\\/:") != std::string_view::npos) return std::nullopt;
+    const QString found =
+        QStandardPaths::findExecutable(QString::fromUtf8(name.data(), qsizetype(name.size())));
+    if (found.isEmpty()) return std::nullopt;
+    return found.toStdString();
+}
+
+// The program of a line; `rest` becomes what follows it.
+std::optional<std::string> TakeProgram(std::string_view line, const FileSystem& files,
+                                       std::string_view& rest) {
+    const bool quoted = line[0] == '"';
+    std::size_t end = quoted ? line.find('"', 1) : line.find_first_of(Blanks);
+    const std::string_view first =
+        quoted ? line.substr(1, end == line.npos ? end : end - 1) : line.substr(0, end);
+    rest = end == line.npos ? "" : line.substr(end + 1);
+    if (auto program = FindProgram(std::string(first), files)) return program;
+    while (!quoted && end != line.npos) {
+        end = line.find_first_of(Blanks, line.find_first_not_of(Blanks, end));
+        if (auto program = FindProgram(std::string(line.substr(0, end)), files)) {
+            rest = end == line.npos ? "" : line.substr(end);
+            return program;
+        }
+    }
+    return FindCommand(first);
+}
+
+std::vector<std::string> Tokens(std::string_view text) {
+    std::vector<std::string> tokens;
+    bool inToken = false;
+    bool inQuotes = false;
+    for (const char c : text) {
+        const bool isBlank = !inQuotes && (c == ' ' || c == '\t');
+        if (!isBlank && !inToken) tokens.emplace_back();
+        inToken = !isBlank;
+        if (c == '"')
+            inQuotes = !inQuotes;
+        else if (!isBlank)
+            tokens.back() += c;
+    }
+    return tokens;
+}
+
+// The attributes of every start: no terminal's signals, none of this program's signal settings, no input.
+struct SpawnSettings {
+    SpawnSettings() {
+        ::posix_spawnattr_init(&Attributes);
+        ::posix_spawn_file_actions_init(&Actions);
+        sigset_t all;
+        sigset_t none;
+        ::sigfillset(&all);
+        ::sigemptyset(&none);
+        ::posix_spawnattr_setsigdefault(&Attributes, &all);
+        ::posix_spawnattr_setsigmask(&Attributes, &none);
+        ::posix_spawnattr_setflags(&Attributes,
+                                   POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+        ::posix_spawn_file_actions_addopen(&Actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    }
+    ~SpawnSettings() {
+        ::posix_spawn_file_actions_destroy(&Actions);
+        ::posix_spawnattr_destroy(&Attributes);
+    }
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+
+    posix_spawnattr_t Attributes{};
+    posix_spawn_file_actions_t Actions{};
+};
+
+}  // namespace
+
+CommandLine ReadCommandLine(std::string_view line, const FileSystem& files) {
+    const auto start = line.find_first_not_of(Blanks);
+    if (start == line.npos || line.size() > MaxLineLength || line.find('\0') != line.npos)
+        throw base::RunTimeError(base::errInvalidCall);
+    std::string_view rest;
+    const auto program = TakeProgram(line.substr(start), files, rest);
+    if (!program) throw base::RunTimeError(base::errFileNotFound);
+    CommandLine result{*program, Tokens(rest)};
+    for (std::string& argument : result.Arguments)
+        if (PathMap::IsDrivePath(argument)) argument = files.ToHostPath(argument);
+    return result;
+}
+
+HostProcesses::HostProcesses(const FileSystem& files) : files_(files) {
+    struct sigaction action {};
+    // Inherited from some launchers; it would take the children's ends from us.
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
+        std::signal(SIGCHLD, SIG_DFL);
+    reaper_.setInterval(ReapInterval);
+    QObject::connect(&reaper_, &QTimer::timeout, &reaper_, [this] { Reap(); });
+}
+
+Processes::Id HostProcesses::Start(const std::string& commandLine) {
+    CommandLine line = ReadCommandLine(commandLine, files_);
+    std::vector<char*> arguments{line.Program.data()};
+    for (std::string& argument : line.Arguments) arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    const SpawnSettings settings;
+    pid_t process = 0;
+    const int failed = ::posix_spawn(&process, line.Program.c_str(), &settings.Actions, &settings.Attributes,
+                                     arguments.data(), environ);
+    if (failed != 0) RaiseErrno(failed, line.Program);
+    running_.insert(static_cast<Id>(process));
+    reaper_.start();
+    return static_cast<Id>(process);
+}
+
+void HostProcesses::Wait(Id process) {
+    if (!IsRunning(process)) return;
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (!IsRunning(process)) loop.quit();
+    });
+    poll.start(WaitInterval);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool HostProcesses::IsRunning(Id process) const {
+    if (!running_.contains(process)) return false;
+    const pid_t ended = ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG);
+    if (ended == 0 || (ended < 0 && errno == EINTR)) return true;
+    running_.erase(process);
+    return false;
+}
+
+void HostProcesses::Reap() {
+    const std::set<Id> known = running_;
+    for (const Id process : known) IsRunning(process);
+    if (running_.empty()) reaper_.stop();
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,115 @@
+#include "platform/qt/HostProcesses.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "base/RunTimeError.h"
+#include "platform/qt/HostFileSystem.h"
+#include "support/Doubles.h"
+
+namespace platform::qt {
+namespace {
+
+namespace fs = std::filesystem;
+
+class HostProcessesTest : public testing::Test {
+  protected:
+    void Script(const std::string& name, const std::string& text) {
+        folder_.Write(name, "#!/bin/sh\n" + text);
+        fs::permissions(folder_.Path() / name, fs::perms(0755));
+    }
+    int ErrorOf(const std::string& line) {
+        try {
+            processes_.Start(line);
+        } catch (const base::RunTimeError& error) {
+            return error.Number();
+        }
+        return 0;
+    }
+
+    doubles::TemporaryFolder folder_;
+    HostFileSystem files_;
+    HostProcesses processes_{files_};
+};
+
+TEST_F(HostProcessesTest, SplitsCommandLines) {
+    for (const char* name : {"My Tools/ntr.exe", "My Tools/ntr.exe two", "VHDLTesk.exe", "Work/count8.vhd"})
+        folder_.Write(name, "");
+    const std::string root = folder_.Logic();
+    const std::string host = folder_.Path().string();
+    const struct {
+        std::string Line;
+        std::string Program;
+        std::vector<std::string> Arguments;
+    } rows[] = {
+        {root + "\\MY TOOLS\\NTR.EXE two /x", "/My Tools/ntr.exe", {"two", "/x"}},
+        {" " + root + "\\My Tools\\ntr  a\t b ", "/My Tools/ntr.exe", {"a", "b"}},
+        {"\"" + root + "\\my tools\\ntr.exe two\" x", "/My Tools/ntr.exe two", {"x"}},
+        {"\"" + root + "\\vhdltesk", "/VHDLTesk.exe", {}},
+        {root + "\\VHDLTesk " + root + "\\WORK  \"a b\"c \"\" " + root + "\\WORK\\COUNT8.VHD",
+         "/VHDLTesk.exe",
+         {host + "/Work", "a bc", "", host + "/Work/count8.vhd"}},
+        {root + "\\VHDLTesk " + root + "\\work\\COUNT8.VHD-a -i" + root,
+         "/VHDLTesk.exe",
+         {host + "/Work/COUNT8.VHD-a", "-i" + root}},
+    };
+    for (const auto& row : rows) {
+        const CommandLine line = ReadCommandLine(row.Line, files_);
+        EXPECT_EQ(line.Program, host + row.Program) << row.Line;
+        EXPECT_EQ(line.Arguments, row.Arguments) << row.Line;
+    }
+    EXPECT_TRUE(ReadCommandLine("sh -c x", files_).Program.ends_with("/sh"));
+}
+
+TEST_F(HostProcessesTest, RunsAProgramAndWaitsForItsEnd) {
+    Script("tool.exe",
+           "sleep 0.1; printf '%s|' \"$@\" > \"" + (folder_.Path() / "out").string() + "\"; exit 3\n");
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+    timer.start(10);
+    const auto id = processes_.Start(folder_.Logic("TOOL") + " a " + folder_.Logic("out"));
+    EXPECT_TRUE(processes_.IsRunning(id));
+    processes_.Wait(id);
+    EXPECT_FALSE(processes_.IsRunning(id));
+    EXPECT_EQ(folder_.Read("out"), "a|" + (folder_.Path() / "out").string() + "|");
+    EXPECT_GT(ticks, 0);
+    EXPECT_LT(::waitpid(static_cast<pid_t>(id), nullptr, WNOHANG), 0) << "left as a zombie";
+    processes_.Wait(id);
+    processes_.Wait(0);
+}
+
+TEST_F(HostProcessesTest, StartedProgramsHaveOrdinarySignalsAndASessionOfTheirOwn) {
+    files_.WriteFile(folder_.Logic("x"), "");  // sets aside a signal
+    Script("tool",
+           "read line; cut -d' ' -f6 /proc/$$/stat > \"$1\"; kill -XFSZ $$; echo lives >> "
+           "\"$1\"\n");
+    const auto id = processes_.Start(folder_.Logic("tool") + " " + folder_.Logic("out"));
+    processes_.Wait(id);
+    EXPECT_EQ(folder_.Read("out"), std::to_string(id) + "\n");
+}
+
+TEST_F(HostProcessesTest, TellsWhyAProgramCannotStart) {
+    folder_.Write("plain.exe", "no program");
+    Script("lost.exe", "");
+    folder_.Write("lost.exe", "#!/no/such/interpreter\n");
+    folder_.Write("folder/x", "");
+    const struct {
+        std::string Line;
+        int Number;
+    } rows[] = {
+        {"", 5},
+        {" \t", 5},
+        {std::string(40000, 'x'), 5},
+        {folder_.Logic("missing.exe") + " a b", 53},
+        {folder_.Logic("folder\\"), 53},
+        {"no-such-command-anywhere", 53},
+        {"\"\"", 53},
+        {folder_.Logic("lost.exe"), 53},
+        {folder_.Logic("plain.exe"), 75},
+    };
+    for (const auto& row : rows) EXPECT_EQ(ErrorOf(row.Line), row.Number) << row.Line.substr(0, 80);
+}
+
+}  // namespace
+}  // namespace platform::qt
