@@ -32,6 +32,7 @@ class FileSystem {
     virtual void WriteFile(std::string_view path, std::string_view bytes) = 0;
     virtual void CopyFile(std::string_view from, std::string_view to) = 0;  // keeps the modification time
     virtual void DeleteFile(std::string_view path) = 0;
+    virtual void MakeDirectory(std::string_view path) = 0;  // and those above it; there already is no error
     virtual void TrashFile(std::string_view path) = 0;  // to the desktop's trash; error 75 if there is none
 
     // The names (without folder) that match a path whose last part holds `*` and `?`, without regard to case,

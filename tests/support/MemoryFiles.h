@@ -34,6 +34,7 @@ class MemoryFiles : public platform::FileSystem {
     void CopyFile(std::string_view from, std::string_view to) override { WriteFile(to, ReadFile(from)); }
     void DeleteFile(std::string_view path) override { Files.erase(base::Upper(path)); }
     void TrashFile(std::string_view path) override { DeleteFile(path); }
+    void MakeDirectory(std::string_view) override {}
     std::vector<std::string> List(std::string_view) const override { return {}; }
     std::string CurrentDirectory() const override { return "C:\\"; }
     void SetCurrentDirectory(std::string_view) override {}

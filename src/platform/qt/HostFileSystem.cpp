@@ -157,6 +157,13 @@ void HostFileSystem::TrashFile(std::string_view path) {
     if (!QFile::moveToTrash(QFile::decodeName(host.c_str()))) RaiseErrno(EACCES, host);
 }
 
+void HostFileSystem::MakeDirectory(std::string_view path) {
+    const std::string host = ToHostPath(path);
+    std::error_code error;
+    std::filesystem::create_directories(host, error);
+    if (error) RaiseErrno(error.value(), host);
+}
+
 std::vector<std::string> HostFileSystem::List(std::string_view pattern) const {
     std::vector<std::string> names;
     if (!IsUsable(pattern)) return names;

@@ -19,6 +19,7 @@ class HostFileSystem : public FileSystem {
     void WriteFile(std::string_view path, std::string_view bytes) override;
     void CopyFile(std::string_view from, std::string_view to) override;
     void DeleteFile(std::string_view path) override;
+    void MakeDirectory(std::string_view path) override;
     void TrashFile(std::string_view path) override;
 
     std::vector<std::string> List(std::string_view pattern) const override;

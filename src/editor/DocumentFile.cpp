@@ -1,0 +1,157 @@
+#include "editor/DocumentFile.h"
+
+#include "base/Number.h"
+#include "base/RunTimeError.h"
+#include "base/Text.h"
+
+namespace editor {
+namespace {
+
+using base::RunTimeError;
+
+constexpr const char* untitled = "Untitled";
+// The last entry lacks its bar: kept as it has always stood.
+constexpr const char* saveFilter =
+    "PLD Files (*.pld)|*.pld|Simulation File (*.si)|*.si|Doc Files (*.doc)|*.doc|All Files (*.*)*.*";
+
+void ReportSaveFailure(session::App& app, const RunTimeError& error) {
+    const bool inUse = error.Number() == base::errPathFileAccess;
+    app.Host.Boxes.MessageBox(
+        {.Text = inUse ? "Cannot save file, it is in use by another application" : error.Description(),
+         .Title = "Save File Error"});
+}
+
+}  // namespace
+
+DocumentKind KindOf(const std::string& path) {
+    const auto dot = path.rfind('.');
+    const std::string extension = dot == path.npos ? "" : path.substr(dot + 1);
+    if (extension == "PLD") return DocumentKind::Design;
+    if (extension == "SI") return DocumentKind::SimulatorInput;
+    if (extension == "VHD") return DocumentKind::Vhdl;
+    return DocumentKind::Plain;
+}
+
+void SaveFile(session::App& app, session::Document& document) {
+    try {
+        app.Host.Files.WriteFile(document.Caption(), document.txtText().TextView());
+        document.Dirty = false;
+    } catch (const RunTimeError& error) {
+        ReportSaveFailure(app, error);
+    }
+}
+
+void SaveFileAs(session::App& app, session::Document& document) {
+    const auto name = app.Host.Boxes.SaveFile({.Filter = saveFilter,
+                                               .FileName = document.FileName,
+                                               .Flags = platform::OverwritePrompt | platform::PathMustExist});
+    if (!name || name->empty()) {
+        app.Host.Desktop.SetHourglass(false);
+        return;
+    }
+    try {
+        app.Host.Files.WriteFile(*name, document.txtText().TextView());
+    } catch (const RunTimeError& error) {
+        ReportSaveFailure(app, error);
+        return;
+    }
+    app.Hall.CloseProject();
+    app.Hall.OpenDocument(*name);
+}
+
+void Save(session::Document& document) {
+    if (base::Contains(document.Caption(), untitled)) {
+        document.SaveFileAs();
+    } else {
+        document.SaveFile();
+    }
+}
+
+void SaveAll(session::App& app) {
+    for (session::Document* document : app.State.Documents.All()) document->SaveFile();
+}
+
+bool QueryUnload(session::App& app, session::Document& document, bool isRegistered) {
+    if (document.Dirty) {
+        const auto answer = app.Host.Boxes.MessageBox({.Text = "Save changes to " + document.Caption() + "?",
+                                                       .Title = "Save File",
+                                                       .Choice = platform::Buttons::YesNoCancel,
+                                                       .Picture = platform::Icon::Question});
+        if (answer == platform::Answer::Cancel) return false;
+        // A cancel in the Save dialog does not refuse the close.
+        if (answer == platform::Answer::Yes) {
+            Save(document);
+            // What could not be written stays open: closing would lose the text.
+            const bool writesToCaption = !base::Contains(document.Caption(), untitled);
+            if (writesToCaption && document.Dirty) return false;
+        }
+    }
+    if (isRegistered) app.State.Documents.Remove(std::to_string(document.ID));
+    --app.State.UntitledCount;
+    if (--app.State.DocumentCount == 0) app.State.sProject.clear();
+    return true;
+}
+
+void OpenRecent(session::App& app, int index) {
+    const std::string path = app.State.RecentFiles.at(static_cast<std::size_t>(index));
+    for (session::Document* document : app.State.Documents.All()) {
+        if (base::EqualNoCase(document->FileName, path)) {
+            document->BringToFront();
+            app.Host.Boxes.Say("File already open in editor. ");
+            return;
+        }
+    }
+    app.Hall.OpenDocument(path);
+}
+
+std::string PositionText(platform::RichTextBox& text) {
+    const auto line = text.SendMessage(platform::EM_LINEFROMCHAR, -1);
+    const auto lineStart = text.SendMessage(platform::EM_LINEINDEX, -1);
+    // The message holds 16 bits of the start; beyond them the control's own value counts.
+    const std::intptr_t start = text.SelStart();
+    std::intptr_t column = start - lineStart;
+    if (column == 0) column = 1;
+    return " Line:" + std::to_string(line + 1) + " Col:" + std::to_string(column) + " ";
+}
+
+void UpdatePosition(session::App& app, platform::RichTextBox& text, std::string& cache) {
+    const std::string position = PositionText(text);
+    if (position != cache) {
+        cache = position;
+        app.Hall.SetPanel(2, position);
+    }
+    if (app.Hall.Panel(1) == "Macro recording stopped.") app.Hall.SetPanel(1, "");
+}
+
+void ChooseFont(session::App& app, session::Document& document) {
+    platform::RichTextBox& text = document.txtText();
+    const platform::CharFormat format = text.SelFormat();
+    const auto choice = app.Host.Boxes.ChooseFont({.Name = text.SelFontName(),
+                                                   .Size = text.SelFontSize(),
+                                                   .Bold = format.Bold,
+                                                   .Italic = format.Italic,
+                                                   .Underline = format.Underline,
+                                                   .Color = app.State.DefaultTextColor});
+    if (!choice) {
+        app.Host.Desktop.SetHourglass(false);
+        return;
+    }
+    document.UpdateFont(choice->Name, base::RoundToInt16(choice->Size), choice->Color, choice->Bold,
+                        choice->Italic);
+    app.Hall.HighlightSyntax(document);
+}
+
+void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font) {
+    text.SetVisible(false);
+    text.SetDefaultFont(font.Name, font.Size);
+    text.SetSelStart(0);
+    text.SetSelLength(text.TextLength());
+    text.SetSelFontName(font.Name);
+    text.SetSelFontSize(font.Size);
+    text.SetSelColor(font.ForeColor);
+    text.SetSelBold(font.Bold);
+    text.SetSelItalic(font.Italic);
+    text.SetVisible(true);
+}
+
+}  // namespace editor

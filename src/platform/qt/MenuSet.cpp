@@ -1,0 +1,83 @@
+#include "platform/qt/MenuSet.h"
+
+#include <QMenuBar>
+
+#include "base/RunTimeError.h"
+
+namespace platform::qt {
+
+std::string MenuSet::ElementName(const std::string& name, int index) {
+    return name + "(" + std::to_string(index) + ")";
+}
+
+MenuSet::MenuSet(QWidget* owner, MenuTable table, const Click& click) {
+    std::vector<QMenu*> path;  // the open menu of each level
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const MenuRow& row = table[i];
+        path.resize(static_cast<std::size_t>(row.Level));
+        const bool opensMenu = i + 1 < table.size() && table[i + 1].Level > row.Level;
+        if (opensMenu || row.Level == 0) {
+            path.push_back(AddMenu(path.empty() ? nullptr : path.back(), row, owner));
+        } else if (row.Count > 0) {
+            for (int k = 0; k < row.Count; ++k) AddEntry(*path.back(), row, row.FirstIndex + k, click);
+        } else {
+            AddEntry(*path.back(), row, -1, click);
+        }
+    }
+}
+
+QMenu* MenuSet::AddMenu(QMenu* parent, const MenuRow& row, QWidget* owner) {
+    auto* menu = new QMenu(QString::fromUtf8(row.Caption), owner);
+    menu->setObjectName(row.Name);
+    QAction* action = menu->menuAction();
+    action->setVisible((row.Flags & menuHidden) == 0);
+    if (parent == nullptr) {
+        top_.push_back(menu);
+    } else {
+        parent->addMenu(menu);
+    }
+    menus_[row.Name] = menu;
+    actions_[row.Name] = action;
+    return menu;
+}
+
+void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index, const Click& click) {
+    const std::string name = index < 0 ? row.Name : ElementName(row.Name, index);
+    QAction* action = menu.addAction(QString::fromUtf8(row.Caption));
+    action->setObjectName(QString::fromStdString(name));
+    action->setSeparator(std::string(row.Caption) == "-");
+    action->setShortcut(QKeySequence(QString::fromLatin1(row.Shortcut)));
+    action->setVisible((row.Flags & menuHidden) == 0);
+    action->setEnabled((row.Flags & menuDisabled) == 0);
+    action->setCheckable((row.Flags & (menuChecked | menuCheckable)) != 0);
+    action->setChecked((row.Flags & menuChecked) != 0);
+    QObject::connect(action, &QAction::triggered, &menu, [click, base = std::string(row.Name), index, action] {
+        // The command alone says what is checked.
+        if (action->isCheckable()) action->setChecked(!action->isChecked());
+        click(base, index);
+    });
+    actions_[name] = action;
+}
+
+void MenuSet::ShowIn(QMenuBar& bar) const {
+    bar.clear();
+    for (QMenu* menu : top_) bar.addMenu(menu);
+}
+
+QAction* MenuSet::Find(const std::string& name) const {
+    const auto entry = actions_.find(name);
+    return entry == actions_.end() ? nullptr : entry->second;
+}
+
+QMenu* MenuSet::Menu(const std::string& name) const {
+    const auto menu = menus_.find(name);
+    return menu == menus_.end() ? nullptr : menu->second;
+}
+
+QAction& MenuSet::Entry(const std::string& name) const {
+    QAction* action = Find(name);
+    if (action == nullptr) throw base::RunTimeError(base::errInvalidCall, "No menu entry " + name);
+    return *action;
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,46 @@
+# Sourced by ./run and ./test: installs what is missing, configures and builds. Debian 12.
+set -euo pipefail
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+preset=${KORVANE_PRESET:-release}
+build="$top/build/$preset"
+
+build_packages="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libqscintilla2-qt6-dev libqt6sql6-sqlite
+    libgtest-dev libbenchmark-dev"
+tour_packages="xvfb xauth openbox xdotool imagemagick x11-utils fonts-liberation fonts-dejavu-core"
+
+say() { printf '== %s\n' "$*"; }
+
+# ensure_packages NAME…: installs the ones that are missing, or tells how.
+ensure_packages() {
+    command -v dpkg-query >/dev/null || { say "no dpkg here: the packages $* must be there by other means"; return; }
+    local missing=() name
+    for name in "$@"; do
+        dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+            as_root=(sudo)
+        else
+            echo "Some packages are missing. Install them with:"
+            echo "    apt-get update && apt-get install -y ${missing[*]}"
+            exit 1
+        fi
+    fi
+    say "installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# build_tree: configures when that is needed and builds everything.
+build_tree() {
+    cd "$top"
+    if [ ! -f "$build/build.ninja" ]; then
+        say "configuring ($preset)"
+        cmake --preset "$preset" >"$top/build-configure.log" 2>&1 || { cat "$top/build-configure.log"; exit 1; }
+        rm -f "$top/build-configure.log"
+    fi
+    say "building ($preset)"
+    cmake --build --preset "$preset"
+}
