@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <memory>
 
 #include "base/RunTimeError.h"
 
@@ -14,6 +15,7 @@ namespace {
 constexpr int errOutOfMemory = 7;
 constexpr int MaxLinks = 40;  // as the kernel follows
 constexpr int MaxNames = 100;
+constexpr std::size_t BlockSize = 1 << 16;
 
 std::string FolderOf(const std::string& hostPath) {
     const auto slash = hostPath.rfind('/');
@@ -74,6 +76,55 @@ bool Descriptor::Close() {
     const int descriptor = descriptor_;
     descriptor_ = -1;
     return descriptor < 0 || ::close(descriptor) == 0;
+}
+
+void OpenRegular(const std::string& hostPath, Descriptor& file, struct stat& status) {
+    if (::stat(hostPath.c_str(), &status) != 0) RaiseErrno(errno, hostPath);
+    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
+    file.Reset(::open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) RaiseErrno(errno, hostPath);
+    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
+}
+
+void ReadBlocks(const Descriptor& file, const std::string& hostPath,
+                const std::function<void(std::string_view)>& take) {
+    const auto block = std::make_unique<char[]>(BlockSize);
+    for (;;) {
+        const ssize_t count = ::read(file.Get(), block.get(), BlockSize);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) RaiseErrno(errno, hostPath);
+        if (count == 0) return;
+        take({block.get(), static_cast<std::size_t>(count)});
+    }
+}
+
+std::string ReadWhole(const std::string& hostPath, std::uint64_t limit) {
+    Descriptor file;
+    struct stat status {};
+    OpenRegular(hostPath, file, status);
+    if (static_cast<std::uint64_t>(status.st_size) > limit) RaiseErrno(ENOMEM, hostPath);
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(status.st_size));
+    // The size is only a promise: files of the kernel have none, others grow.
+    ReadBlocks(file, hostPath, [&](std::string_view block) {
+        if (bytes.size() + block.size() > limit) RaiseErrno(ENOMEM, hostPath);
+        bytes += block;
+    });
+    return bytes;
+}
+
+bool CanReplace(const std::string& hostPath) {
+    struct stat status {};
+    std::string path = FollowLinks(hostPath);
+    if (::stat(path.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode) || IsReadOnly(status, path)) return false;
+    } else if (errno != ENOENT) {
+        return false;
+    }
+    do {
+        path = FolderOf(path);
+    } while (::stat(path.c_str(), &status) != 0 && errno == ENOENT && path.size() > 1);
+    return S_ISDIR(status.st_mode) && !IsReadOnly(status, path);
 }
 
 AtomicFile::AtomicFile(const std::string& hostPath) : target_(FollowLinks(hostPath)) {

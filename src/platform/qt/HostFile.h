@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +31,20 @@ class Descriptor {
   private:
     int descriptor_;
 };
+
+// Opens a regular file for reading and takes its status; throws. Anything else could hang or do something by
+// being opened, and is refused with error 75.
+void OpenRegular(const std::string& hostPath, Descriptor& file, struct stat& status);
+
+// Hands over the rest of an open file, block by block; throws.
+void ReadBlocks(const Descriptor& file, const std::string& hostPath,
+                const std::function<void(std::string_view block)>& take);
+
+// A whole regular file of at most `limit` bytes; throws, 7 for a larger one.
+std::string ReadWhole(const std::string& hostPath, std::uint64_t limit);
+
+// True if AtomicFile has the rights to make or replace the file, after making folders that are missing.
+bool CanReplace(const std::string& hostPath);
 
 // A file that takes the place of another only as a whole: written under another name in the same folder and
 // renamed over the target by Commit. Without Commit nothing has changed. A link stays, its target is

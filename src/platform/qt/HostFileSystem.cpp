@@ -1,13 +1,11 @@
 #include "platform/qt/HostFileSystem.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <QFile>
 #include <cerrno>
 #include <filesystem>
-#include <functional>
 #include <memory>
 
 #include "base/RunTimeError.h"
@@ -16,8 +14,6 @@
 
 namespace platform::qt {
 namespace {
-
-constexpr std::size_t BlockSize = 1 << 16;
 
 bool EndsAsFolder(std::string_view path) {
     return !path.empty() && (path.back() == '\\' || path.back() == '/');
@@ -30,26 +26,6 @@ std::optional<struct stat> StatusOf(const std::string& hostPath) {
     struct stat status {};
     if (::stat(hostPath.c_str(), &status) != 0) return std::nullopt;
     return status;
-}
-
-// Opens a regular file for reading. Anything else could hang or do something by being opened.
-void OpenRegular(const std::string& hostPath, Descriptor& file, struct stat& status) {
-    if (::stat(hostPath.c_str(), &status) != 0) RaiseErrno(errno, hostPath);
-    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
-    file.Reset(::open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) RaiseErrno(errno, hostPath);
-    if (!S_ISREG(status.st_mode)) RaiseErrno(EACCES, hostPath);
-}
-
-void ReadBlocks(int file, const std::string& hostPath, const std::function<void(std::string_view)>& take) {
-    const auto block = std::make_unique<char[]>(BlockSize);
-    for (;;) {
-        const ssize_t count = ::read(file, block.get(), BlockSize);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) RaiseErrno(errno, hostPath);
-        if (count == 0) return;
-        take({block.get(), static_cast<std::size_t>(count)});
-    }
 }
 
 // A file may go only if it may be changed; of a link, the link goes.
@@ -113,19 +89,7 @@ std::optional<FileStamp> HostFileSystem::Stamp(std::string_view path) const {
 }
 
 std::string HostFileSystem::ReadFile(std::string_view path) const {
-    const std::string host = ToHostPath(path);
-    Descriptor file;
-    struct stat status {};
-    OpenRegular(host, file, status);
-    if (static_cast<std::uint64_t>(status.st_size) > MaxFileSize) RaiseErrno(ENOMEM, host);
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(status.st_size));
-    // The size is only a promise: files of the kernel have none, others grow.
-    ReadBlocks(file.Get(), host, [&](std::string_view block) {
-        if (bytes.size() + block.size() > MaxFileSize) RaiseErrno(ENOMEM, host);
-        bytes += block;
-    });
-    return bytes;
+    return ReadWhole(ToHostPath(path), MaxFileSize);
 }
 
 void HostFileSystem::WriteFile(std::string_view path, std::string_view bytes) {
@@ -140,7 +104,7 @@ void HostFileSystem::CopyFile(std::string_view from, std::string_view to) {
     struct stat status {};
     OpenRegular(host, source, status);
     AtomicFile target(ToHostPath(to));
-    ReadBlocks(source.Get(), host, [&](std::string_view block) { target.Write(block); });
+    ReadBlocks(source, host, [&](std::string_view block) { target.Write(block); });
     target.SetModified(status.st_mtim);
     target.Commit();
 }
