@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/StartUp.h"
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 
@@ -21,7 +22,7 @@ struct Settings : testing::Test {
         Store.Written.clear();
         Desk.Boxes.Shown.clear();
     }
-    std::map<std::string, Value>& Values() { return Store.Keys[shell::SettingsKey]; }
+    std::map<std::string, Value>& Values() { return Store.Keys[shell::settingsKey]; }
     void Set(const std::string& name, int number) { Values()[name] = static_cast<std::uint32_t>(number); }
     int Number(const std::string& name) {
         return static_cast<int>(std::get<std::uint32_t>(Values().at(name)));
@@ -184,7 +185,7 @@ TEST_F(Settings, FailingStore) {
     Save();  // the key is made, and nothing is written into it
     EXPECT_TRUE(Store.Written.empty());
     EXPECT_TRUE(Values().empty());
-    EXPECT_EQ(Store.Classes[shell::SettingsKey], "Korvane");
+    EXPECT_EQ(Store.Classes[shell::settingsKey], "Korvane");
 }
 
 TEST_F(Settings, PlacementOfACompanion) {
