@@ -87,7 +87,7 @@ bool ToolHostChild::Send(toolhost::FrameKind kind, std::initializer_list<std::st
 }
 
 Channel::State ToolHostChild::Receive(toolhost::Frame& frame, int milliseconds) {
-    auto state = channel_.Receive(frame, false);
+    auto state = channel_.ReceiveSoon(frame);
     if (state != Channel::State::Nothing) return state;
     pollfd wait{.fd = line_, .events = POLLIN, .revents = 0};
     const bool ready = ::poll(&wait, 1, milliseconds) > 0;

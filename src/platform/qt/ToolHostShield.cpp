@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QGuiApplication>
 #include <algorithm>
 #include <array>
 
@@ -38,7 +39,9 @@ constexpr std::array inputEvents = {
 
 }  // namespace
 
-ToolHostShield::ToolHostShield() { QCoreApplication::instance()->installEventFilter(this); }
+ToolHostShield::ToolHostShield() : modalBefore_(QGuiApplication::modalWindow()) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
 
 void ToolHostShield::PaintWindows() {
     if (QCoreApplication::instance() == nullptr) return;
@@ -48,6 +51,7 @@ void ToolHostShield::PaintWindows() {
 
 bool ToolHostShield::eventFilter(QObject*, QEvent* event) {
     if (std::find(inputEvents.begin(), inputEvents.end(), event->type()) == inputEvents.end()) return false;
+    if (QGuiApplication::modalWindow() != modalBefore_) return false;
     event->ignore();
     return true;
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QWindow>
 
 namespace platform::qt {
 
-// While it lives, what the user types, clicks or closes is thrown away; all else goes on.
+// While it lives, what the user types, clicks or closes is thrown away; all else goes on. A modal window that
+// opens meanwhile, such as a message of the program, can be answered.
 class ToolHostShield : public QObject {
     Q_OBJECT
 
@@ -16,6 +19,9 @@ class ToolHostShield : public QObject {
 
   protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
+
+  private:
+    QPointer<QWindow> modalBefore_;
 };
 
 }  // namespace platform::qt

@@ -72,6 +72,12 @@ void Library::Call(Unpacker& arguments) {
            {Pack({static_cast<std::uint32_t>(result), record.IsIntact() ? 1u : 0u}), record.Bytes()});
 }
 
+bool Library::Hear(Frame& answer) {
+    auto state = channel_.ReceiveSoon(answer);
+    if (state == Channel::State::Nothing) state = channel_.Receive(answer, true);
+    return state == Channel::State::Ready;
+}
+
 void Library::Relay(std::uint32_t window, std::uint32_t number, std::string_view first,
                     std::string_view second) {
     const std::lock_guard lock(line_);
@@ -79,8 +85,7 @@ void Library::Relay(std::uint32_t window, std::uint32_t number, std::string_view
     const auto sizes = {window, number, static_cast<std::uint32_t>(first.size()),
                         static_cast<std::uint32_t>(second.size())};
     Frame answer;
-    if (!channel_.Send(FrameKind::Message, {Pack(sizes), first, second}) ||
-        channel_.Receive(answer, true) != Channel::State::Ready) {
+    if (!channel_.Send(FrameKind::Message, {Pack(sizes), first, second}) || !Hear(answer)) {
         ::_exit(0);  // the program is gone
     }
 }

@@ -26,6 +26,7 @@ class Library {
     void Load(std::uint32_t module, const std::string& path);
     void Free(std::uint32_t module);
     void Call(Unpacker& arguments);
+    bool Hear(Frame& answer);  // false: the program is gone
     void Answer(FrameKind kind, std::initializer_list<std::string_view> parts);
 
     Channel channel_;

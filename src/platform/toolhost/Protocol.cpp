@@ -1,10 +1,12 @@
 #include "platform/toolhost/Protocol.h"
 
+#include <sched.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 namespace platform::toolhost {
@@ -81,6 +83,16 @@ Channel::State Channel::Receive(Frame& frame, bool wait) {
         in_.erase(0, taken_);
         taken_ = 0;
         in_.append(buffer.data(), static_cast<std::size_t>(got));
+    }
+}
+
+Channel::State Channel::ReceiveSoon(Frame& frame) {
+    constexpr auto patience = std::chrono::microseconds(100);
+    const auto from = std::chrono::steady_clock::now();
+    for (;;) {
+        const State state = Receive(frame, false);
+        if (state != State::Nothing || std::chrono::steady_clock::now() - from > patience) return state;
+        ::sched_yield();  // the other end may need this core
     }
 }
 

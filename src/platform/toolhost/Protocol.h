@@ -59,6 +59,9 @@ class Channel {
     bool Send(FrameKind kind, std::initializer_list<std::string_view> parts, bool wait = true);
     // The next frame. Closed: the other end is gone, or speaks nonsense.
     State Receive(Frame& frame, bool wait);
+    // Without waiting, but looks again for some microseconds: the answer to a message comes sooner than a
+    // sleeping process is woken on another core, five times as fast over a flood of messages.
+    State ReceiveSoon(Frame& frame);
 
   private:
     bool Take(Frame& frame, bool& broken);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -146,6 +147,18 @@ TEST_F(ToolHostTest, WindowsPaintAndTakeNoInputDuringACall) {
     EXPECT_EQ(clicks, 0);
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(ToolHostTest, ABoxOfAHandlerTakesInput) {
+    Put(0, Host.Register([&](const ToolMessage& m) {
+        QDialog box;
+        QTimer::singleShot(50, &box, [&] { QTest::keyClick(box.windowHandle(), Qt::Key_Escape); });
+        box.exec();
+        Status.push_back(m);
+    }));
+    EXPECT_EQ(Run("box"), "-5");
+    ASSERT_EQ(Status.size(), 1u);
+    EXPECT_EQ(Status[0].Second + Status[0].First, "BA");
 }
 
 TEST_F(ToolHostTest, AFloodArrivesWholeAndInOrder) {
