@@ -1,0 +1,106 @@
+#include <array>
+#include <set>
+
+#include "front/Outputs.h"
+
+namespace front {
+
+namespace {
+
+struct InputOf {
+    Extension From;
+    sim::Input To;
+};
+constexpr std::array kInputs{
+    InputOf{Extension::None, sim::Input::Out}, InputOf{Extension::D, sim::Input::D},
+    InputOf{Extension::T, sim::Input::T},      InputOf{Extension::J, sim::Input::J},
+    InputOf{Extension::K, sim::Input::K},      InputOf{Extension::S, sim::Input::S},
+    InputOf{Extension::R, sim::Input::R},      InputOf{Extension::L, sim::Input::L},
+    InputOf{Extension::CK, sim::Input::Ck},    InputOf{Extension::CE, sim::Input::Ce},
+    InputOf{Extension::LE, sim::Input::Le},    InputOf{Extension::AR, sim::Input::Ar},
+    InputOf{Extension::AP, sim::Input::Ap},    InputOf{Extension::SR, sim::Input::Sr},
+    InputOf{Extension::SP, sim::Input::Sp},    InputOf{Extension::OE, sim::Input::Oe},
+};
+
+sim::RegisterKind RegisterOf(Extension kind) {
+    switch (kind) {
+        case Extension::D:
+            return sim::RegisterKind::D;
+        case Extension::T:
+            return sim::RegisterKind::T;
+        case Extension::J:
+            return sim::RegisterKind::Jk;
+        case Extension::R:
+            return sim::RegisterKind::Rs;
+        case Extension::L:
+            return sim::RegisterKind::Latch;
+        default:
+            return sim::RegisterKind::None;
+    }
+}
+
+sim::NetKind KindOf(const Variable& variable, bool hasEnable) {
+    if (variable.Kind != VariableKind::Pin) return sim::NetKind::Node;
+    if (!variable.Assigned) return hasEnable ? sim::NetKind::Bidirectional : sim::NetKind::Input;
+    return hasEnable ? sim::NetKind::Bidirectional : sim::NetKind::Output;
+}
+
+sim::Function FunctionOf(const Design& design, const Equation& equation,
+                         const std::vector<std::size_t>& nets) {
+    sim::Function function;
+    function.Net = nets[static_cast<std::size_t>(equation.Variable)];
+    for (const InputOf& entry : kInputs)
+        if (entry.From == equation.To) function.To = entry.To;
+    function.Negative = equation.Inverted;
+    const logic::Cover& cover = equation.Chosen();
+    for (std::size_t i = 0; i < cover.Size(); ++i) {
+        sim::Term& term = function.Terms.emplace_back();
+        for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
+            const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
+            if (literal == logic::Literal::Free) continue;
+            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[k])];
+            term.push_back({nets[static_cast<std::size_t>(signal.Variable)],
+                            signal.Pin ? sim::Feedback::Pin : sim::Feedback::Default,
+                            literal == logic::Literal::Zero});
+        }
+    }
+    return function;
+}
+
+}  // namespace
+
+sim::AbsDesign ToAbs(const Design& design) {
+    sim::AbsDesign result;
+    for (std::size_t i = 0; i < headerWords.size(); ++i)
+        if (design.Head.Given[i]) result.Header[std::string(headerWords[i].Name)] = design.Head.Texts[i];
+    result.Device = design.Device;
+    std::set<int> enabled;
+    for (const Equation& equation : design.Equations)
+        if (equation.To == Extension::OE) enabled.insert(equation.Variable);
+    std::vector<std::size_t> nets;
+    for (std::size_t i = 0; i < design.Variables.size(); ++i) {
+        const Variable& variable = design.Variables[i];
+        nets.push_back(result.Nets.size());
+        if (variable.Kind == VariableKind::Intermediate) continue;
+        const bool pin = variable.Kind == VariableKind::Pin;
+        result.Nets.push_back({variable.Name, pin ? variable.Number : 0,
+                               KindOf(variable, enabled.contains(static_cast<int>(i))), variable.ActiveLow,
+                               RegisterOf(variable.Register), '0'});
+    }
+    for (const Field& field : design.Fields) {
+        sim::Field& entry = result.Fields.emplace_back();
+        entry.Name = field.Name;
+        bool whole = true;
+        for (int member : field.Members) {
+            whole = whole &&
+                    design.Variables[static_cast<std::size_t>(member)].Kind != VariableKind::Intermediate;
+            entry.Members.push_back(nets[static_cast<std::size_t>(member)]);
+        }
+        if (!whole) result.Fields.pop_back();  // the simulator knows nothing of intermediate variables
+    }
+    for (const Equation& equation : design.Equations)
+        result.Functions.push_back(FunctionOf(design, equation, nets));
+    return result;
+}
+
+}  // namespace front

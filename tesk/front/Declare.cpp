@@ -1,0 +1,120 @@
+#include <algorithm>
+
+#include "front/Analyser.h"
+
+namespace front {
+
+void Analyser::CheckHeader() {
+    for (std::size_t i = 0; i < headerWords.size(); ++i) {
+        const bool given = syntax_.Head.Given[i] && (i != 0 || !syntax_.Head.Texts[i].empty());
+        if (given || headerWords[i].Name == "Format") continue;  // a format is asked for by few designs
+        report_.Add(i == 0 ? Code::NameMissing : Code::HeaderMissing, {0, 1, 0},
+                    i == 0 ? "" : headerWords[i].Name);
+    }
+}
+
+void Analyser::Declare(const Declaration& declaration) {
+    const std::vector<ListedName> names = names_.Listed(declaration.Names);
+    if (declaration.Numbered && declaration.Numbers.size() != names.size())
+        report_.Add(Code::PinCount, declaration.At,
+                    std::to_string(declaration.Numbers.size()) + " numbers, " + std::to_string(names.size()) +
+                        " names");
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        Variable variable;
+        variable.Name = names[i].Name;
+        variable.Kind = declaration.Kind;
+        variable.ActiveLow = declaration.ActiveLow != names[i].Inverted;
+        variable.At = names[i].At;
+        if (names[i].Ext != Extension::None)
+            report_.Add(Code::BadExtension, names[i].At, "a declaration takes the bare name");
+        if (i < declaration.Numbers.size()) variable.Number = declaration.Numbers[i];
+        const int key = declaration.Kind == VariableKind::PinNode ? -variable.Number : variable.Number;
+        if (variable.Number != 0 && !pins_.emplace(key, variable.At).second)
+            report_.Add(Code::PinTwice, declaration.At, std::to_string(variable.Number));
+        names_.AddVariable(variable);
+    }
+}
+
+void Analyser::DeclareField(const FieldDeclaration& field) {
+    const int index = static_cast<int>(analysis_.Result.Fields.size());
+    if (!names_.Declare(std::string(field.Name), {SymbolKind::Field, index}, field.At)) return;
+    analysis_.Result.Fields.push_back({std::string(field.Name), {}});
+}
+
+void Analyser::DeclareFunction(const FunctionStatement& function) {
+    if (!names_.Declare(std::string(function.Name), {SymbolKind::Function, 0}, function.At)) return;
+    for (const EquationStatement& equation : function.Body) {
+        const Expr& target = syntax_.Exprs[static_cast<std::size_t>(equation.To.Names)];
+        if (target.What != Op::Name || target.Ext != Extension::None)
+            report_.Add(Code::NotAssignable, equation.At, "a function assigns to plain names");
+    }
+    elaborator_.Functions.emplace(function.Name, &function);
+}
+
+Extension RegisterOf(Extension input) {
+    if (input == Extension::K) return Extension::J;
+    return input == Extension::S ? Extension::R : input;
+}
+
+void Analyser::NoteRegister(int variable, Extension extension) {
+    Extension& kind = analysis_.Result.Variables[static_cast<std::size_t>(variable)].Register;
+    if (IsRegisterInput(extension) && kind == Extension::None) kind = RegisterOf(extension);
+}
+
+// A name on the left that nothing declares is an intermediate variable.
+void Analyser::AddTarget(ExprId names) {
+    for (const ListedName& name : names_.Listed(names)) {
+        const auto symbol = names_.Find(name.Name);
+        if (!symbol && name.Name != "NC" && name.Ext == Extension::None) {
+            Variable variable;
+            variable.Name = name.Name;
+            variable.At = name.At;
+            names_.AddVariable(variable);
+        } else if (symbol && symbol->Kind == SymbolKind::Variable) {
+            NoteRegister(symbol->Index, name.Ext);
+        } else if (symbol && symbol->Kind == SymbolKind::Field) {
+            fieldTargets_.push_back({symbol->Index, name.Ext});
+        }
+    }
+}
+
+void Analyser::AddRuleTargets(const std::vector<Rule>& rules) {
+    for (const Rule& rule : rules)
+        for (const Target& target : rule.Out) AddTarget(target.Names);
+}
+
+void Analyser::FindIntermediates(const Statement& statement) {
+    if (const auto* equation = std::get_if<EquationStatement>(&statement)) AddTarget(equation->To.Names);
+    if (const auto* table = std::get_if<TableStatement>(&statement)) AddTarget(table->Out.Names);
+    if (const auto* condition = std::get_if<ConditionStatement>(&statement)) AddRuleTargets(condition->Rules);
+    if (const auto* machine = std::get_if<MachineStatement>(&statement)) {
+        for (const State& state : machine->States) AddRuleTargets(state.Rules);
+        for (const ListedName& name : names_.Listed(machine->Field)) {
+            const auto symbol = names_.Find(name.Name);
+            if (symbol && symbol->Kind == SymbolKind::Variable) NoteRegister(symbol->Index, machine->Kind);
+            if (symbol && symbol->Kind == SymbolKind::Field)
+                fieldTargets_.push_back({symbol->Index, machine->Kind});
+        }
+    }
+}
+
+void Analyser::ResolveFields() {
+    for (const Statement& statement : syntax_.Statements) {
+        const auto* field = std::get_if<FieldDeclaration>(&statement);
+        const auto symbol = field != nullptr ? names_.Find(field->Name) : std::nullopt;
+        if (!symbol || symbol->Kind != SymbolKind::Field) continue;
+        Field& target = analysis_.Result.Fields[static_cast<std::size_t>(symbol->Index)];
+        if (!target.Members.empty()) continue;  // declared twice, which is reported
+        for (const ListedName& name : names_.Members(field->Members)) {
+            if (const auto variable = names_.FindVariable(name.Name))
+                target.Members.push_back(*variable);
+            else
+                names_.ReportUnknown(name.Name, name.At);
+        }
+    }
+    for (const auto& [field, extension] : fieldTargets_)
+        for (int member : analysis_.Result.Fields[static_cast<std::size_t>(field)].Members)
+            NoteRegister(member, extension);
+}
+
+}  // namespace front

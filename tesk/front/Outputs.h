@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "front/Design.h"
+#include "front/Options.h"
+#include "front/Report.h"
+#include "front/Source.h"
+#include "sim/AbsFile.h"
+
+// The texts of the outputs, lines ended by CR LF. The same for the same input.
+namespace front {
+
+// .LST: the design with numbered lines and the messages under them; messages of other files at the end.
+std::string ListText(const Source& source, const Report& report);
+
+// .MX: the text after the preprocessor. Before a line that does not follow the one before it in the user's
+// text stands a comment /*$LINE file number*/, which the preprocessor understands.
+std::string ExpandedText(const Source& source, const Report& report);
+
+// .DOC: header, product terms (if `equations`), symbol table.
+std::string DocumentText(const Design& design, bool equations);
+
+// .PLA: Berkeley format, type fd; nothing if it would exceed `Limits::PlaBytes`. Columns and outputs are in
+// asserted states and carry the names of the design: "Q0", "Q0.IO", "Q0.D".
+std::optional<std::string> PlaText(const Design& design);
+
+// What the simulator takes.
+sim::AbsDesign ToAbs(const Design& design);
+
+}  // namespace front

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "front/Limits.h"
+#include "front/Messages.h"
+#include "front/Place.h"
+
+namespace front {
+
+struct Message {
+    Code Id;
+    Level Severity;
+    Place At;
+    std::string Text;  // the entry's message and the detail, one line
+};
+
+// Who is told while a run goes on. The default says nothing.
+class Listener {
+  public:
+    virtual ~Listener() = default;
+    virtual void Status(std::string_view) {}  // the phase
+    virtual void Info(std::string_view) {}    // a detail of the phase
+    virtual void Line(std::string_view) {}    // one line of the message list
+    virtual void Error() {}                   // one more
+    virtual void Warning() {}                 // one more
+};
+
+// Keeps the messages of a run in the order in which they came up and passes them on. After `Limits::Errors`
+// errors one more says so and the rest is dropped.
+class Report {
+  public:
+    explicit Report(Listener& listener) : listener_(listener) {}
+
+    // `detail` follows the entry's message, with ": " between them. Repeats of the last message are dropped.
+    void Add(Code code, Place at, std::string_view detail = {});
+    // A line of a stage with messages of its own, in its finished form.
+    void AddForeign(Level level, std::string_view line);
+
+    void Status(std::string_view text) { listener_.Status(text); }
+    void Info(std::string_view text) { listener_.Info(text); }
+
+    // The names of the files that places refer to, as the lines show them.
+    std::vector<std::string> FileNames;
+
+    const std::vector<Message>& Messages() const { return messages_; }
+    std::size_t Errors() const { return errors_; }
+    std::size_t Warnings() const { return warnings_; }
+    bool Full() const { return errors_ >= limit_; }
+
+    // "[ccccss] text (COUNT8.PLD line 12 column 5)", without the place if there is none.
+    std::string ListLine(const Message& message) const;
+
+  private:
+    void Count(Level level);
+
+    Listener& listener_;
+    std::vector<Message> messages_;
+    std::size_t errors_ = 0;
+    std::size_t warnings_ = 0;
+    std::size_t limit_ = Limits::Errors;
+};
+
+}  // namespace front

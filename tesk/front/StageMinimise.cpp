@@ -1,0 +1,15 @@
+#include "front/Build.h"
+#include "front/Run.h"
+
+namespace front {
+
+bool MinimiseStage(Run& run) {
+    run.Said.Status("Minimising");
+    Minimise(run.Result(), run.Options, run.Said);
+    std::size_t terms = 0;
+    for (const Equation& equation : run.Result().Equations) terms += equation.Chosen().Size();
+    run.Said.Info(std::to_string(terms) + " product terms");
+    return run.Ok();
+}
+
+}  // namespace front

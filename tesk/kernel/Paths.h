@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "front/Files.h"
+
+namespace kernel {
+
+// The host's path of a name in the form C:\WORK\COUNT8.PLD or in the host's own form. `C:\` is `/`. Names are
+// found without regard to case: an exact match first, then the first in byte order; what does not exist keeps
+// the name as written.
+std::string HostPath(std::string_view name);
+
+// The host's file system.
+class DiskFiles : public front::Files {
+  public:
+    std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) override;
+    bool Write(std::string_view path, std::string_view bytes) override;
+    std::string Identity(std::string_view path) override;
+};
+
+}  // namespace kernel

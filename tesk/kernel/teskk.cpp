@@ -1,0 +1,45 @@
+#include "kernel/Host.h"
+#include "kernel/Paths.h"
+#include "kernel/RunRecord.h"
+#include "kernel/SimulatorSteps.h"
+#include "kernel/Stages.h"
+
+namespace {
+
+void Compile(front::Run& run) {
+    const bool compiled = TeskxStage(&run) != 0 && TeskaStage(&run) != 0 && TeskbStage(&run) != 0 &&
+                          TeskmStage(&run) != 0 && TeskcStage(&run) != 0;
+    (void)compiled;  // the reports tell
+}
+
+// Option "s": the simulator behind the compiler, on its .ABS. False if it found errors.
+bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& listener) {
+    if (!files.Read(run.Output(".SI"), kernel::kSiBytes)) {
+        run.Said.Add(front::Code::NoVectors, {});
+        return true;
+    }
+    SimulatorRun simulator(files, listener);
+    simulator.Base = run.Base;
+    simulator.Options.Listing = run.Options.List;
+    simulator.Options.Append = run.Options.Jedec;
+    return kernel::RunSimulator(simulator);
+}
+
+}  // namespace
+
+// Compiles the design of the record. 0: no errors, 1: errors.
+extern "C" std::int32_t TeskkVB(kernel::RunRecord* record) {
+    if (record == nullptr) return 1;
+    kernel::DiskFiles files;
+    kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
+    front::Run run(files, listener);
+    run.Base = kernel::TextOf(record->szDesign);
+    run.Device = kernel::TextOf(record->szDevice);
+    run.Options = front::Options::Parse(kernel::TextOf(record->szOptions));
+    Compile(run);
+    const bool simulated = !run.Ok() || !run.Options.Simulate || SimulateBehind(run, files, listener);
+    front::WriteList(run);
+    const bool clean = run.Ok() && simulated;
+    run.Said.Status(clean ? "Compilation complete" : "Compilation ended with errors");
+    return clean ? 0 : 1;
+}

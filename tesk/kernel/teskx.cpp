@@ -1,0 +1,5 @@
+#include "kernel/StageGuard.h"
+
+int TeskxStage(front::Run* run) {
+    return kernel::Guarded(*run, [&] { return front::ExpandStage(*run); });
+}

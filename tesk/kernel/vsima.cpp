@@ -1,0 +1,34 @@
+#include "kernel/StageGuard.h"
+
+namespace {
+
+front::Level LevelOf(sim::Severity severity) {
+    if (severity == sim::Severity::Error) return front::Level::Error;
+    return severity == sim::Severity::Warning ? front::Level::Warning : front::Level::Information;
+}
+
+void Write(SimulatorRun& run, std::string_view extension, const std::string& text) {
+    const std::string path = run.Base + std::string(extension);
+    if (!run.Disk.Write(path, text)) run.Said.Add(front::Code::CannotWrite, {}, path);
+}
+
+bool SimulateVectors(SimulatorRun& run) {
+    run.Said.Status("Simulating");
+    const sim::SimulationResult result = sim::Simulate(run.Texts, run.Options);
+    for (const sim::Message& message : result.Messages) {
+        const std::string file = run.Base + std::string(sim::FileExtension(message));
+        run.Said.AddForeign(LevelOf(message.Level), sim::ListLine(message, front::FileName(file)));
+    }
+    Write(run, ".SO", result.So);
+    if (!result.Vcd.empty()) Write(run, ".VCD", result.Vcd);
+    if (!result.Jed.empty()) Write(run, ".JED", result.Jed);
+    run.Said.Info(std::to_string(result.Vectors) + " vectors, " + std::to_string(result.Mismatches) +
+                  " mismatches");
+    return result.Errors == 0;
+}
+
+}  // namespace
+
+int VsimaStage(SimulatorRun* run) {
+    return kernel::Guarded(*run, [&] { return SimulateVectors(*run); });
+}

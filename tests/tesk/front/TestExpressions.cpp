@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "Support.h"
+
+namespace {
+
+const std::vector<std::string> kInputs{"A", "B", "C", "E", "G"};
+const std::string kPins = "PIN = [A,B,C,E,G]; PIN = Y;\n";
+
+using Point = std::map<std::string, bool>;
+struct Random {
+    std::string Text;
+    std::function<bool(const Point&)> Value;
+};
+
+// A random expression as text, and its value worked out from the way it was made.
+Random Make(std::mt19937& dice, int depth) {
+    if (depth == 0 || dice() % 6 == 0) {
+        const std::string name = kInputs[dice() % kInputs.size()];
+        return {name, [name](const Point& point) { return point.at(name); }};
+    }
+    const Random a = Make(dice, depth - 1);
+    if (dice() % 4 == 0) return {"!(" + a.Text + ")", [a](const Point& p) { return !a.Value(p); }};
+    const Random b = Make(dice, depth - 1);
+    switch (dice() % 3) {
+        case 0:
+            return {"(" + a.Text + ") & (" + b.Text + ")",
+                    [=](const Point& p) { return a.Value(p) && b.Value(p); }};
+        case 1:
+            return {"(" + a.Text + ") # (" + b.Text + ")",
+                    [=](const Point& p) { return a.Value(p) || b.Value(p); }};
+        default:
+            return {"(" + a.Text + ") $ (" + b.Text + ")",
+                    [=](const Point& p) { return a.Value(p) != b.Value(p); }};
+    }
+}
+
+}  // namespace
+
+// At every level the table that is written is the function that the text says.
+TEST(Expressions, RandomOnesKeepTheirMeaningAtEveryLevel) {
+    std::mt19937 dice(20261122);
+    for (int round = 0; round < 200; ++round) {
+        const Random whole = Make(dice, 5);
+        const Random part = Make(dice, 3);
+        const std::string level = "bm" + std::to_string(round % 5) +
+                                  (round % 3 == 0   ? "kb"
+                                   : round % 3 == 1 ? "kd"
+                                                    : "");
+        const auto done = Compile(kPins + "T = " + part.Text + ";\nY = (" + whole.Text + ") $ !T;", level);
+        ASSERT_TRUE(done->Run->Ok()) << whole.Text;
+        const Table table(done->Text(".PLA"));
+        for (unsigned value = 0; value < 32; ++value) {
+            Point point;
+            for (std::size_t i = 0; i < kInputs.size(); ++i) point[kInputs[i]] = (value >> i & 1) != 0;
+            const bool expected = whole.Value(point) != !part.Value(point);
+            ASSERT_EQ(table.At("Y", point), expected ? '1' : '0')
+                << level << " " << whole.Text << " / " << part.Text;
+        }
+    }
+}
+
+// `!` binds before `&`, that before `#`, that before `$`.
+TEST(Expressions, Binding) {
+    const auto done =
+        Compile("PIN=[A,B,C]; PIN=[W,X,Y,Z];\nW = A # B & C; X = A $ B # C; Y = !A & B; Z = A & B $ C;");
+    const Table table(done->Text(".PLA"));
+    const std::vector<std::string> abc{"A", "B", "C"};
+    EXPECT_EQ(Column(table, "W", abc), "00011111");
+    EXPECT_EQ(Column(table, "X", abc), "01111000");
+    EXPECT_EQ(Column(table, "Y", abc), "00110000");
+    EXPECT_EQ(Column(table, "Z", abc), "01010110");
+}
+
+// Comparisons with lists of 3, by weight, against a plain count.
+TEST(Expressions, Comparisons) {
+    struct Case {
+        const char* Text;
+        const char* Expected;  // for values 0 to 7 of [A2..0]
+    };
+    const Case cases[] = {
+        {"[A2..0]:5", "00000100"},       {"[A0..2]:5", "00000100"},  // by index, however the list runs
+        {"[A2..0]:'b'1X0", "00001010"},  {"[A2..0]:'o'7", "00000001"},       {"[A2..0]:[2..5]", "00111100"},
+        {"[A2..0]:[0..7]", "11111111"},  {"[A2..0]:[1..6]", "01111110"},     {"[A2..0]:[3..3]", "00010000"},
+        {"![A2..0]:[1..6]", "10000001"}, {"!([A2..0]:[3..4])", "11100111"},  {"[A2..0]:&", "00000001"},
+        {"[A2..0]:#", "01111111"},       {"[A2..0]:$", "01101001"},          {"F:7", "00000001"},
+        {"HI:[4..7]", "00001111"},       {"HI:[0..3]", "11110000"},  // bits that the field lacks are ignored
+        {"HI:'d'4", "00001100"},         {"[A2,A0]:4", "00001010"},  // one stem: weights 4 and 1
+        {"[A2,B0]:2", "00001111"},       {"F:['b'010..'b'101]", "00111100"}, {"F:[4..9]", "11001111"},
+        {"F:[0..FF]", "11111111"},  // runs over the end of the field
+    };
+    std::string body = "PIN=[A2..0]; PIN=B0; FIELD F=[A2..0]; FIELD HI=[A2..A1];\n";
+    for (std::size_t i = 0; i < std::size(cases); ++i)
+        body += "PIN=Y" + std::to_string(i) + "A; Y" + std::to_string(i) + "A = " + cases[i].Text + ";\n";
+    const auto done = Compile(body);
+    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+    const Table table(done->Text(".PLA"));
+    for (std::size_t i = 0; i < std::size(cases); ++i)
+        EXPECT_EQ(Column(table, "Y" + std::to_string(i) + "A", {"A2", "A1", "A0"}), cases[i].Expected)
+            << cases[i].Text;
+}
+
+// Every range of four bits against a plain count, in both senses.
+TEST(Expressions, AllRangesOfFourBits) {
+    for (unsigned low = 0; low < 16; ++low) {
+        std::string body = "PIN=[A3..0];\n";
+        const auto name = [](unsigned high, char sense) { return "Y" + std::to_string(high) + sense; };
+        for (unsigned high = low; high < 16; ++high) {
+            char bounds[32];
+            std::snprintf(bounds, sizeof bounds, "[A3..0]:[%X..%X]", low, high);
+            body += "PIN=" + name(high, 'P') + "; " + name(high, 'P') + " = " + bounds + ";\n";
+            body += "PIN=" + name(high, 'N') + "; " + name(high, 'N') + " = !" + bounds + ";\n";
+        }
+        const Table table(Compile(body, "bm0")->Text(".PLA"));
+        for (unsigned high = low; high < 16; ++high) {
+            for (unsigned value = 0; value < 16; ++value) {
+                const Point point{{"A3", (value & 8) != 0},
+                                  {"A2", (value & 4) != 0},
+                                  {"A1", (value & 2) != 0},
+                                  {"A0", (value & 1) != 0}};
+                const bool inside = low <= value && value <= high;
+                ASSERT_EQ(table.At(name(high, 'P'), point), inside ? '1' : '0')
+                    << low << " " << high << " " << value;
+                ASSERT_EQ(table.At(name(high, 'N'), point), inside ? '0' : '1')
+                    << low << " " << high << " " << value;
+            }
+        }
+    }
+}
+
+TEST(Expressions, ListsMemberByMember) {
+    const auto done = Compile(
+        "PIN=[D1..0]; PIN=G; PIN=[Q1..0]; PIN=[R1..0]; PIN=[S1..0];\nFIELD N=[S1..0];\n"
+        "[Q1..0] = [D1..0] & G;  [R1..0] = [D1..0] $ 'b'10;  N = !N2; [N21..20] = [D0..1]; N2 = N21 # N20;");
+    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+    const Table table(done->Text(".PLA"));
+    const std::vector<std::string> in{"D1", "D0", "G"};
+    EXPECT_EQ(Column(table, "Q1", in), "00000101");
+    EXPECT_EQ(Column(table, "Q0", in), "00010001");
+    EXPECT_EQ(Column(table, "R1", in), "11110000");
+    EXPECT_EQ(Column(table, "R0", in), "00110011");
+    EXPECT_EQ(Column(table, "S1", in), "11000000");
+    EXPECT_EQ(Column(table, "S0", in), "11000000");
+}
+
+TEST(Expressions, FunctionsTakeParametersByName) {
+    const auto done = Compile(
+        "PIN=[A,B,C]; PIN=[S,Y];\nFUNCTION half(x, y) { t = x & !y; half = t # !x & y; }\n"
+        "FUNCTION sum(a, b, c) { sum = half(half(a, b), c); }\nS = sum(A, B, C); Y = !half(A, 'b'1);");
+    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+    const Table table(done->Text(".PLA"));
+    EXPECT_EQ(Column(table, "S", {"A", "B", "C"}), "01101001");
+    EXPECT_EQ(Column(table, "Y", {"A"}), "01");
+}

@@ -1,0 +1,189 @@
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "kernel/Host.h"
+#include "kernel/Paths.h"
+#include "kernel/RunRecord.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Sent {
+    std::uint32_t Handle;
+    std::uint32_t Message;
+    std::string Text;
+};
+std::vector<Sent> sent;
+
+std::string FileText(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+void WriteText(const fs::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+class Kernel : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        char name[] = "/tmp/KernelTestXXXXXX";
+        folder = mkdtemp(name);
+        for (const char* file : {"COUNT8.PLD", "COUNT8.SI"})
+            fs::copy(fs::path(DATA_DIR "/Examples") / file, folder);
+        sent.clear();
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    // The folder as the desktop names it.
+    std::string DriveForm(const std::string& name) const {
+        std::string path = "C:" + folder.string() + "/" + name;
+        for (char& c : path)
+            if (c == '/') c = '\\';
+        return path;
+    }
+
+    std::int32_t Call(const char* library, const char* entry, const std::string& design,
+                      const std::string& options) {
+        kernel::RunRecord record{};
+        record.hWndStatus = 11;
+        record.hWndMessages = 22;
+        kernel::SetText(record.szDesign, design);
+        kernel::SetText(record.szDevice, "virtual");
+        kernel::SetText(record.szOptions, options);
+        void* handle = dlopen((std::string(STAGE_DIR "/Shared/") + library).c_str(), RTLD_NOW | RTLD_LOCAL);
+        if (handle == nullptr) throw std::runtime_error(dlerror());
+        const auto call = reinterpret_cast<std::int32_t (*)(kernel::RunRecord*)>(dlsym(handle, entry));
+        const std::int32_t result = call(&record);
+        dlclose(handle);
+        return result;
+    }
+
+    std::string Run(const std::string& arguments, int& code) const {
+        const std::string line =
+            "cd " + folder.string() + " && " STAGE_DIR "/bin/teskc " + arguments + " 2>&1";
+        std::FILE* pipe = popen(line.c_str(), "r");
+        std::string text;
+        for (int c; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+        code = WEXITSTATUS(pclose(pipe));
+        return text;
+    }
+
+    fs::path folder;
+};
+
+std::size_t Count(std::uint32_t message) {
+    std::size_t count = 0;
+    for (const Sent& one : sent) count += one.Message == message ? 1 : 0;
+    return count;
+}
+
+}  // namespace
+
+extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message, std::uintptr_t wparam,
+                                     std::intptr_t lparam) {
+    const std::uintptr_t text = message == kernel::addLine ? static_cast<std::uintptr_t>(lparam) : wparam;
+    sent.push_back({handle, message, text == 0 ? "" : reinterpret_cast<const char*>(text)});
+    return 0;
+}
+
+TEST_F(Kernel, CompilesAndSimulatesADesignNamedInDriveForm) {
+    EXPECT_EQ(Call("teskk.dll", "TeskkVB", DriveForm("count8"), "axlbsm4"), 0);
+    for (const char* output : {"LST", "DOC", "ABS", "PLA", "SO", "VCD"})
+        EXPECT_FALSE(FileText(folder / (std::string("count8.") + output)).empty()) << output;
+    EXPECT_EQ(Count(kernel::oneError), 0u);
+    EXPECT_EQ(sent.front().Message, 101u);
+    EXPECT_EQ(sent.front().Handle, 11u);
+    EXPECT_EQ(sent.back().Text, "Compilation complete");
+}
+
+TEST_F(Kernel, SimulatorTellsAMismatch) {
+    ASSERT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "a"), 0);
+    std::string vectors = FileText(folder / "COUNT8.SI");
+    vectors.replace(vectors.find("\"02\""), 4, "\"03\"");
+    WriteText(folder / "COUNT8.SI", vectors);
+    sent.clear();
+    EXPECT_EQ(Call("vornk.dll", "VornkVB", DriveForm("COUNT8"), "l"), 1);
+    EXPECT_GE(Count(kernel::oneError), 1u);
+    EXPECT_NE(FileText(folder / "COUNT8.SO").find("Q0"), std::string::npos);
+}
+
+// Lines go to the list, counts to the status window; each counted message has its line.
+TEST_F(Kernel, ReportsByMessagesOnly) {
+    WriteText(folder / "BAD.PLD", "Name Bad;\r\nPIN = Y;\r\nY = X;\r\n");
+    EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "BAD", "lam4j"), 1);
+    EXPECT_EQ(Count(kernel::oneError), 1u);
+    EXPECT_EQ(Count(kernel::oneWarning), 8u);  // the rest of the header
+    std::size_t lines = 0;
+    for (const Sent& one : sent) {
+        if (one.Message != kernel::addLine) continue;
+        ++lines;
+        EXPECT_EQ(one.Handle, 22u);
+        EXPECT_EQ(one.Text[0], '[');
+        EXPECT_EQ(one.Text[7], ']');
+    }
+    EXPECT_EQ(lines, 9u);
+    EXPECT_FALSE(fs::exists(folder / "BAD.ABS"));
+    EXPECT_NE(FileText(folder / "BAD.LST").find("    3: Y = X;\r\n[1201ta]"), std::string::npos);
+}
+
+TEST_F(Kernel, SameInputSameBytes) {
+    const char* const outputs[] = {"LST", "DOC", "ABS", "PLA", "MX"};
+    std::vector<std::string> first;
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "axlbem4"), 0);
+        for (std::size_t i = 0; i < std::size(outputs); ++i) {
+            const std::string text = FileText(folder / (std::string("COUNT8.") + outputs[i]));
+            if (round == 0) first.push_back(text);
+            EXPECT_EQ(text, first[i]) << outputs[i];
+            for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
+                ASSERT_EQ(text[at - 1], '\r') << outputs[i];
+        }
+    }
+}
+
+// A text that fills its field has no NUL, and the field behind it is not read.
+TEST_F(Kernel, FullFieldsOfTheRecord) {
+    kernel::RunRecord::Text field;
+    kernel::SetText(field, std::string(300, 'x'));
+    EXPECT_EQ(kernel::TextOf(field), std::string(256, 'x'));
+    kernel::SetText(field, "COUNT8");
+    EXPECT_EQ(field[6], '\0');
+    EXPECT_EQ(field[255], ' ');
+    EXPECT_EQ(kernel::TextOf(field), "COUNT8");
+}
+
+TEST_F(Kernel, NamesAreFoundWithoutRegardToCase) {
+    fs::create_directory(folder / "Sub");
+    WriteText(folder / "Sub" / "b.pld", "1");
+    WriteText(folder / "Sub" / "B.PLD", "2");
+    EXPECT_EQ(kernel::HostPath(DriveForm("SUB\\B.pld")),
+              folder / "Sub" / "B.PLD");  // the first in byte order
+    EXPECT_EQ(kernel::HostPath(DriveForm("SUB\\b.pld")), folder / "Sub" / "b.pld");  // an exact match
+    EXPECT_EQ(kernel::HostPath((folder / "sub" / "New.LST").string()), folder / "Sub" / "New.LST");
+}
+
+TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
+    int code = -1;
+    EXPECT_EQ(Run("-d virtual -o axlbm4 COUNT8.PLD", code), "");
+    EXPECT_EQ(code, 0);
+    WriteText(folder / "BAD.PLD",
+              "Name B; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n"
+              "PIN = Y;\nY = X;\n");
+    EXPECT_EQ(Run("-o l BAD.PLD", code),
+              "[1201ta] Error: Unknown name: \"X\" (BAD.PLD line 3 column 5)\n");
+    EXPECT_EQ(code, 1);
+    EXPECT_NE(Run("MISSING.PLD", code).find("[0101tx] Error: "), std::string::npos);
+    EXPECT_EQ(code, 1);
+    EXPECT_NE(Run("-o", code).find("usage: "), std::string::npos);
+    EXPECT_EQ(code, 1);
+}
