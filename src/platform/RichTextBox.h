@@ -57,13 +57,15 @@ class RichTextBox {
     virtual std::int32_t SelStart() const = 0;
     virtual void SetSelStart(std::int32_t offset) = 0;  // also makes the selection empty
     virtual std::int32_t SelLength() const = 0;
+    // Error 380 if negative.
     virtual void SetSelLength(std::int32_t length) = 0;
     virtual std::string SelText() const = 0;
-    virtual void SetSelText(
-        std::string_view text) = 0;  // replaces the selection, caret behind; one undo step
+    virtual void SetSelText(std::string_view text) = 0;  // replaces the selection, caret behind; line ends
+                                                         // become CR LF; one undo step
 
     // Of the selection; of the character before the caret if it is empty (its first character's if mixed).
-    // Setting with an empty selection changes what is typed next at this place.
+    // Setting with an empty selection changes what is typed next at this place; in an empty text also the
+    // formatting of texts set later. A character of several bytes is formatted whole.
     virtual CharFormat SelFormat() const = 0;
     virtual void SetSelColor(std::int32_t color) = 0;
     virtual void SetSelBold(bool on) = 0;

@@ -7,6 +7,7 @@
 #include "base/Number.h"
 #include "base/Text.h"
 #include "shell/SettingsTable.h"
+#include "shell/StartUp.h"
 
 namespace shell {
 namespace {
@@ -161,7 +162,7 @@ void SetDefaultFonts(Session& state, const platform::System& desktop) {
 
 void RunFirst(Session& state, const platform::Host& host, MainWindowState& window) {
     // The handle stays open until the program ends.
-    const auto key = host.Settings.Create(SettingsKey, "Korvane");
+    const auto key = host.Settings.Create(settingsKey, "Korvane");
     if (!key) return host.Boxes.Say(noKorvaneKey);
     TakeFirstRunValues({state, window.Place}, host.Settings, *key);
     SaveSettings(state, host, window);
@@ -172,8 +173,8 @@ void RunFirst(Session& state, const platform::Host& host, MainWindowState& windo
 void LoadSettings(Session& state, const platform::Host& host, MainWindowState& window) {
     SetDefaultFonts(state, host.Desktop);
     Registry& store = host.Settings;
-    auto key = store.Open(SettingsKey, Registry::Access::Read);
-    if (!key) key = store.Create(SettingsKey, "Initialized");
+    auto key = store.Open(settingsKey, Registry::Access::Read);
+    if (!key) key = store.Create(settingsKey, "Initialized");
     // Kept: this one message names the companion.
     if (!key) return host.Boxes.Say("Unable to create registration database entries for Stavrik!");
 
@@ -185,7 +186,7 @@ void LoadSettings(Session& state, const platform::Host& host, MainWindowState& w
 
 void SaveSettings(Session& state, const platform::Host& host, const MainWindowState& window) {
     Registry& store = host.Settings;
-    if (const auto key = store.Open(SettingsKey, Registry::Access::Write)) {
+    if (const auto key = store.Open(settingsKey, Registry::Access::Write)) {
         session::Placement place = window.Place;
         Walk({state, place}, [&](const Setting& setting, const std::string& name, const Field& field) {
             if (setting.How == Use::ReadOnly) return;
@@ -198,7 +199,7 @@ void SaveSettings(Session& state, const platform::Host& host, const MainWindowSt
         return;
     }
     // Kept: a key that had to be made stays empty, so the next start is a first run.
-    const auto made = store.Create(SettingsKey, "Korvane");
+    const auto made = store.Create(settingsKey, "Korvane");
     if (!made) return host.Boxes.Say(noKorvaneKey);
     store.Flush(*made);
     store.Close(*made);

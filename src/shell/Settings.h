@@ -10,8 +10,6 @@
 // counts. Texts cross the store through a fixed buffer: at most 256 bytes are written, at most 254 read.
 namespace shell {
 
-inline constexpr const char* SettingsKey = "Software\\Brennick Labs\\Korvane\\5.0\\Settings";
-
 // frmMain as the settings see it.
 struct MainWindowState {
     session::Placement Place;  // twips

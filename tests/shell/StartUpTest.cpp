@@ -52,7 +52,8 @@ TEST_F(StartUpTest, GoesThroughItsStepsInOrder) {
     EXPECT_EQ(state_.NoHighlightKeys.size(), 26u);
     EXPECT_EQ(errors_.ErrorCount, 1);
     EXPECT_EQ(folder_.Read("Shared/tesk.dl"), "devices");
-    EXPECT_EQ(std::get<std::string>(desktop_.Settings.Keys[shell::settingsKey]["LastPathway"]), state_.ExamplesDir);
+    EXPECT_EQ(std::get<std::string>(desktop_.Settings.Keys[shell::settingsKey]["LastPathway"]),
+              state_.ExamplesDir);
     EXPECT_EQ(desktop_.Settings.Classes[shell::settingsKey], "Korvane");
 }
 
@@ -108,7 +109,7 @@ TEST(InstallRoot, IsCutByTheLengthOfTheExecutablesName) {
         const char* Root;
     } cases[] = {{"C:\\Opt\\Korvane\\Korvane", "C:\\Opt"},
                  {"C:\\Opt\\Korvane\\Korvane.EXE", "C:\\Opt"},
-                 {"C:\\Opt\\bin\\Korvane", "C:"},           // a shorter folder cuts into the next one
+                 {"C:\\Opt\\bin\\Korvane", "C:"},  // a shorter folder cuts into the next one
                  {"C:\\Opt\\KorvaneBeta\\Korvane", "C:\\Opt\\Kor"}};
     for (const auto& c : cases) {
         session::Session state;

@@ -89,6 +89,32 @@ TEST_F(HostProcessesTest, StartedProgramsHaveOrdinarySignalsAndASessionOfTheirOw
     EXPECT_EQ(folder_.Read("out"), std::to_string(id) + "\n");
 }
 
+// The small programs of the installation's Windows folder.
+TEST_F(HostProcessesTest, StandardToolsOpenWhatTheDesktopHas) {
+    const struct {
+        std::string Tool;
+        std::string Program;
+        std::string Output;
+    } rows[] = {
+        {"calc.exe", "xcalc", "|\n"},
+        {"explorer.exe", "thunar", "|/home/my user\n"},
+        {"system32/command.com", "xterm", "|\n"},
+    };
+    const std::string bin = (folder_.Path() / "bin").string();
+    for (const auto& row : rows) {
+        const auto run = [&] {
+            return std::system(("cd " + folder_.Path().string() + "; HOME='/home/my user' PATH=" + bin +
+                                " '" + KORVANE_DATA_DIR "/Windows/" + row.Tool + "' >out 2>errors")
+                                   .c_str());
+        };
+        EXPECT_EQ(WEXITSTATUS(run()), 1) << row.Tool;
+        EXPECT_TRUE(folder_.Read("errors").find(row.Program) != std::string::npos) << row.Tool;
+        Script("bin/" + row.Program, "echo \"|$*\"\n");
+        EXPECT_EQ(run(), 0) << row.Tool;
+        EXPECT_EQ(folder_.Read("out"), row.Output) << row.Tool;
+    }
+}
+
 TEST_F(HostProcessesTest, TellsWhyAProgramCannotStart) {
     folder_.Write("plain.exe", "no program");
     Script("lost.exe", "");

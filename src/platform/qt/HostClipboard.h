@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Clipboard.h"
+
+namespace platform::qt {
+
+// The desktop's clipboard. Bytes that are no UTF-8 survive between instances of this program: other programs
+// get the text with replacement characters.
+class HostClipboard : public Clipboard {
+  public:
+    bool HasText() const override;
+    std::string Text() const override;
+    void SetText(const std::string& text) override;
+};
+
+}  // namespace platform::qt

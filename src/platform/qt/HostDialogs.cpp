@@ -1,0 +1,240 @@
+#include "platform/qt/HostDialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QGridLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPushButton>
+#include <QScrollArea>
+#include <algorithm>
+
+#include "base/Text.h"
+#include "platform/qt/HostFileDialog.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr auto DefaultTitle = "Korvane";
+constexpr std::size_t MaxShownText = 1 << 16;  // bytes of a message; the rest is cut
+constexpr int MaxTextHeight = 400;             // pixels; a higher text scrolls
+constexpr int MaxTextWidth = 800;              // pixels
+
+constexpr struct {
+    Buttons Choice;
+    QMessageBox::StandardButtons Shown;
+} ButtonTable[] = {
+    {Buttons::Ok, QMessageBox::Ok},
+    {Buttons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel},
+    {Buttons::YesNo, QMessageBox::Yes | QMessageBox::No},
+    {Buttons::YesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel},
+};
+
+constexpr struct {
+    QMessageBox::StandardButton Button;
+    Answer Meaning;
+    const char* Caption;
+} AnswerTable[] = {
+    {QMessageBox::Ok, Answer::Ok, "OK"},
+    {QMessageBox::Cancel, Answer::Cancel, "Cancel"},
+    {QMessageBox::Yes, Answer::Yes, "&Yes"},
+    {QMessageBox::No, Answer::No, "&No"},
+};
+
+constexpr struct {
+    Icon Picture;
+    QMessageBox::Icon Shown;
+} IconTable[] = {
+    {Icon::None, QMessageBox::NoIcon},
+    {Icon::Stop, QMessageBox::Critical},
+    {Icon::Question, QMessageBox::Question},
+    {Icon::Warning, QMessageBox::Warning},
+    {Icon::Information, QMessageBox::Information},
+};
+
+// A dialog that may be taken away with its parent while it is open.
+template <class Dialog>
+class Modal {
+  public:
+    explicit Modal(Dialog* dialog) : dialog_(dialog) {}
+    ~Modal() { delete dialog_.data(); }
+    Modal(const Modal&) = delete;
+    Modal& operator=(const Modal&) = delete;
+
+    Dialog* operator->() const { return dialog_; }
+
+    // True if it was accepted and is still there. The hourglass rests meanwhile.
+    bool Run() {
+        const bool isBusy = QGuiApplication::overrideCursor() != nullptr;
+        if (isBusy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        const int result = dialog_->exec();
+        if (isBusy) QGuiApplication::restoreOverrideCursor();
+        return dialog_ != nullptr && result != QDialog::Rejected;
+    }
+    bool IsThere() const { return dialog_ != nullptr; }
+
+  private:
+    QPointer<Dialog> dialog_;
+};
+
+QString Shown(const std::string& text) {
+    std::string shown = base::ReplaceAll(base::ReplaceAll(text, "\r\n", "\n"), "\r", "\n");
+    if (shown.size() > MaxShownText) shown = base::Left(shown, MaxShownText) + "\n...";
+    return QString::fromStdString(base::DisplayUtf8(shown));
+}
+
+QString TitleOf(const std::string& title) { return title.empty() ? QString(DefaultTitle) : Shown(title); }
+
+// A text that would make the box higher or wider than a screen goes into a frame that scrolls.
+void BoundText(QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (label == nullptr || grid == nullptr) return;
+    const QSize wanted = label->sizeHint();
+    if (wanted.height() <= MaxTextHeight && wanted.width() <= MaxTextWidth) return;
+    auto* frame = new QScrollArea(&box);
+    frame->setObjectName("TextFrame");
+    frame->setFrameShape(QFrame::NoFrame);
+    frame->setFixedSize(std::min(wanted.width() + 40, MaxTextWidth),
+                        std::min(wanted.height() + 40, MaxTextHeight));
+    delete grid->replaceWidget(label, frame);
+    label->setWordWrap(false);
+    frame->setWidget(label);
+    label->adjustSize();
+}
+
+QMessageBox* MakeMessageBox(const MessageBoxRequest& request, QWidget* parent) {
+    auto* box = new QMessageBox(parent);
+    box->setObjectName("MessageBox");
+    box->setWindowTitle(TitleOf(request.Title));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(Shown(request.Text));
+    for (const auto& row : IconTable)
+        if (row.Picture == request.Picture) box->setIcon(row.Shown);
+    for (const auto& row : ButtonTable)
+        if (row.Choice == request.Choice) box->setStandardButtons(row.Shown);
+    for (const auto& row : AnswerTable)
+        if (auto* button = box->button(row.Button)) button->setText(row.Caption);
+    BoundText(*box);
+    return box;
+}
+
+// What the box answers when it is closed without a button.
+Answer ClosedAnswer(Buttons choice) {
+    if (choice == Buttons::Ok) return Answer::Ok;
+    return choice == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+QColor ToColor(std::int32_t color) { return QColor(color & 255, (color >> 8) & 255, (color >> 16) & 255); }
+
+std::int32_t FromColor(const QColor& color) {
+    return color.red() | (color.green() << 8) | (color.blue() << 16);
+}
+
+QFont ToFont(const FontChoice& choice) {
+    QFont font(QString::fromStdString(choice.Name));
+    if (choice.Size > 0) font.setPointSizeF(choice.Size);
+    font.setBold(choice.Bold);
+    font.setItalic(choice.Italic);
+    font.setUnderline(choice.Underline);
+    return font;
+}
+
+}  // namespace
+
+HostDialogs::HostDialogs(const FileSystem& files, std::function<QWidget*()> parent)
+    : files_(files), parent_(std::move(parent)) {}
+
+QWidget* HostDialogs::Parent() const {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return parent_ ? parent_() : QApplication::activeWindow();
+}
+
+Answer HostDialogs::MessageBox(const MessageBoxRequest& request) {
+    Modal<QMessageBox> box(MakeMessageBox(request, Parent()));
+    box.Run();
+    if (box.IsThere() && box->clickedButton() != nullptr)
+        for (const auto& row : AnswerTable)
+            if (box->standardButton(box->clickedButton()) == row.Button) return row.Meaning;
+    return ClosedAnswer(request.Choice);
+}
+
+std::optional<std::string> HostDialogs::InputBox(const std::string& prompt, const std::string& title,
+                                                 const std::string& preset) {
+    Modal<QInputDialog> box(new QInputDialog(Parent()));
+    box->setObjectName("InputBox");
+    box->setWindowTitle(TitleOf(title));
+    box->setInputMode(QInputDialog::TextInput);
+    box->setLabelText(Shown(prompt));
+    for (auto* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+    box->setTextValue(QString::fromStdString(preset));
+    box->setOkButtonText("OK");
+    box->setCancelButtonText("Cancel");
+    if (!box.Run()) return std::nullopt;
+    return box->textValue().toStdString();
+}
+
+std::optional<std::string> HostDialogs::RunFileDialog(bool save, const FileDialogRequest& request) {
+    const auto mode = save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen;
+    Modal<HostFileDialog> box(new HostFileDialog(Parent(), mode, request, files_, *this));
+    if (!box.Run()) return std::nullopt;
+    return box->Chosen();
+}
+
+std::optional<std::string> HostDialogs::OpenFile(const FileDialogRequest& request) {
+    return RunFileDialog(false, request);
+}
+
+std::optional<std::string> HostDialogs::SaveFile(const FileDialogRequest& request) {
+    return RunFileDialog(true, request);
+}
+
+std::optional<FontChoice> HostDialogs::ChooseFont(const FontChoice& preset) {
+    Modal<QFontDialog> box(new QFontDialog(ToFont(preset), Parent()));
+    box->setObjectName("FontDialog");
+    box->setOption(QFontDialog::DontUseNativeDialog);
+    box->setWindowTitle("Font");
+    std::int32_t color = preset.Color;
+    if (auto* buttons = box->findChild<QDialogButtonBox*>()) {
+        auto* button = buttons->addButton("&Color...", QDialogButtonBox::ActionRole);
+        button->setObjectName("Color");
+        QObject::connect(button, &QPushButton::clicked, button,
+                         [&] { color = ChooseColor(color).value_or(color); });
+    }
+    if (!box.Run()) return std::nullopt;
+    const QFont font = box->selectedFont();
+    return FontChoice{
+        font.family().toStdString(), font.pointSizeF(), font.bold(), font.italic(), font.underline(), color};
+}
+
+std::optional<std::int32_t> HostDialogs::ChooseColor(std::int32_t preset) {
+    Modal<QColorDialog> box(new QColorDialog(ToColor(preset), Parent()));
+    box->setObjectName("ColorDialog");
+    box->setOption(QColorDialog::DontUseNativeDialog);
+    box->setWindowTitle("Color");
+    if (!box.Run()) return std::nullopt;
+    return FromColor(box->selectedColor());
+}
+
+QPrinter& HostDialogs::Printer() {
+    if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    return *printer_;
+}
+
+bool HostDialogs::SetUpPrinter() {
+    Modal<QPrintDialog> box(new QPrintDialog(&Printer(), Parent()));
+    box->setObjectName("PrinterDialog");
+    box->setWindowTitle("Print Setup");
+    box->setOption(QAbstractPrintDialog::PrintPageRange, false);
+    box->setOption(QAbstractPrintDialog::PrintSelection, false);
+    if (auto* buttons = box->findChild<QDialogButtonBox*>())
+        if (auto* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText("OK");
+    return box.Run();
+}
+
+}  // namespace platform::qt

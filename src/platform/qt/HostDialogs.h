@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QPrinter>
+#include <functional>
+#include <memory>
+
+#include "platform/Dialogs.h"
+#include "platform/FileSystem.h"
+
+class QWidget;
+
+namespace platform::qt {
+
+// The dialogs as windows named "MessageBox", "InputBox", "FileDialog", "FontDialog", "ColorDialog" and
+// "PrinterDialog". Texts are shown as plain text.
+class HostDialogs : public Dialogs {
+  public:
+    // `parent` gives the window that a dialog belongs to, or null; an open modal window comes before it.
+    explicit HostDialogs(const FileSystem& files, std::function<QWidget*()> parent = {});
+
+    Answer MessageBox(const MessageBoxRequest& request) override;
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& preset) override;
+    std::optional<std::string> OpenFile(const FileDialogRequest& request) override;
+    std::optional<std::string> SaveFile(const FileDialogRequest& request) override;
+    std::optional<FontChoice> ChooseFont(const FontChoice& preset) override;
+    std::optional<std::int32_t> ChooseColor(std::int32_t preset) override;
+    bool SetUpPrinter() override;
+
+    // What SetUpPrinter sets up and printing uses. Valid without any printer: it then prints to a file.
+    QPrinter& Printer();
+
+  private:
+    QWidget* Parent() const;
+    std::optional<std::string> RunFileDialog(bool save, const FileDialogRequest& request);
+
+    const FileSystem& files_;
+    std::function<QWidget*()> parent_;
+    std::unique_ptr<QPrinter> printer_;
+};
+
+}  // namespace platform::qt

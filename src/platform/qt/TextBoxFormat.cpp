@@ -1,0 +1,320 @@
+#include <QFontDatabase>
+#include <QTimer>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "base/Text.h"
+#include "platform/qt/TextBox.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr std::int32_t windowSize = 65536;          // bytes styled together
+constexpr std::size_t maxRemovedBytes = 32U << 20;  // of formatting kept for undo
+constexpr std::size_t maxRemoved = 20000;           // pieces of text
+constexpr std::int32_t maxCharacter = 4;            // bytes of UTF-8
+constexpr double minSize = 1;                       // points
+constexpr double maxSize = 1638;                    // as the font dialogs have it
+
+int Hundredths(double points) {
+    if (std::isnan(points)) points = minSize;
+    return static_cast<int>(std::lround(std::clamp(points, minSize, maxSize) * 100));
+}
+
+// The family to draw with: a fixed font that is missing gives the system's fixed font, other missing fonts
+// are replaced by the font system.
+QByteArray DrawnFamily(const std::string& name) {
+    const QString family = QString::fromStdString(name);
+    if (QFontDatabase::hasFamily(family)) return family.toUtf8();
+    for (const char* sign : {"COURIER", "MONO", "CONSOL", "FIXED", "TERMINAL", "TYPEWRITER"})
+        if (base::Contains(base::Upper(name), sign))
+            return QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toUtf8();
+    return family.toUtf8();
+}
+
+// New style numbers of one format by old number, filled as they are met.
+struct Repaint {
+    CharFormat Format;
+    std::array<std::int16_t, 256> Numbers;
+};
+
+}  // namespace
+
+// A piece of the style bytes under work: read once, changed in memory, written back in one go.
+class TextBox::StyleWindow {
+  public:
+    StyleWindow(TextBox& box, std::int32_t end) : box_(box), end_(end) {}
+    ~StyleWindow() { Write(); }
+    StyleWindow(const StyleWindow&) = delete;
+    StyleWindow& operator=(const StyleWindow&) = delete;
+
+    // The style bytes from `offset`, at most `length` of them.
+    std::span<char> At(std::int32_t offset, std::int32_t length) {
+        const auto held = start_ + static_cast<std::int32_t>(styles_.size());
+        if (offset < start_ || offset >= held) {
+            Write();
+            start_ = offset;
+            box_.ReadStyles(offset, std::min(windowSize, end_ - offset), styles_);
+        }
+        const auto from = static_cast<std::size_t>(offset - start_);
+        return std::span(styles_).subspan(from,
+                                          std::min(static_cast<std::size_t>(length), styles_.size() - from));
+    }
+
+  private:
+    void Write() { box_.WriteStyles(start_, styles_); }
+
+    TextBox& box_;
+    std::int32_t end_;
+    std::int32_t start_ = 0;
+    std::string styles_;
+};
+
+void TextBox::DefineStyle(StyleTable::Number number, const CharStyle& style) {
+    const QByteArray family = DrawnFamily(style.FontName);
+    SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(number), family.constData());
+    Sci(SCI_STYLESETSIZEFRACTIONAL, number, style.FontSize);
+    Sci(SCI_STYLESETFORE, number, style.Format.Color & 0xFFFFFF);
+    Sci(SCI_STYLESETBACK, number, 0xFFFFFF);
+    Sci(SCI_STYLESETBOLD, number, style.Format.Bold);
+    Sci(SCI_STYLESETITALIC, number, style.Format.Italic);
+    Sci(SCI_STYLESETUNDERLINE, number, style.Format.Underline);
+    if (number != 0) return;
+    for (int own = STYLE_DEFAULT; own <= STYLE_LASTPREDEFINED; ++own) {
+        SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(own), family.constData());
+        Sci(SCI_STYLESETSIZEFRACTIONAL, own, style.FontSize);
+    }
+}
+
+StyleTable::Number TextBox::NumberAt(std::int32_t offset) const {
+    return static_cast<StyleTable::Number>(Sci(SCI_GETSTYLEAT, offset));
+}
+
+CharStyle TextBox::SelStyle() const {
+    const Span span = Selection();
+    if (span.Length > 0) return styles_.StyleOf(NumberAt(span.Start));
+    if (pending_ && pending_->Offset == span.Start) return pending_->Style;
+    if (TextLength() == 0) return default_;
+    return styles_.StyleOf(NumberAt(std::max(span.Start - 1, 0)));
+}
+
+void TextBox::SetSelColor(std::int32_t color) {
+    ChangeSelStyle([color](CharStyle& style) { style.Format.Color = color & 0xFFFFFF; });
+}
+void TextBox::SetSelBold(bool on) {
+    ChangeSelStyle([on](CharStyle& style) { style.Format.Bold = on; });
+}
+void TextBox::SetSelItalic(bool on) {
+    ChangeSelStyle([on](CharStyle& style) { style.Format.Italic = on; });
+}
+void TextBox::SetSelUnderline(bool on) {
+    ChangeSelStyle([on](CharStyle& style) { style.Format.Underline = on; });
+}
+void TextBox::SetSelFontName(const std::string& name) {
+    ChangeSelStyle([&name](CharStyle& style) { style.FontName = name; });
+    TidyStylesLater();
+}
+void TextBox::SetSelFontSize(double size) {
+    ChangeSelStyle([size](CharStyle& style) { style.FontSize = Hundredths(size); });
+    TidyStylesLater();
+}
+
+void TextBox::SetDefaultFont(const std::string& name, double size) {
+    default_.FontName = name;
+    default_.FontSize = Hundredths(size);
+    if (TextLength() == 0) pending_.reset();
+    TidyStylesLater();
+}
+
+void TextBox::ChangeSelStyle(const std::function<void(CharStyle&)>& change) {
+    const Span span = Selection();
+    if (span.Length > 0) return ChangeStyles(WholeCharacters(span), change);
+    PendingStyle pending{span.Start, SelStyle()};
+    change(pending.Style);
+    // In an empty text the formatting is the control's own: texts loaded later bear it too.
+    if (TextLength() == 0) change(default_);
+    pending_ = pending;
+}
+
+void TextBox::ChangeStyles(Span span, const std::function<void(CharStyle&)>& change) {
+    std::array<std::int16_t, 256> numbers;
+    numbers.fill(-1);
+    styles_.Hold();
+    {
+        const std::int32_t end = span.Start + span.Length;
+        StyleWindow window(*this, end);
+        for (std::int32_t offset = span.Start; offset < end;) {
+            const std::span<char> styles = window.At(offset, end - offset);
+            for (char& style : styles) {
+                const auto old = static_cast<StyleTable::Number>(style);
+                if (numbers[old] < 0) {
+                    CharStyle changed = styles_.StyleOf(old);
+                    change(changed);
+                    numbers[old] = styles_.NumberOf(changed);
+                }
+                style = static_cast<char>(numbers[old]);
+            }
+            offset += static_cast<std::int32_t>(styles.size());
+        }
+    }
+    styles_.Unhold();
+}
+
+// A range that cuts a character of several bytes takes it whole: half a character can't be seen.
+TextBox::Span TextBox::WholeCharacters(Span span) const {
+    const auto isInside = [this](std::int32_t offset) {
+        return offset > 0 && offset < TextLength() && (Sci(SCI_GETCHARAT, offset) & 0xC0) == 0x80;
+    };
+    std::int32_t start = span.Start;
+    std::int32_t end = span.Start + span.Length;
+    if (isInside(start)) start = static_cast<std::int32_t>(Sci(SCI_POSITIONBEFORE, start + 1));
+    if (isInside(end)) {
+        const long before = Sci(SCI_POSITIONBEFORE, end);
+        end = static_cast<std::int32_t>(std::max<long>(end, Sci(SCI_POSITIONAFTER, before)));
+    }
+    return {std::min(start, span.Start), end - std::min(start, span.Start)};
+}
+
+void TextBox::ApplyFormats(std::span<const FormatRun> runs) {
+    if (runs.empty()) return;
+    std::vector<Repaint> repaints;
+    std::size_t current = 0;
+    styles_.Hold();
+    {
+        const FormatRun& last = runs.back();
+        StyleWindow window(*this, Clamp(Clamp(last.Start) + std::max(last.Length, 0) + maxCharacter));
+        for (const FormatRun& run : runs) {
+            const std::int32_t from = Clamp(run.Start);
+            const std::int32_t length = std::clamp(run.Length, 0, TextLength() - from);
+            if (length == 0) continue;
+            if (current >= repaints.size() || repaints[current].Format != run.Format) {
+                const auto known =
+                    std::find_if(repaints.begin(), repaints.end(),
+                                 [&run](const Repaint& repaint) { return repaint.Format == run.Format; });
+                current = static_cast<std::size_t>(known - repaints.begin());
+                if (known == repaints.end()) {
+                    repaints.push_back({run.Format, {}});
+                    repaints.back().Numbers.fill(-1);
+                }
+            }
+            auto& numbers = repaints[current].Numbers;
+            const Span span = WholeCharacters({from, length});
+            const std::int32_t end = span.Start + span.Length;
+            for (std::int32_t offset = span.Start; offset < end;) {
+                const std::span<char> styles = window.At(offset, end - offset);
+                for (char& style : styles) {
+                    const auto old = static_cast<StyleTable::Number>(style);
+                    if (numbers[old] < 0) {
+                        const CharStyle& now = styles_.StyleOf(old);
+                        numbers[old] = styles_.NumberOf({run.Format, now.FontName, now.FontSize});
+                    }
+                    style = static_cast<char>(numbers[old]);
+                }
+                offset += static_cast<std::int32_t>(styles.size());
+            }
+        }
+    }
+    styles_.Unhold();
+}
+
+void TextBox::ReadStyles(std::int32_t start, std::int32_t length, std::string& styles) const {
+    std::string cells(static_cast<std::size_t>(length) * 2 + 2, '\0');
+    SendScintilla(SCI_GETSTYLEDTEXT, static_cast<long>(start), static_cast<long>(start + length),
+                  cells.data());
+    styles.resize(static_cast<std::size_t>(length));
+    for (std::size_t i = 0; i < styles.size(); ++i) styles[i] = cells[2 * i + 1];
+}
+
+void TextBox::WriteStyles(std::int32_t start, std::string_view styles) {
+    if (styles.empty()) return;
+    Sci(SCI_STARTSTYLING, start);
+    Sci(SCI_SETSTYLINGEX, styles);
+}
+
+void TextBox::FillStyle(Span span, StyleTable::Number number) {
+    Sci(SCI_STARTSTYLING, span.Start);
+    Sci(SCI_SETSTYLING, span.Length, number);
+}
+
+void TextBox::OnModified(int position, int type, const char* text, int length) {
+    const bool again = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
+    if (type & SC_MOD_BEFOREDELETE) return loading_ ? void() : RememberRemoved(position, length);
+    if ((type & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) == 0 || loading_) return;
+    static_cast<void>(text);
+    exact_.reset();
+    if (type & SC_MOD_INSERTTEXT) StyleInserted(position, length, again);
+    pending_.reset();
+    emit Changed();
+}
+
+// The control gives inserted text the style 0.
+void TextBox::StyleInserted(std::int32_t start, std::int32_t length, bool again) {
+    if (again && RestoreRemoved(start, length)) return;
+    const StyleTable::Number number = InsertionNumber(start, length);
+    if (number != 0) FillStyle({start, length}, number);
+}
+
+StyleTable::Number TextBox::InsertionNumber(std::int32_t start, std::int32_t length) {
+    if (pending_ && pending_->Offset == start) return styles_.NumberOf(pending_->Style);
+    if (start > 0) return NumberAt(start - 1);
+    if (length < TextLength()) return NumberAt(length);
+    return styles_.NumberOf(default_);
+}
+
+void TextBox::RememberRemoved(std::int32_t start, std::int32_t length) {
+    RemovedStyles removed{start, std::hash<std::string_view>()(RangeView(start, length)), {}};
+    ReadStyles(start, length, removed.Styles);
+    removedBytes_ += removed.Styles.size();
+    removed_.push_back(std::move(removed));
+    while (removed_.size() > maxRemoved || removedBytes_ > maxRemovedBytes) {
+        removedBytes_ -= removed_.front().Styles.size();
+        removed_.pop_front();
+    }
+}
+
+bool TextBox::RestoreRemoved(std::int32_t start, std::int32_t length) {
+    const std::size_t hash = std::hash<std::string_view>()(RangeView(start, length));
+    const auto found = std::find_if(removed_.rbegin(), removed_.rend(), [&](const RemovedStyles& removed) {
+        return removed.Start == start && removed.TextHash == hash &&
+               removed.Styles.size() == static_cast<std::size_t>(length);
+    });
+    if (found == removed_.rend()) return false;
+    WriteStyles(start, found->Styles);
+    removedBytes_ -= found->Styles.size();
+    removed_.erase(std::next(found).base());
+    return true;
+}
+
+StyleTable::NumberSet TextBox::NumbersInUse() const {
+    StyleTable::NumberSet used;
+    const auto add = [&used](std::string_view styles) {
+        for (const char style : styles) used.set(static_cast<StyleTable::Number>(style));
+    };
+    used.set(0);
+    std::string styles;
+    const std::int32_t end = TextLength();
+    for (std::int32_t start = 0; start < end; start += windowSize) {
+        ReadStyles(start, std::min(windowSize, end - start), styles);
+        add(styles);
+    }
+    for (const RemovedStyles& removed : removed_) add(removed.Styles);
+    return used;
+}
+
+// Not at once: a font change sets several properties one after another.
+void TextBox::TidyStylesLater() {
+    if (tidyDue_) return;
+    tidyDue_ = true;
+    QTimer::singleShot(0, this, [this] { TidyStyles(); });
+}
+
+void TextBox::TidyStyles() {
+    tidyDue_ = false;
+    styles_.KeepOnly(NumbersInUse(), default_);
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,109 @@
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include "base/Text.h"
+#include "platform/qt/TextBox.h"
+#include "platform/qt/TextBoxKeys.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr int processKey = 229;  // virtual key code of what an input method has handled
+constexpr char mimeBytes[] = "application/x-korvane-bytes";
+
+}  // namespace
+
+// Keys that edit are the control's; all others go to the menu's shortcuts first.
+bool TextBox::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        event->setAccepted(EditCommand(*key).has_value() || TypesText(*key));
+        return true;
+    }
+    return QsciScintillaBase::event(event);
+}
+
+void TextBox::keyPressEvent(QKeyEvent* event) {
+    if (const auto command = EditCommand(*event)) {
+        Sci(static_cast<unsigned>(*command));
+    } else if (!TypesText(*event)) {
+        return event->ignore();
+    } else if (event->text().at(0).isPrint()) {
+        QsciScintillaBase::keyPressEvent(event);
+    } else {
+        // The base class knows no characters beyond the first 65,536 and drops invisible ones.
+        SendScintilla(SCI_REPLACESEL, event->text().toUtf8().constData());
+        Sci(SCI_SCROLLCARET);
+    }
+    event->accept();
+    DropPendingIfMoved();
+}
+
+void TextBox::keyReleaseEvent(QKeyEvent* event) {
+    QsciScintillaBase::keyReleaseEvent(event);
+    if (!event->isAutoRepeat()) emit KeyReleased(VirtualKeyCode(*event));
+}
+
+void TextBox::inputMethodEvent(QInputMethodEvent* event) {
+    QsciScintillaBase::inputMethodEvent(event);
+    DropPendingIfMoved();
+    if (!event->commitString().isEmpty()) emit KeyReleased(processKey);
+}
+
+// The right button leaves caret and selection as they are.
+void TextBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton) {
+        setFocus();
+        event->accept();
+        emit RightButtonPressed(event->globalPosition().toPoint());
+        return;
+    }
+    QsciScintillaBase::mousePressEvent(event);
+    DropPendingIfMoved();
+}
+
+void TextBox::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+
+void TextBox::DropPendingIfMoved() {
+    const Span span = Selection();
+    if (pending_ && (span.Length > 0 || span.Start != pending_->Offset)) pending_.reset();
+}
+
+// Dropped files are the window's to open.
+void TextBox::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) return event->ignore();
+    QsciScintillaBase::dragEnterEvent(event);
+}
+
+void TextBox::dragMoveEvent(QDragMoveEvent* event) {
+    if (event->mimeData()->hasUrls()) return event->ignore();
+    QsciScintillaBase::dragMoveEvent(event);
+}
+
+void TextBox::dropEvent(QDropEvent* event) {
+    if (event->mimeData()->hasUrls()) return event->ignore();
+    QsciScintillaBase::dropEvent(event);
+    DropPendingIfMoved();
+}
+
+QByteArray TextBox::fromMimeData(const QMimeData* source, bool& rectangular) const {
+    rectangular = false;
+    if (source->hasFormat(mimeBytes)) return source->data(mimeBytes);
+    return source->text().toUtf8();
+}
+
+// Bytes that are no text on the clipboard go along under a name of their own.
+QMimeData* TextBox::toMimeData(const QByteArray& text, bool) const {
+    auto* mime = new QMimeData;
+    mime->setText(QString::fromUtf8(text));
+    if (!base::IsValidUtf8({text.constData(), static_cast<std::size_t>(text.size())}))
+        mime->setData(mimeBytes, text);
+    return mime;
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Qt>
+#include <optional>
+
+class QKeyEvent;
+
+namespace platform::qt {
+
+// The Windows virtual key code of a key, such as 13 for Enter; 255 for a key that has none.
+int VirtualKeyCode(const QKeyEvent& event);
+
+// An editing key and the message that it sends. The menu's shortcuts are none of them.
+struct EditKey {
+    Qt::Key Key;
+    int Modifiers;  // SCMOD_… bits
+    int Command;    // SCI_… message
+};
+
+// The command of a key press, if it is an editing key.
+std::optional<int> EditCommand(const QKeyEvent& event);
+
+// The text that a key press types; empty for shortcuts and control characters.
+bool TypesText(const QKeyEvent& event);
+
+}  // namespace platform::qt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "platform/toolhost/Protocol.h"
+
+namespace platform::toolhost {
+
+// The host's end of the line: does what the program asks and passes on what the libraries send.
+class Library {
+  public:
+    explicit Library(int descriptor) : channel_(descriptor) {}
+
+    void Serve();  // until the program hangs up
+
+    // Relays a message and waits until the window has handled it. From any thread of the library; between
+    // the program's commands there is no one to hear it, and it is dropped.
+    void Relay(std::uint32_t window, std::uint32_t number, std::string_view first, std::string_view second);
+
+  private:
+    void Obey(const Frame& frame);
+    void Load(std::uint32_t module, const std::string& path);
+    void Free(std::uint32_t module);
+    void Call(Unpacker& arguments);
+    bool Hear(Frame& answer);  // false: the program is gone
+    void Answer(FrameKind kind, std::initializer_list<std::string_view> parts);
+
+    Channel channel_;
+    std::mutex line_;    // held while speaking
+    bool busy_ = false;  // a command of the program is under way; guarded by line_
+    std::map<std::uint32_t, void*> modules_;
+};
+
+}  // namespace platform::toolhost

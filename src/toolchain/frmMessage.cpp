@@ -1,0 +1,91 @@
+#include "toolchain/frmMessage.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
+#include <QScrollBar>
+
+#include "platform/qt/Twips.h"
+#include "toolchain/frmErrorMessage.h"
+
+namespace toolchain {
+namespace {
+
+bool OpensLookup(int key) { return key == Qt::Key_F1 || key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+}  // namespace
+
+frmMessage::frmMessage(session::App& app, const ErrorCodes& codes, QWidget* parent)
+    : QWidget(parent), app_(app), codes_(codes), lstMessages_(new QListView(this)) {
+    setObjectName("frmMessage");
+    setWindowTitle("Messages");
+    lstMessages_->setObjectName("lstMessages");
+    lstMessages_->setModel(&model_);
+    lstMessages_->setUniformItemSizes(true);
+    lstMessages_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstMessages_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    lstMessages_->installEventFilter(this);
+    setFocusProxy(lstMessages_);
+    connect(lstMessages_, &QListView::clicked, this, &frmMessage::lstMessages_Click);
+    followTimer_.setSingleShot(true);
+    connect(&followTimer_, &QTimer::timeout, lstMessages_, &QListView::scrollToBottom);
+    handle_ =
+        app_.Host.Libraries.Register([this](const platform::ToolMessage& message) { Receive(message); });
+    ResetFont();
+}
+
+frmMessage::~frmMessage() { app_.Host.Libraries.Unregister(handle_); }
+
+void frmMessage::Receive(const platform::ToolMessage& message) {
+    if (message.Number == platform::msgResetContent) model_.Clear();
+    if (message.Number != platform::msgAddString) return;
+    const QScrollBar& bar = *lstMessages_->verticalScrollBar();
+    if (bar.value() == bar.maximum() && !followTimer_.isActive()) followTimer_.start(0);
+    model_.Add(message.Second);
+}
+
+void frmMessage::ResetFont() {
+    const session::FontRecord& wanted = app_.State.MessageFont;
+    QFont font = lstMessages_->font();
+    if (!wanted.Name.empty()) font.setFamily(QString::fromStdString(wanted.Name));
+    font.setBold(wanted.Bold);
+    font.setItalic(wanted.Italic);
+    lstMessages_->setFont(font);
+}
+
+session::Placement frmMessage::InitialPlacement(const session::Placement& main, float clientHeight) {
+    session::Placement place;
+    place.Height = main.Height * 0.2F - platform::qt::TwipsPerPixel;
+    place.Width = main.Width * 0.75F;
+    place.Top = clientHeight - place.Height;
+    return place;
+}
+
+void frmMessage::lstMessages_Click() {
+    const auto code = ParseListLine(model_.Line(lstMessages_->currentIndex().row()));
+    if (!code) return;
+    ErrorEntry entry;
+    entry.Code = *code;  // that of the line, be it in the table or not
+    codes_.LookupError(*code, entry.Level, entry.Message, entry.Description, entry.Information);
+    frmErrorMessage(entry, app_.Hall, window()).exec();
+}
+
+bool frmMessage::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!isKey || !OpensLookup(static_cast<QKeyEvent*>(event)->key())) {
+        return QWidget::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::KeyPress) lstMessages_Click();
+    event->accept();  // the key is the list's: no shortcut of the main window takes it
+    return true;
+}
+
+void frmMessage::resizeEvent(QResizeEvent*) { lstMessages_->setGeometry(rect()); }
+
+void frmMessage::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    (frame != nullptr ? static_cast<QWidget*>(frame) : this)->hide();
+}
+
+}  // namespace toolchain

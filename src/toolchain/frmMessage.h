@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QListView>
+#include <QTimer>
+#include <QWidget>
+
+#include "session/App.h"
+#include "toolchain/ErrorCodes.h"
+#include "toolchain/windows/MessageModel.h"
+
+namespace toolchain {
+
+// "Messages": the lines that the tools write, kept from run to run. Content of an MDI child window; when the
+// user closes that, it is hidden and keeps its lines.
+class frmMessage : public QWidget {
+    Q_OBJECT
+
+  public:
+    frmMessage(session::App& app, const ErrorCodes& codes, QWidget* parent = nullptr);
+    ~frmMessage() override;
+
+    platform::WindowHandle Handle() const { return handle_; }  // of lstMessages: where libraries send to
+    void ResetFont();  // name, bold and italic of MessageFont; the size stays
+
+    // Where the window stands at first in a main window of this size, whose inner height is clientHeight:
+    // all in twips, as left, top, width, height in the client area.
+    static session::Placement InitialPlacement(const session::Placement& main, float clientHeight);
+
+    // Shows the explanation of the selected line if it begins with an error code.
+    void lstMessages_Click();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void Receive(const platform::ToolMessage& message);
+
+    session::App& app_;
+    const ErrorCodes& codes_;
+    MessageModel model_;
+    QListView* lstMessages_;
+    QTimer followTimer_;  // scrolls to the newest line, once for many
+    platform::WindowHandle handle_;
+};
+
+}  // namespace toolchain

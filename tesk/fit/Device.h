@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "fit/Message.h"
+
+// The device library (Fullset.dl, tesk.dl): a text, words parted by blanks, ";" begins a comment.
+//
+//   TESK-DL 1                       the first line: format and version
+//   DEVICE G16V8 20 2194            mnemonic, pins, fuses; its record goes on to the next DEVICE
+//   POWER 10 20                     ground and supply pin
+//   SIGNATURE 2056 64               first fuse and number of user signature fuses
+//   MODE complex 32                 a way to use the device: name, columns of the AND array
+//   SET 2192 1 2                    fuses that the mode fixes: first, value, number (1 if left out)
+//   INPUT 2 0                       an input pin and the column of its true line; the next one is its
+//   complement CLOCK 1                         pin that clocks the registers at its rising edge ENABLE 11 pin
+//   that enables registered outputs while it is low RESET 0                         row of the asynchronous
+//   reset of all registers PRESET 131                      row of their synchronous preset CELL 18 6 2049 a
+//   macrocell: pin, column of its feedback or -, polarity fuse or low or high USE input 2121=1 a use of it,
+//   and the fuses that choose the use USE output 9 7 8 pin 2121=1     first row, product terms, row of the
+//   output enable, feedback USE register 8 8 pin level      (enable: a row, `always`, or `pin` for that of
+//   ENABLE) DEVICE G16V8MA LIKE G16V8 complex      the modes named of a device before it; without names all
+//   END                             the last line
+//
+// Fuses are numbered as in the device's JEDEC map; row r of the array begins at r times the columns. A fuse
+// of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are 1 is true. With a
+// polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
+namespace fit {
+
+enum class UseKind { Input, Output, Register };
+enum class EnableKind { None, Always, Pin, Row };
+
+enum class FeedbackKind {
+    None,
+    Pin,     // what is at the pin
+    Level,   // the register, as the level that it gives to the pin; the register's state 0 is pin high
+    NotSum,  // the complement of the register, which takes the sum itself: polarity comes behind it
+};
+
+struct FuseRun {
+    std::size_t First = 0;
+    bool Value = false;
+    std::size_t Count = 1;
+};
+
+struct CellUse {
+    UseKind Kind = UseKind::Input;
+    std::size_t FirstRow = 0;
+    std::size_t Terms = 0;
+    EnableKind Enable = EnableKind::None;
+    std::size_t EnableRow = 0;
+    FeedbackKind Feedback = FeedbackKind::None;
+    std::vector<FuseRun> Fuses;
+};
+
+enum class PolarityKind { Fuse, Low, High };
+
+struct Cell {
+    int Pin = 0;
+    int Column = -1;  // -1: no feedback
+    PolarityKind Polarity = PolarityKind::Fuse;
+    std::size_t PolarityFuse = 0;
+    std::vector<CellUse> Uses;
+};
+
+struct Mode {
+    std::string Name;
+    std::size_t Columns = 0;
+    std::vector<FuseRun> Fuses;
+    std::vector<std::pair<int, int>> Inputs;  // pin, column
+    int ClockPin = 0;                         // 0: none
+    int EnablePin = 0;                        // 0: none
+    int ResetRow = -1;
+    int PresetRow = -1;
+    std::vector<Cell> Cells;
+
+    const Cell* CellAt(int pin) const;  // null if the pin has none
+    int InputColumn(int pin) const;     // -1 if the pin is no dedicated input
+};
+
+struct Device {
+    std::string Mnemonic;
+    int Pins = 0;  // 0: a device without limits (`virtual`)
+    std::size_t Fuses = 0;
+    int GroundPin = 0;
+    int SupplyPin = 0;
+    FuseRun Signature;
+    std::vector<Mode> Modes;  // in the order in which they are tried
+
+    bool IsVirtual() const { return Modes.empty(); }
+};
+
+struct Library {
+    std::vector<Device> Devices;
+    std::vector<Message> Messages;  // faults, codes 71..tc
+
+    bool Ok() const { return !HasErrors(Messages); }
+    const Device* Find(std::string_view mnemonic) const;  // in any case of letters; null if it is not there
+};
+
+// What the reader takes; more is an error.
+struct LibraryLimits {
+    static constexpr std::size_t FileBytes = 8u << 20;
+    static constexpr std::size_t Devices = 2000;
+    static constexpr std::size_t Modes = 8;    // of a device
+    static constexpr std::size_t Cells = 256;  // of a mode
+    static constexpr std::size_t Uses = 8;     // of a macrocell
+    static constexpr int Pins = 512;
+    static constexpr std::size_t Fuses = 262'144;
+    static constexpr std::size_t Messages = 50;
+};
+
+// Takes any bytes. A library without errors holds together: pins, rows, columns and fuses in range.
+Library ReadLibrary(std::string_view text);
+
+}  // namespace fit

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fit/Device.h"
+
+// Fits a design into a device: pins and macrocells for names, polarities, and the fuse map.
+//
+// Everything is told in asserted states: a name declared with "!" is 1 while its pin is low.
+namespace fit {
+
+// None: combinational (or an input).
+enum class RegisterKind { None, D, T, Jk, Rs, Latch };
+
+// The function of a signal that a sum gives; Out: the combinational output.
+enum class Input { Out, D, T, J, K, S, R, L, Ck, Ce, Le, Ar, Ap, Sr, Sp, Oe };
+constexpr std::size_t InputCount = 16;
+std::string_view InputName(Input input);  // "OUT" "D" … "OE"
+
+struct Literal {
+    std::size_t Signal = 0;  // index into Design::Signals
+    bool Negated = false;
+    bool Pin = false;  // .IO; else the register of a registered signal, the pin of any other
+    bool operator==(const Literal&) const = default;
+};
+using Term = std::vector<Literal>;  // a product; empty: always true
+using Sum = std::vector<Term>;      // empty: constant 0
+
+// Give both sums, minimised, where it can be done: the fitter needs the complement for active-low outputs and
+// for the choice of polarity. A missing one is made from the other, with absorption only.
+struct Function {
+    std::size_t Signal = 0;
+    Input To = Input::Out;
+    std::optional<Sum> True;   // of the function
+    std::optional<Sum> False;  // of its complement
+};
+
+struct Signal {
+    std::string Name;
+    int Pin = 0;             // pin, or macrocell of a PINNODE; 0: the fitter chooses
+    bool ActiveLow = false;  // declared with "!"; not looked at for nodes
+    bool Node = false;       // NODE or PINNODE: it needs a macrocell, no pin
+    RegisterKind Register = RegisterKind::None;
+};
+
+struct Design {
+    std::vector<Signal> Signals;
+    std::vector<Function> Functions;                  // at most one a signal and input
+    std::vector<std::pair<std::size_t, bool>> Fuses;  // FUSE statements: number, value; they come last
+};
+
+enum class Polarity {
+    Natural,     // sums as written where the macrocell can invert
+    Best,        // "kb": the sum with fewer terms
+    Complement,  // "kd": the complement
+};
+
+struct Options {
+    Polarity Choose = Polarity::Natural;
+};
+
+// Where a signal went.
+struct Placement {
+    int Pin = 0;  // 0: nowhere (`virtual` without a number, or a signal that nothing needs)
+    UseKind Use = UseKind::Input;
+    bool Complemented = false;  // the rows hold the complement of the function
+    bool PolarityHigh = true;   // the pin carries the sum of the rows
+    std::size_t Used = 0;       // product terms, without the one of the output enable
+    std::size_t Available = 0;  // 0 for inputs and for `virtual`
+    char PowerUp = 'X';         // asserted state of its register at power-up: '0' or '1'; 'X' if not known
+};
+
+struct Fit {
+    std::string Mnemonic;
+    std::string Mode;                   // name of the mode, empty for `virtual`
+    std::vector<Placement> Placements;  // one a signal
+    std::vector<bool> Fuses;            // the fuse map; empty for `virtual` and with errors
+    // What the device adds to the equations, for the simulation: CK of registers on the clock pin, OE of
+    // outputs on the enable pin, AR or AP and SP or SR that all registers share. `True` is set.
+    std::vector<Function> Implied;
+    std::vector<Message> Messages;  // codes 72..tc
+
+    bool Ok() const { return !HasErrors(Messages); }
+};
+
+// The modes are tried in their order; the first one that takes the design is used. If none does, the errors
+// are those of the mode with the fewest. Indices in the design must be in range.
+Fit FitDesign(const Device& device, const Design& design, const Options& options);
+
+}  // namespace fit

@@ -1,0 +1,289 @@
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
+
+#include "base/Text.h"
+#include "fit/Device.h"
+
+namespace fit {
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+Words SplitWords(std::string_view line) {
+    Words words;
+    line = line.substr(0, line.find(';'));
+    for (std::size_t at = 0; (at = line.find_first_not_of(" \t\r", at)) != line.npos;) {
+        const auto end = std::min(line.find_first_of(" \t\r", at), line.size());
+        words.push_back(line.substr(at, end - at));
+        at = end;
+    }
+    return words;
+}
+
+std::optional<std::size_t> Number(std::string_view word, std::size_t below) {
+    std::size_t value = 0;
+    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), value);
+    const bool good = fault == std::errc() && end == word.data() + word.size() && value < below;
+    return good ? std::optional(value) : std::nullopt;
+}
+
+class Reader {
+  public:
+    explicit Reader(std::string_view text) : text_(text) {}
+
+    Library Read() {
+        if (text_.size() > LibraryLimits::FileBytes) {
+            Fault("7103tc", "file of " + std::to_string(text_.size()) + " bytes");
+            return std::move(library_);
+        }
+        const auto lines = base::Lines(text_);
+        for (const auto& line : lines) {
+            ++line_;
+            if (!TakeLine(SplitWords(line))) return std::move(library_);
+            if (library_.Messages.size() >= LibraryLimits::Messages) return std::move(library_);
+        }
+        Fault("7104tc", "");
+        return std::move(library_);
+    }
+
+  private:
+    using Record = bool (Reader::*)(const Words&);
+
+    // False where reading ends.
+    bool TakeLine(const Words& words) {
+        static const std::map<std::string_view, Record> records{{"DEVICE", &Reader::TakeDevice},
+                                                                {"POWER", &Reader::TakePower},
+                                                                {"SIGNATURE", &Reader::TakeSignature},
+                                                                {"MODE", &Reader::TakeMode},
+                                                                {"SET", &Reader::TakeSet},
+                                                                {"INPUT", &Reader::TakeInput},
+                                                                {"CLOCK", &Reader::TakeClock},
+                                                                {"ENABLE", &Reader::TakeEnable},
+                                                                {"RESET", &Reader::TakeReset},
+                                                                {"PRESET", &Reader::TakePreset},
+                                                                {"CELL", &Reader::TakeCell},
+                                                                {"USE", &Reader::TakeUse}};
+        if (line_ == 1) {
+            if (words == Words{"TESK-DL", "1"}) return true;
+            Fault("7101tc", "");
+            return false;
+        }
+        if (words.empty()) return true;
+        if (words[0] == "END") return false;
+        const auto record = records.find(words[0]);
+        const bool good = record != records.end() && (this->*record->second)(words);
+        if (!good) Fault("7102tc", base::DisplayUtf8(words[0].substr(0, 32)));
+        return true;
+    }
+
+    void Fault(std::string_view code, const std::string& detail) {
+        library_.Messages.push_back(MakeMessage(code, "", detail, line_));
+    }
+
+    // Null before the first DEVICE and inside a record that is a LIKE.
+    Device* CurrentDevice() { return open_ ? &library_.Devices.back() : nullptr; }
+    Mode* CurrentMode() {
+        auto* device = CurrentDevice();
+        return device == nullptr || device->Modes.empty() ? nullptr : &device->Modes.back();
+    }
+    Cell* CurrentCell() {
+        auto* mode = CurrentMode();
+        return mode == nullptr || mode->Cells.empty() ? nullptr : &mode->Cells.back();
+    }
+
+    bool TakeDevice(const Words& words) {
+        open_ = false;
+        if (words.size() < 4 || words[1].size() > 31 || library_.Find(words[1]) != nullptr) return false;
+        if (library_.Devices.size() >= LibraryLimits::Devices) return false;
+        if (words[2] == "LIKE") return TakeLike(words);
+        const auto pins = Number(words[2], LibraryLimits::Pins + 1);
+        const auto fuses = Number(words[3], LibraryLimits::Fuses + 1);
+        if (words.size() != 4 || !pins || !fuses) return false;
+        Device device;
+        device.Mnemonic = words[1];
+        device.Pins = static_cast<int>(*pins);
+        device.Fuses = *fuses;
+        library_.Devices.push_back(std::move(device));
+        open_ = true;
+        return true;
+    }
+
+    bool TakeLike(const Words& words) {
+        const auto* model = library_.Find(words[3]);
+        if (model == nullptr) return false;
+        auto device = *model;
+        device.Mnemonic = words[1];
+        device.Modes.clear();
+        for (const auto& mode : model->Modes) {
+            const bool named = std::find(words.begin() + 4, words.end(), mode.Name) != words.end();
+            if (words.size() == 4 || named) device.Modes.push_back(mode);
+        }
+        const bool allFound = words.size() == 4 || device.Modes.size() == words.size() - 4;
+        if (allFound) library_.Devices.push_back(std::move(device));
+        return allFound;
+    }
+
+    std::optional<int> Pin(std::string_view word) {
+        const auto* device = CurrentDevice();
+        const auto pin =
+            device == nullptr ? std::nullopt : Number(word, static_cast<std::size_t>(device->Pins) + 1);
+        return pin && *pin > 0 ? std::optional(static_cast<int>(*pin)) : std::nullopt;
+    }
+
+    bool TakePower(const Words& words) {
+        if (words.size() != 3 || !Pin(words[1]) || !Pin(words[2])) return false;
+        CurrentDevice()->GroundPin = *Pin(words[1]);
+        CurrentDevice()->SupplyPin = *Pin(words[2]);
+        return true;
+    }
+
+    std::optional<FuseRun> Run(std::string_view first, std::string_view value, std::string_view count) {
+        const auto* device = CurrentDevice();
+        if (device == nullptr) return std::nullopt;
+        const auto from = Number(first, device->Fuses);
+        const auto bit = Number(value, 2);
+        const auto number = Number(count, device->Fuses + 1);
+        if (!from || !bit || !number || *number > device->Fuses - *from) return std::nullopt;
+        return FuseRun{*from, *bit != 0, *number};
+    }
+
+    bool TakeSignature(const Words& words) {
+        const auto run = words.size() == 3 ? Run(words[1], "0", words[2]) : std::nullopt;
+        if (run) CurrentDevice()->Signature = *run;
+        return run.has_value();
+    }
+
+    bool TakeMode(const Words& words) {
+        auto* device = CurrentDevice();
+        if (device == nullptr || words.size() != 3 || device->Modes.size() >= LibraryLimits::Modes)
+            return false;
+        const auto columns = Number(words[2], device->Fuses + 1);
+        if (!columns || *columns == 0) return false;
+        Mode mode;
+        mode.Name = words[1];
+        mode.Columns = *columns;
+        device->Modes.push_back(std::move(mode));
+        return true;
+    }
+
+    bool TakeSet(const Words& words) {
+        if (CurrentMode() == nullptr || words.size() < 3 || words.size() > 4) return false;
+        const auto run = Run(words[1], words[2], words.size() == 4 ? words[3] : "1");
+        if (run) CurrentMode()->Fuses.push_back(*run);
+        return run.has_value();
+    }
+
+    std::optional<int> Column(std::string_view word) {
+        const auto column = Number(word, CurrentMode()->Columns);
+        return column && *column + 1 < CurrentMode()->Columns ? std::optional(static_cast<int>(*column))
+                                                              : std::nullopt;
+    }
+
+    bool TakeInput(const Words& words) {
+        auto* mode = CurrentMode();
+        if (mode == nullptr || words.size() != 3 || !Pin(words[1]) || !Column(words[2])) return false;
+        if (mode->InputColumn(*Pin(words[1])) >= 0 || mode->CellAt(*Pin(words[1])) != nullptr) return false;
+        mode->Inputs.emplace_back(*Pin(words[1]), *Column(words[2]));
+        return true;
+    }
+
+    bool TakeSpecialPin(const Words& words, int Mode::*pin) {
+        if (CurrentMode() == nullptr || words.size() != 2 || !Pin(words[1])) return false;
+        CurrentMode()->*pin = *Pin(words[1]);
+        return true;
+    }
+    bool TakeClock(const Words& words) { return TakeSpecialPin(words, &Mode::ClockPin); }
+    bool TakeEnable(const Words& words) { return TakeSpecialPin(words, &Mode::EnablePin); }
+
+    std::optional<std::size_t> Row(std::string_view word) {
+        return Number(word, CurrentDevice()->Fuses / CurrentMode()->Columns);
+    }
+    bool TakeRow(const Words& words, int Mode::*row) {
+        if (CurrentMode() == nullptr || words.size() != 2 || !Row(words[1])) return false;
+        CurrentMode()->*row = static_cast<int>(*Row(words[1]));
+        return true;
+    }
+    bool TakeReset(const Words& words) { return TakeRow(words, &Mode::ResetRow); }
+    bool TakePreset(const Words& words) { return TakeRow(words, &Mode::PresetRow); }
+
+    bool TakeCell(const Words& words) {
+        auto* mode = CurrentMode();
+        if (mode == nullptr || words.size() != 4 || !Pin(words[1])) return false;
+        if (mode->Cells.size() >= LibraryLimits::Cells || mode->CellAt(*Pin(words[1])) != nullptr)
+            return false;
+        if (words[2] != "-" && !Column(words[2])) return false;
+        Cell cell;
+        cell.Pin = *Pin(words[1]);
+        cell.Column = words[2] == "-" ? -1 : *Column(words[2]);
+        if (words[3] == "low" || words[3] == "high") {
+            cell.Polarity = words[3] == "low" ? PolarityKind::Low : PolarityKind::High;
+        } else {
+            const auto fuse = Number(words[3], CurrentDevice()->Fuses);
+            if (!fuse) return false;
+            cell.PolarityFuse = *fuse;
+        }
+        mode->Cells.push_back(std::move(cell));
+        return true;
+    }
+
+    bool TakeUse(const Words& words) {
+        auto* cell = CurrentCell();
+        if (cell == nullptr || words.size() < 2 || cell->Uses.size() >= LibraryLimits::Uses) return false;
+        CellUse use;
+        std::size_t fuses = 2;
+        if (words[1] != "input") {
+            if (words.size() < 6 || !TakeOutput(words, use)) return false;
+            if (use.Feedback != FeedbackKind::None && cell->Column < 0) return false;
+            fuses = 6;
+        } else {
+            use.Feedback = cell->Column < 0 ? FeedbackKind::None : FeedbackKind::Pin;
+        }
+        for (auto i = fuses; i < words.size(); ++i) {
+            const auto equals = words[i].find('=');
+            if (equals == words[i].npos) return false;
+            const auto run = Run(words[i].substr(0, equals), words[i].substr(equals + 1), "1");
+            if (!run) return false;
+            use.Fuses.push_back(*run);
+        }
+        cell->Uses.push_back(std::move(use));
+        return true;
+    }
+
+    bool TakeOutput(const Words& words, CellUse& use) {
+        static const std::map<std::string_view, FeedbackKind> feedbacks{{"none", FeedbackKind::None},
+                                                                        {"pin", FeedbackKind::Pin},
+                                                                        {"level", FeedbackKind::Level},
+                                                                        {"notsum", FeedbackKind::NotSum}};
+        const auto row = Row(words[2]);
+        const auto terms = Number(words[3], CurrentDevice()->Fuses / CurrentMode()->Columns + 1);
+        const auto feedback = feedbacks.find(words[5]);
+        if (!row || !terms || *terms == 0 || feedback == feedbacks.end()) return false;
+        if (*row + *terms > CurrentDevice()->Fuses / CurrentMode()->Columns) return false;
+        if (words[1] != "output" && words[1] != "register") return false;
+        use.Kind = words[1] == "output" ? UseKind::Output : UseKind::Register;
+        use.FirstRow = *row;
+        use.Terms = *terms;
+        use.Feedback = feedback->second;
+        if (words[4] == "always" || words[4] == "pin") {
+            use.Enable = words[4] == "pin" ? EnableKind::Pin : EnableKind::Always;
+            return true;
+        }
+        if (!Row(words[4])) return false;
+        use.Enable = EnableKind::Row;
+        use.EnableRow = *Row(words[4]);
+        return true;
+    }
+
+    std::string_view text_;
+    int line_ = 0;
+    bool open_ = false;
+    Library library_;
+};
+
+}  // namespace
+
+Library ReadLibrary(std::string_view text) { return Reader(text).Read(); }
+
+}  // namespace fit

@@ -1,0 +1,8 @@
+// A library that takes its process along while it is loaded.
+#include <cstdlib>
+
+namespace {
+const struct Crash {
+    Crash() { std::abort(); }
+} crash;
+}  // namespace
