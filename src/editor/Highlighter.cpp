@@ -71,6 +71,19 @@ void ResetColor(RichTextBox& box, std::int32_t color) {
     box.SetSelStart(0);
 }
 
+void ScrollTo(RichTextBox& box, std::intptr_t line) {
+    box.SetSelStart(0);
+    for (std::intptr_t i = 0; i < line; ++i) box.SendMessage(platform::EM_SCROLL, platform::SB_LINEDOWN);
+}
+
+// A caret outside the view draws the view to it; placed in the hidden control it does not.
+void RestoreUnseenCaret(RichTextBox& box, std::intptr_t firstLine, Offset caret) {
+    ScrollTo(box, firstLine);
+    box.SetVisible(false);
+    box.SetSelStart(caret);
+    box.SetVisible(true);
+}
+
 void SetFormat(RichTextBox& box, const platform::CharFormat& format) {
     box.SetSelColor(format.Color);
     box.SetSelBold(format.Bold);
@@ -97,11 +110,11 @@ void HighlightSyntax(session::App& app, session::Document& document, std::option
         if (!start) ResetColor(box, app.State.DefaultTextColor);
         if (app.State.HighlightEnabled) PaintTable(box, app.State.Keywords, RangeOf(start, end));
         box.SetVisible(true);
-        box.SetSelStart(0);
-        for (std::intptr_t i = 0; i < firstLine; ++i) {
-            box.SendMessage(platform::EM_SCROLL, platform::SB_LINEDOWN);
-        }
+        ScrollTo(box, firstLine);
         box.SetSelStart(caret);
+        if (box.SendMessage(platform::EM_GETFIRSTVISIBLELINE) != firstLine) {
+            RestoreUnseenCaret(box, firstLine, caret);
+        }
     }
     app.Hall.SetPanel(1, " ");
 }
@@ -115,7 +128,7 @@ int KeywordIndex(const session::Session& state, std::string_view word) {
 void ColorRange(const session::Session& state, RichTextBox& box, Offset start, Offset length, int index) {
     box.SetSelStart(start);
     box.SetVisible(false);
-    box.SetSelLength(length);
+    box.SetSelLength(std::max(length, 0));  // a comment's start may have moved behind the caret
     SetFormat(box, index < 0 ? platform::CharFormat{.Color = state.DefaultTextColor}
                              : FormatOf(state.Keywords.at(static_cast<std::size_t>(index))));
     box.SetSelLength(0);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "base/modLib.h"
 #include "support/Rooms.h"
@@ -12,7 +13,7 @@
 namespace doubles {
 
 // The simplest control that keeps formatting: a text, a format for each byte, a selection, a view of a few
-// lines that follows the caret. Notes what a user would see happen, in order.
+// lines that follows the caret while it is visible. Notes what a user would see happen, in order.
 class FormattedTextBox : public PlainTextBox {
   public:
     std::vector<platform::CharFormat> Formats;
@@ -34,7 +35,8 @@ class FormattedTextBox : public PlainTextBox {
     std::int32_t SelLength() const override { return length_; }
     void SetSelStart(std::int32_t offset) override { Select(offset, 0); }
     void SetSelLength(std::int32_t length) override {
-        length_ = std::clamp(length, 0, TextLength() - start_);
+        if (length < 0) throw base::RunTimeError(380);
+        length_ = std::min(length, TextLength() - start_);
         pending_.reset();
     }
     void SetSelText(std::string_view text) override {
@@ -94,7 +96,10 @@ class FormattedTextBox : public PlainTextBox {
         Select(at, 0);
     }
 
-    void SetVisible(bool visible) override { Log.push_back(visible ? "visible" : "hidden"); }
+    void SetVisible(bool visible) override {
+        Log.push_back(visible ? "visible" : "hidden");
+        isVisible_ = visible;
+    }
     void HideCaret() override { Log.push_back("caret off"); }
     void ShowCaret() override { Log.push_back("caret on"); }
     std::intptr_t SendMessage(platform::EditMessage message, std::intptr_t first, std::intptr_t) override {
@@ -139,6 +144,7 @@ class FormattedTextBox : public PlainTextBox {
         start_ = Clamp(offset);
         length_ = std::clamp(length, 0, TextLength() - start_);
         pending_.reset();
+        if (!isVisible_) return;
         const std::int32_t line = LineOf(start_);
         FirstVisible = std::clamp(FirstVisible, std::max(0, line - ViewLines + 1), line);
     }
@@ -152,6 +158,7 @@ class FormattedTextBox : public PlainTextBox {
         for (std::int32_t at = start_; at < start_ + length_; ++at) set(Formats[At(at)]);
     }
 
+    bool isVisible_ = true;
     std::int32_t start_ = 0;
     std::int32_t length_ = 0;
     std::optional<platform::CharFormat> pending_;  // of what is typed next at the caret
