@@ -12,7 +12,19 @@
 namespace editor {
 namespace {
 
-unsigned char UpperByte(char c) { return static_cast<unsigned char>(base::UpperChar(c)); }
+// The classes of all bytes, looked up here rather than asked for once a byte of the text.
+struct Bytes {
+    std::array<bool, 256> IsWord{};
+    std::array<char, 256> Upper{};
+    Bytes() {
+        for (std::size_t code = 0; code < 256; ++code) {
+            IsWord[code] = base::IsWordChar(static_cast<char>(code));
+            Upper[code] = base::UpperChar(static_cast<char>(code));
+        }
+    }
+};
+
+std::size_t Code(char c) { return static_cast<unsigned char>(c); }
 
 struct Word {
     std::string Name;  // upper case
@@ -36,9 +48,10 @@ class KeywordScan {
                 std::span<const int> entries)
         : text_(text) {
         for (const int entry : entries) {
-            const std::string& name = keywords[static_cast<std::size_t>(entry)].Name;
-            if (!name.empty()) words_[UpperByte(name[0])].push_back({base::Upper(name), entry});
+            const std::string name = base::Upper(keywords[static_cast<std::size_t>(entry)].Name);
+            if (!name.empty()) words_[Code(name[0])].push_back({name, entry});
         }
+        for (std::size_t code = 0; code < 256; ++code) begins_[code] = !WordsOf(code).empty();
     }
 
     std::vector<Stretch> Run(ScanRange range) {
@@ -46,20 +59,24 @@ class KeywordScan {
         const std::size_t end = std::min(text_.size(), static_cast<std::size_t>(range.End) + 1);
         const std::size_t start = static_cast<std::size_t>(std::max(range.Start, 0));
         for (std::size_t at = start; at < end; ++at) {
-            if (at > 0 && base::IsWordChar(text_[at - 1])) continue;
-            for (Word& word : words_[UpperByte(text_[at])]) Try(word, at);
+            const std::size_t code = Code(text_[at]);
+            if (!begins_[code] || (at > 0 && IsWord(at - 1))) continue;
+            for (Word& word : WordsOf(code)) Try(word, at);
         }
         return std::move(found_);
     }
 
   private:
+    bool IsWord(std::size_t at) const { return bytes_.IsWord[Code(text_[at])]; }
+    std::vector<Word>& WordsOf(std::size_t code) { return words_[Code(bytes_.Upper[code])]; }
+
     bool MatchesAt(const Word& word, std::size_t at) const {
         const std::size_t length = word.Name.size();
         if (length > text_.size() - at) return false;
         for (std::size_t i = 1; i < length; ++i) {
-            if (base::UpperChar(text_[at + i]) != word.Name[i]) return false;
+            if (bytes_.Upper[Code(text_[at + i])] != word.Name[i]) return false;
         }
-        return at + length == text_.size() || !base::IsWordChar(text_[at + length]);
+        return at + length == text_.size() || !IsWord(at + length);
     }
 
     void Try(Word& word, std::size_t at) {
@@ -72,7 +89,9 @@ class KeywordScan {
     }
 
     std::string_view text_;
-    std::array<std::vector<Word>, 256> words_;  // by the first byte
+    const Bytes bytes_;
+    std::array<std::vector<Word>, 256> words_;  // by the first byte, upper case
+    std::array<bool, 256> begins_{};            // some word begins with this byte
     std::vector<Stretch> found_;
 };
 
