@@ -1,22 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <random>
-#include <sstream>
 
+#include "Designs.h"
 #include "fit/Device.h"
 
 namespace {
 
-std::string FullSet() {
-    std::ifstream file(FULLSET_DL, std::ios::binary);
-    std::stringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
+using test::FullSetText;
 
 TEST(Library, HoldsTheFirstSetOfDevices) {
-    const auto library = fit::ReadLibrary(FullSet());
+    const auto library = fit::ReadLibrary(FullSetText());
     ASSERT_TRUE(library.Ok()) << library.Messages[0].Line << " " << library.Messages[0].Text;
     const struct {
         const char* mnemonic;
@@ -72,7 +66,7 @@ TEST(Library, FaultsAreToldWithTheirLine) {
 }
 
 TEST(Library, ChangedBytesNeverBreakTheReader) {
-    const auto text = FullSet();
+    const auto text = FullSetText();
     std::mt19937 random(5);
     for (int round = 0; round < 300; ++round) {
         auto changed = text.substr(0, 2000 + random() % 4000);

@@ -1,0 +1,103 @@
+#include "fit/FuseMap.h"
+
+#include <algorithm>
+
+namespace fit {
+namespace {
+
+class Mapper {
+  public:
+    Mapper(const Device& device, const Mode& mode, const Needs& needs, const ModeFit& fit)
+        : mode_(mode), needs_(needs), fit_(fit), fuses_(device.Fuses, false) {}
+
+    std::vector<bool> Map() {
+        Set(mode_.Fuses);
+        for (const auto& cell : mode_.Cells) {
+            const auto signal = fit_.SignalAt(cell.Pin);
+            if (signal && fit_.Choices[*signal]) {
+                SetCell(cell, *signal, *fit_.Choices[*signal]);
+            } else {
+                SetInputCell(cell);
+            }
+        }
+        SetShared(mode_.ResetRow, fit_.Reset);
+        SetShared(mode_.PresetRow, fit_.Preset);
+        return std::move(fuses_);
+    }
+
+  private:
+    void Set(const std::vector<FuseRun>& runs) {
+        for (const auto& run : runs) {
+            for (std::size_t i = 0; i < run.Count; ++i) fuses_[run.First + i] = run.Value;
+        }
+    }
+
+    void SetInputCell(const Cell& cell) {
+        const auto use = std::find_if(cell.Uses.begin(), cell.Uses.end(),
+                                      [](const CellUse& u) { return u.Kind == UseKind::Input; });
+        if (use != cell.Uses.end()) Set(use->Fuses);
+    }
+
+    void SetCell(const Cell& cell, std::size_t signal, const Choice& choice) {
+        Set(choice.Use->Fuses);
+        if (cell.Polarity == PolarityKind::Fuse)
+            fuses_[cell.PolarityFuse] = choice.Low == choice.Complemented;
+        for (std::size_t i = 0; i < choice.Rows->size(); ++i)
+            SetRow(choice.Use->FirstRow + i, (*choice.Rows)[i]);
+        if (choice.Use->Enable != EnableKind::Row) return;
+        const auto* enable = needs_.SumOf(signal, Input::Oe, false);
+        if (enable == nullptr) {
+            SetRow(choice.Use->EnableRow, {});
+        } else if (!enable->empty()) {
+            SetRow(choice.Use->EnableRow, enable->front());
+        }
+    }
+
+    void SetShared(int row, const ModeFit::Shared& shared) {
+        if (row < 0 || !shared.Signal) return;
+        const auto* sum = needs_.SumOf(*shared.Signal, shared.From, false);
+        if (!sum->empty()) SetRow(static_cast<std::size_t>(row), sum->front());
+    }
+
+    void SetRow(std::size_t row, const Term& term) {
+        const auto first = row * mode_.Columns;
+        for (std::size_t i = 0; i < mode_.Columns; ++i) fuses_[first + i] = true;
+        for (const auto& literal : term) fuses_[first + ColumnOf(literal)] = false;
+    }
+
+    // The even column of a pair carries the pin's level, or the complement of a register that holds the sum.
+    std::size_t ColumnOf(const Literal& literal) const {
+        const int pin = fit_.Pins[literal.Signal];
+        int column = mode_.InputColumn(pin);
+        bool evenMeans = !fit_.LowAt(literal.Signal);
+        if (column < 0) column = mode_.CellAt(pin)->Column;
+        const auto& choice = fit_.Choices[literal.Signal];
+        if (choice && choice->Use->Feedback == FeedbackKind::NotSum) evenMeans = choice->Complemented;
+        const bool wanted = !literal.Negated;
+        return static_cast<std::size_t>(column) + (wanted == evenMeans ? 0 : 1);
+    }
+
+    const Mode& mode_;
+    const Needs& needs_;
+    const ModeFit& fit_;
+    std::vector<bool> fuses_;
+};
+
+}  // namespace
+
+std::vector<bool> MakeFuseMap(const Device& device, const Mode& mode, const Needs& needs, const ModeFit& fit,
+                              std::vector<Message>& messages) {
+    auto fuses = Mapper(device, mode, needs, fit).Map();
+    for (const auto& [number, value] : needs.Of().Fuses) {
+        if (number < fuses.size()) {
+            fuses[number] = value;
+        } else {
+            messages.push_back(MakeMessage("7210tc", "",
+                                           std::to_string(number) + ", " + device.Mnemonic + " has " +
+                                               std::to_string(fuses.size()) + " fuses"));
+        }
+    }
+    return fuses;
+}
+
+}  // namespace fit

@@ -1,0 +1,99 @@
+#include "fit/Jedec.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace fit {
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+
+template <typename... Values>
+std::string Format(const char* format, Values... values) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), format, values...);
+    return text.data();
+}
+
+std::string Plain(std::string_view text) {
+    std::string plain(text);
+    std::replace_if(
+        plain.begin(), plain.end(), [](char c) { return c < ' ' || c > '~' || c == '*'; }, '?');
+    return plain;
+}
+
+std::string Specification(const Fit& fit, const JedecNotes& notes) {
+    std::string text = "Tesk fuse map";
+    text += lineEnd;
+    for (const auto& [keyword, content] : notes.Header) {
+        std::string label = Plain(keyword);
+        label.resize(std::max<std::size_t>(label.size(), 10), ' ');
+        text += label + " " + Plain(content);
+        text += lineEnd;
+    }
+    text += "Fitted to  " + Plain(fit.Mnemonic) + (fit.Mode.empty() ? "" : ", mode " + Plain(fit.Mode));
+    text += lineEnd;
+    return text + "*" + std::string(lineEnd);
+}
+
+// The fuses from a number on, in lines of the array's width; lines of zeros are left to the default.
+void AddFuses(std::string& text, const std::vector<bool>& fuses, std::size_t first, std::size_t end,
+              std::size_t width) {
+    for (std::size_t at = first; at < end; at += width) {
+        const auto stop = std::min(at + width, end);
+        std::string line;
+        for (std::size_t i = at; i < stop; ++i) line += fuses[i] ? '1' : '0';
+        if (line.find('1') == line.npos) continue;
+        text += "L" + Format("%05zu", at) + " " + line + "*";
+        text += lineEnd;
+    }
+}
+
+std::size_t ColumnsOf(const Device& device, const Fit& fit) {
+    for (const auto& mode : device.Modes) {
+        if (mode.Name == fit.Mode) return mode.Columns;
+    }
+    return 32;
+}
+
+std::size_t RowsOf(const Device& device, const Fit& fit) {
+    std::size_t rows = 0;
+    for (const auto& mode : device.Modes) {
+        if (mode.Name != fit.Mode) continue;
+        rows = static_cast<std::size_t>(std::max({mode.ResetRow, mode.PresetRow, -1}) + 1);
+        for (const auto& cell : mode.Cells) {
+            for (const auto& use : cell.Uses) rows = std::max(rows, use.FirstRow + use.Terms);
+        }
+    }
+    return rows;
+}
+
+}  // namespace
+
+std::uint16_t FuseChecksum(const std::vector<bool>& fuses) {
+    unsigned sum = 0;
+    for (std::size_t i = 0; i < fuses.size(); ++i) sum += fuses[i] ? 1u << (i % 8) : 0u;
+    return static_cast<std::uint16_t>(sum);
+}
+
+std::string WriteJedec(const Device& device, const Fit& fit, const JedecNotes& notes) {
+    if (fit.Fuses.empty()) return {};
+    const auto line = [](const std::string& field) { return field + "*" + std::string(lineEnd); };
+    std::string text = "\x02" + Specification(fit, notes);
+    text += line("QP" + std::to_string(device.Pins));
+    text += line("QF" + std::to_string(fit.Fuses.size()));
+    text += line(notes.Secure ? "G1" : "G0");
+    text += line("F0");
+    const auto columns = ColumnsOf(device, fit);
+    const auto array = std::min(RowsOf(device, fit) * columns, fit.Fuses.size());
+    AddFuses(text, fit.Fuses, 0, array, columns);
+    AddFuses(text, fit.Fuses, array, fit.Fuses.size(), 64);
+    text += line(Format("C%04X", static_cast<unsigned>(FuseChecksum(fit.Fuses))));
+    text += '\x03';
+    unsigned sum = 0;
+    for (const char c : text) sum += static_cast<unsigned char>(c);
+    return text + Format("%04X", sum & 0xFFFF) + std::string(lineEnd);
+}
+
+}  // namespace fit

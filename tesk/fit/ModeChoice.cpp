@@ -1,0 +1,163 @@
+#include <algorithm>
+
+#include "fit/ModeFit.h"
+#include "fit/Sums.h"
+
+// Whether a pin can take a signal, and how.
+namespace fit {
+
+bool ModeFit::ReadsArray(std::size_t signal, bool pin) const {
+    return needs_.Read(signal, pin, mode_.ClockPin != 0, mode_.EnablePin != 0);
+}
+
+std::optional<ModeFit::Refusal> ModeFit::Refuse(std::size_t signal, int pin) const {
+    const auto& name = needs_.At(signal).Name;
+    if (pin > device_.Pins)
+        return Refusal{"7202tc",
+                       name + ", " + device_.Mnemonic + " has " + std::to_string(device_.Pins) + " pins"};
+    if (pin == device_.GroundPin || pin == device_.SupplyPin)
+        return Refusal{"7202tc", name + ", " + Place(pin) + " is power"};
+    const auto isClock = clock_ == signal && pin != mode_.ClockPin;
+    const auto isEnable = enable_ == signal && pin != mode_.EnablePin;
+    if (isClock || isEnable) {
+        const int right = isClock ? mode_.ClockPin : mode_.EnablePin;
+        return Refusal{isClock ? "7207tc" : "7208tc", name + " is at pin " + std::to_string(pin) +
+                                                          ", needs pin " + std::to_string(right) + " of " +
+                                                          device_.Mnemonic};
+    }
+    if (!needs_.Driven(signal)) return RefuseInput(signal, pin);
+    Refusal why;
+    return Choose(signal, pin, why) ? std::nullopt : std::optional(why);
+}
+
+std::optional<ModeFit::Refusal> ModeFit::RefuseInput(std::size_t signal, int pin) const {
+    const bool read = ReadsArray(signal, false) || ReadsArray(signal, true);
+    if (needs_.At(signal).Node) return Refusal{"7213tc", needs_.At(signal).Name};
+    if (mode_.InputColumn(pin) >= 0) return std::nullopt;
+    if ((pin == mode_.ClockPin || pin == mode_.EnablePin) && !read) return std::nullopt;
+    const auto* cell = mode_.CellAt(pin);
+    const bool canRead =
+        cell != nullptr && std::any_of(cell->Uses.begin(), cell->Uses.end(), [&](const CellUse& use) {
+            return use.Kind == UseKind::Input && (cell->Column >= 0 || !read);
+        });
+    if (canRead) return std::nullopt;
+    return Refusal{"7202tc", needs_.At(signal).Name + ", " + Place(pin) + " is no input of the array"};
+}
+
+std::optional<Choice> ModeFit::Choose(std::size_t signal, int pin, Refusal& why) const {
+    const auto& name = needs_.At(signal).Name;
+    const auto* cell = mode_.CellAt(pin);
+    if (cell == nullptr) {
+        why = {"7202tc", name + ", " + Place(pin) + " is no output"};
+        return std::nullopt;
+    }
+    const auto kind = needs_.Registered(signal) ? UseKind::Register : UseKind::Output;
+    const auto use =
+        std::find_if(cell->Uses.begin(), cell->Uses.end(), [&](const CellUse& u) { return u.Kind == kind; });
+    if (use == cell->Uses.end()) {
+        const bool wantsRegister = kind == UseKind::Register;
+        why = {"7202tc",
+               name + ", " + Place(pin) + (wantsRegister ? " has no register" : " is always a register")};
+        return std::nullopt;
+    }
+    Choice choice;
+    choice.Use = &*use;
+    auto refusal = CheckEnable(signal, *use);
+    if (!refusal) refusal = CheckFeedback(signal, *cell, *use);
+    if (refusal) {
+        why = *refusal;
+        return std::nullopt;
+    }
+    return ChooseSum(signal, *cell, choice, why) ? std::optional(choice) : std::nullopt;
+}
+
+std::optional<ModeFit::Refusal> ModeFit::CheckEnable(std::size_t signal, const CellUse& use) const {
+    if (!needs_.Has(signal, Input::Oe)) return std::nullopt;
+    const auto name = needs_.Name(signal, Input::Oe);
+    const auto* sum = needs_.SumOf(signal, Input::Oe, false);
+    if (use.Enable == EnableKind::Row) {
+        if (sum != nullptr && sum->size() <= 1) return std::nullopt;
+        return Refusal{"7208tc", name + " needs " + (sum ? std::to_string(sum->size()) : "too many") +
+                                     " terms, the limit is 1"};
+    }
+    if (sum != nullptr && IsTrue(*sum)) return std::nullopt;
+    if (use.Enable == EnableKind::Pin) {
+        const auto literal = needs_.SingleLiteral(signal, Input::Oe);
+        const bool low = literal && enable_ == literal->Signal && literal->Negated != LowAt(literal->Signal);
+        if (low) return std::nullopt;
+        return Refusal{"7208tc", name + ", " + device_.Mnemonic + " enables its registers with pin " +
+                                     std::to_string(mode_.EnablePin) + " low"};
+    }
+    return Refusal{"7208tc",
+                   name + ", outputs of " + device_.Mnemonic + " (" + mode_.Name + ") are always enabled"};
+}
+
+std::optional<ModeFit::Refusal> ModeFit::CheckFeedback(std::size_t signal, const Cell& cell,
+                                                       const CellUse& use) const {
+    const bool pin = ReadsArray(signal, true);
+    if (!pin && !ReadsArray(signal, false)) return std::nullopt;
+    const auto& name = needs_.At(signal).Name;
+    if (use.Feedback == FeedbackKind::None) return Refusal{"7206tc", name + ", " + Place(cell.Pin)};
+    // A register's pin shows the register as long as it is enabled.
+    const bool asRegister = use.Feedback != FeedbackKind::Pin && pin && needs_.Has(signal, Input::Oe);
+    if (asRegister) return Refusal{"7206tc", name + ".IO, " + Place(cell.Pin) + " leads back its register"};
+    return std::nullopt;
+}
+
+// Whether the rows must hold the complement: reset and preset of the device act on the register, those of the
+// design on the name.
+std::optional<bool> ModeFit::RequiredSense(std::size_t signal) const {
+    if (needs_.Has(signal, Input::Ar) || needs_.Has(signal, Input::Sp)) return false;
+    if (needs_.Has(signal, Input::Ap) || needs_.Has(signal, Input::Sr)) return true;
+    return std::nullopt;
+}
+
+// The ways to put a signal into a macrocell, the preferred one first.
+std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const {
+    const auto& record = needs_.At(signal);
+    std::vector<Choice> choices;
+    for (const bool complemented : {false, true}) {
+        for (const bool low : {false, true}) {
+            // A node has no level of its own: its macrocell may carry either, as its polarity asks for.
+            const bool freeLevel = record.Node && cell.Polarity != PolarityKind::Fuse;
+            if (!freeLevel && low != (record.ActiveLow && !record.Node)) continue;
+            if (cell.Polarity == PolarityKind::Low && complemented == low) continue;
+            if (cell.Polarity == PolarityKind::High && complemented != low) continue;
+            const auto required = RequiredSense(signal);
+            if (required && *required != complemented) continue;
+            auto choice = base;
+            choice.Low = low;
+            choice.Complemented = complemented;
+            choice.Rows = needs_.SumOf(signal, needs_.DataInput(signal), complemented);
+            if (choice.Rows != nullptr) choices.push_back(choice);
+        }
+    }
+    if (options_.Choose == Polarity::Complement) std::reverse(choices.begin(), choices.end());
+    if (options_.Choose == Polarity::Best) {
+        std::stable_sort(choices.begin(), choices.end(),
+                         [](const Choice& a, const Choice& b) { return a.Rows->size() < b.Rows->size(); });
+    }
+    return choices;
+}
+
+bool ModeFit::ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Refusal& why) const {
+    const auto name = needs_.Name(signal, needs_.DataInput(signal));
+    const bool both = (needs_.Has(signal, Input::Ar) || needs_.Has(signal, Input::Sp)) &&
+                      (needs_.Has(signal, Input::Ap) || needs_.Has(signal, Input::Sr));
+    if (both) {
+        why = {"7209tc", needs_.At(signal).Name + ", its .AR and .SP can't go with .AP and .SR"};
+        return false;
+    }
+    const auto choices = SumChoices(signal, cell, choice);
+    if (choices.empty()) {
+        why = {"7212tc", name + ", " + Place(cell.Pin)};
+        return false;
+    }
+    choice = choices.front();
+    if (choice.Rows->size() <= choice.Use->Terms) return true;
+    why = {"7201tc", name + " needs " + std::to_string(choice.Rows->size()) + ", the limit of " +
+                         Place(cell.Pin) + " is " + std::to_string(choice.Use->Terms)};
+    return false;
+}
+
+}  // namespace fit

@@ -1,0 +1,85 @@
+#include "fit/Needs.h"
+
+#include <algorithm>
+
+#include "fit/Sums.h"
+
+namespace fit {
+
+std::string_view InputName(Input input) {
+    static constexpr std::array<std::string_view, InputCount> names{
+        "OUT", "D", "T", "J", "K", "S", "R", "L", "CK", "CE", "LE", "AR", "AP", "SR", "SP", "OE"};
+    return names[static_cast<std::size_t>(input)];
+}
+
+Needs::Needs(const Design& design)
+    : design_(design),
+      functions_(design.Signals.size()),
+      made_(design.Signals.size()),
+      readers_(design.Signals.size()) {
+    for (const auto& function : design.Functions) {
+        functions_[function.Signal][Index(function.To)] = &function;
+        const bool registered = Registered(function.Signal);
+        for (const auto* sum : {&function.True, &function.False}) {
+            if (!*sum) continue;
+            for (const auto& term : **sum) {
+                for (const auto& literal : term) {
+                    auto& readers = readers_[literal.Signal][literal.Pin ? 1 : 0];
+                    const bool clock = function.To == Input::Ck;
+                    const bool enable = function.To == Input::Oe && registered;
+                    (clock ? readers.Clock : enable ? readers.Enable : readers.Array) = true;
+                }
+            }
+        }
+    }
+}
+
+const Sum* Needs::SumOf(std::size_t signal, Input input, bool complement) const {
+    const auto* function = functions_[signal][Index(input)];
+    if (function == nullptr) return nullptr;
+    const auto& own = complement ? function->False : function->True;
+    if (own) return &*own;
+    const auto& other = complement ? function->True : function->False;
+    auto& sums = made_[signal][Index(input)];
+    auto& made = sums.Made[complement ? 1 : 0];
+    if (!sums.Tried && other) made = ComplementOf(*other);
+    sums.Tried = true;
+    return made ? &*made : nullptr;
+}
+
+bool Needs::Driven(std::size_t signal) const {
+    return Registered(signal) || Has(signal, Input::Out) || Has(signal, Input::Oe);
+}
+
+bool Needs::AnyRegister() const {
+    return std::any_of(design_.Signals.begin(), design_.Signals.end(),
+                       [](const Signal& s) { return s.Register != RegisterKind::None; });
+}
+
+std::string Needs::Name(std::size_t signal, Input input) const {
+    return input == Input::Out ? At(signal).Name : At(signal).Name + "." + std::string(InputName(input));
+}
+
+std::optional<Literal> Needs::SingleLiteral(std::size_t signal, Input input) const {
+    const auto* function = functions_[signal][Index(input)];
+    if (function == nullptr) return std::nullopt;
+    const auto isLiteral = [](const std::optional<Sum>& sum) {
+        return sum && sum->size() == 1 && sum->front().size() == 1;
+    };
+    if (isLiteral(function->True)) return function->True->front().front();
+    if (!isLiteral(function->False)) return std::nullopt;
+    auto literal = function->False->front().front();
+    literal.Negated = !literal.Negated;
+    return literal;
+}
+
+bool Needs::Read(std::size_t signal, bool pin, bool commonClock, bool commonEnable) const {
+    const auto& readers = readers_[signal][pin ? 1 : 0];
+    return readers.Array || (readers.Clock && !commonClock) || (readers.Enable && !commonEnable);
+}
+
+bool Needs::ReadAtAll(std::size_t signal) const {
+    return Read(signal, false, false, false) || Read(signal, true, false, false);
+}
+
+}  // namespace fit

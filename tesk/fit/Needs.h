@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fit/Fitter.h"
+
+namespace fit {
+
+// The design seen from its signals: their functions, and who reads whom.
+class Needs {
+  public:
+    explicit Needs(const Design& design);
+
+    const Design& Of() const { return design_; }
+    const Signal& At(std::size_t signal) const { return design_.Signals[signal]; }
+    std::size_t Count() const { return design_.Signals.size(); }
+
+    bool Has(std::size_t signal, Input input) const { return functions_[signal][Index(input)] != nullptr; }
+    // The sum of a function or of its complement; null if there is no such function, or if it can't be made.
+    // A missing function is not made up.
+    const Sum* SumOf(std::size_t signal, Input input, bool complement) const;
+
+    bool Driven(std::size_t signal) const;
+    bool Registered(std::size_t signal) const { return At(signal).Register != RegisterKind::None; }
+    bool AnyRegister() const;
+    // Out, or D of a register.
+    Input DataInput(std::size_t signal) const { return Registered(signal) ? Input::D : Input::Out; }
+
+    // "Q0.OE"; the bare name for Out.
+    std::string Name(std::size_t signal, Input input) const;
+
+    // The signal and the sense of a function that is one literal; nothing if it is more.
+    std::optional<Literal> SingleLiteral(std::size_t signal, Input input) const;
+
+    // Whether a function reads the signal as .IO (`pin`) or otherwise. `commonClock` leaves clocks out,
+    // `commonEnable` output enables of registers: they do not go through the array.
+    bool Read(std::size_t signal, bool pin, bool commonClock, bool commonEnable) const;
+    bool ReadAtAll(std::size_t signal) const;
+
+  private:
+    static std::size_t Index(Input input) { return static_cast<std::size_t>(input); }
+
+    struct Sums {
+        std::optional<Sum> Made[2];  // of the function, of its complement
+        bool Tried = false;
+    };
+    // Who reads a signal: a bit for each of array, clock, enable of a register.
+    struct Readers {
+        bool Array = false;
+        bool Clock = false;
+        bool Enable = false;
+    };
+
+    const Design& design_;
+    std::vector<std::array<const Function*, InputCount>> functions_;
+    mutable std::vector<std::array<Sums, InputCount>> made_;
+    std::vector<std::array<Readers, 2>> readers_;  // [signal][.IO]
+};
+
+}  // namespace fit

@@ -1,0 +1,137 @@
+#include "fit/Sums.h"
+
+#include <algorithm>
+#include <compare>
+#include <map>
+#include <tuple>
+
+namespace fit {
+namespace {
+
+constexpr std::size_t mostTerms = 1024;  // of an intermediate result
+constexpr std::size_t mostSteps = 20'000;
+
+using Variable = std::pair<std::size_t, bool>;  // signal, .IO
+
+Variable VariableOf(const Literal& literal) { return {literal.Signal, literal.Pin}; }
+
+bool Less(const Literal& a, const Literal& b) {
+    return std::tuple(a.Signal, a.Pin, a.Negated) < std::tuple(b.Signal, b.Pin, b.Negated);
+}
+
+void Sort(Sum& sum) {
+    for (auto& term : sum) {
+        std::sort(term.begin(), term.end(), Less);
+        term.erase(std::unique(term.begin(), term.end()), term.end());
+    }
+    std::sort(sum.begin(), sum.end(), [](const Term& a, const Term& b) {
+        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Less);
+    });
+    sum.erase(std::unique(sum.begin(), sum.end()), sum.end());
+}
+
+// Terms that hold all literals of another one are dropped.
+void Absorb(Sum& sum) {
+    Sort(sum);
+    std::stable_sort(sum.begin(), sum.end(),
+                     [](const Term& a, const Term& b) { return a.size() < b.size(); });
+    Sum kept;
+    for (auto& term : sum) {
+        const auto covers = [&](const Term& by) {
+            return std::includes(term.begin(), term.end(), by.begin(), by.end(), Less);
+        };
+        if (std::none_of(kept.begin(), kept.end(), covers)) kept.push_back(std::move(term));
+    }
+    sum = std::move(kept);
+}
+
+class Complementer {
+  public:
+    // False once it has become too large.
+    bool Good = true;
+
+    Sum Of(const Sum& sum) {
+        if (++steps_ > mostSteps) Good = false;
+        if (!Good || IsTrue(sum)) return {};
+        if (sum.empty()) return {Term{}};
+        if (sum.size() == 1) return OfTerm(sum.front());
+        const auto variable = MostUsed(sum);
+        return Joined(variable, Of(Cofactor(sum, variable, false)), Of(Cofactor(sum, variable, true)));
+    }
+
+  private:
+    static Sum OfTerm(const Term& term) {
+        Sum result;
+        for (auto literal : term) {
+            literal.Negated = !literal.Negated;
+            result.push_back({literal});
+        }
+        Absorb(result);
+        return result;
+    }
+
+    static Variable MostUsed(const Sum& sum) {
+        std::map<Variable, std::size_t> uses;
+        for (const auto& term : sum) {
+            for (const auto& literal : term) ++uses[VariableOf(literal)];
+        }
+        const auto fewer = [](const auto& a, const auto& b) { return a.second < b.second; };
+        return std::max_element(uses.begin(), uses.end(), fewer)->first;
+    }
+
+    static Sum Cofactor(const Sum& sum, const Variable& variable, bool value) {
+        Sum result;
+        for (const auto& term : sum) {
+            Term kept;
+            bool holds = true;
+            for (const auto& literal : term) {
+                if (VariableOf(literal) != variable) kept.push_back(literal);
+                if (VariableOf(literal) == variable && literal.Negated == value) holds = false;
+            }
+            if (holds) result.push_back(std::move(kept));
+        }
+        return result;
+    }
+
+    Sum Joined(const Variable& variable, Sum zero, Sum one) {
+        Sum result;
+        Sort(zero);
+        Sort(one);
+        const auto add = [&](Sum& from, const Sum& other, bool negated) {
+            for (auto& term : from) {
+                const bool shared = std::find(other.begin(), other.end(), term) != other.end();
+                if (!shared) term.push_back({variable.first, negated, variable.second});
+                result.push_back(term);
+            }
+        };
+        if (zero.size() + one.size() > mostTerms) Good = false;
+        if (!Good) return {};
+        const auto plainZero = zero;
+        add(zero, one, true);
+        add(one, plainZero, false);
+        Absorb(result);
+        return result;
+    }
+
+    std::size_t steps_ = 0;
+};
+
+}  // namespace
+
+std::optional<Sum> ComplementOf(const Sum& sum) {
+    Complementer complementer;
+    auto result = complementer.Of(sum);
+    return complementer.Good ? std::optional(std::move(result)) : std::nullopt;
+}
+
+bool IsTrue(const Sum& sum) {
+    return std::any_of(sum.begin(), sum.end(), [](const Term& term) { return term.empty(); });
+}
+
+bool IsSame(Sum a, Sum b) {
+    Sort(a);
+    Sort(b);
+    return a == b;
+}
+
+}  // namespace fit

@@ -1,0 +1,169 @@
+#include "Designs.h"
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+namespace test {
+
+std::string FullSetText() {
+    std::ifstream file(FULLSET_DL, std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+const fit::Device& DeviceOf(const std::string& mnemonic) {
+    static const auto library = fit::ReadLibrary(FullSetText());
+    return *library.Find(mnemonic);
+}
+
+fit::Design MakeDesign(const std::string& lines) {
+    static const std::map<std::string, fit::RegisterKind> registers{{"D", fit::RegisterKind::D},
+                                                                    {"T", fit::RegisterKind::T},
+                                                                    {"JK", fit::RegisterKind::Jk},
+                                                                    {"LATCH", fit::RegisterKind::Latch}};
+    fit::Design design;
+    std::map<std::string, std::size_t> index;
+    std::istringstream in(lines);
+    const auto literal = [&](std::string word) {
+        fit::Literal result;
+        result.Negated = word[0] == '!';
+        if (result.Negated) word.erase(0, 1);
+        result.Pin = word.ends_with(".IO");
+        result.Signal = index.at(word.substr(0, word.find('.')));
+        return result;
+    };
+    for (std::string line; std::getline(in, line);) {
+        std::istringstream words(line);
+        std::string first, second, third;
+        words >> first >> second;
+        if (first.empty()) continue;
+        if (second != "=") {
+            fit::Signal signal;
+            signal.Node = first == "node";
+            signal.Pin = signal.Node ? 0 : std::stoi(first);
+            signal.ActiveLow = second[0] == '!';
+            signal.Name = second.substr(signal.ActiveLow ? 1 : 0);
+            if (words >> third) signal.Register = registers.at(third);
+            index[signal.Name] = design.Signals.size();
+            design.Signals.push_back(signal);
+            continue;
+        }
+        fit::Function function;
+        function.Signal = index.at(first.substr(0, first.find('.')));
+        const auto extension = first.find('.') == first.npos ? "OUT" : first.substr(first.find('.') + 1);
+        for (std::size_t i = 0; i < fit::InputCount; ++i) {
+            if (fit::InputName(static_cast<fit::Input>(i)) == extension)
+                function.To = static_cast<fit::Input>(i);
+        }
+        fit::Sum sum(1);
+        bool zero = false;
+        while (words >> third) {
+            if (third == "+") sum.emplace_back();
+            zero = zero || third == "0";
+            if (third != "+" && third != "0" && third != "1") sum.back().push_back(literal(third));
+        }
+        function.True = zero ? fit::Sum{} : sum;
+        design.Functions.push_back(function);
+    }
+    return design;
+}
+
+const std::vector<Family>& Families() {
+    static const std::vector<Family> families{
+        {"G16V8S", "16V8", "GAL16V8", 20, false, false}, {"G16V8MA", "16V8", "GAL16V8", 20, false, true},
+        {"G16V8MS", "16V8", "GAL16V8", 20, true, false}, {"G16V8", "16V8", "GAL16V8", 20, false, false},
+        {"G20V8", "20V8", "GAL20V8", 24, false, false},  {"G20V8", "20V8", "GAL20V8", 24, false, true},
+        {"G20V8", "20V8", "GAL20V8", 24, true, false},   {"G22V10", "22V10", "GAL22V10", 24, true, true},
+        {"P22V10", "22V10", "PAL22V10", 24, true, true}, {"P16L8", "16L8", "PAL16L8", 20, false, true},
+        {"P16R4", "16R4", "PAL16R4", 20, true, false},   {"P16R6", "16R6", "PAL16R6", 20, true, false},
+        {"P16R8", "16R8", "PAL16R8", 20, true, false},   {"P20L8", "20L8", "PAL20L8", 24, false, true},
+        {"P20R4", "20R4", "PAL20R4", 24, true, false},   {"P20R6", "20R6", "PAL20R6", 24, true, false},
+        {"P20R8", "20R8", "PAL20R8", 24, true, false},
+    };
+    return families;
+}
+
+namespace {
+
+fit::Sum RandomSum(std::mt19937& random, const std::vector<std::size_t>& sources, std::size_t most) {
+    fit::Sum sum;
+    for (auto terms = random() % (most + 1); terms > 0; --terms) {
+        sum.emplace_back();
+        for (auto n = 1 + random() % 4; n > 0; --n) {
+            const auto source = sources[random() % sources.size()];
+            auto& term = sum.back();
+            const auto same = [&](const fit::Literal& l) { return l.Signal == source; };
+            if (std::none_of(term.begin(), term.end(), same))
+                term.push_back({source, random() % 2 == 0, false});
+        }
+    }
+    return sum;
+}
+
+// The pins with macrocells lie in the right half of the package, at its end or in its middle.
+std::vector<int> CellsOf(const Family& family) {
+    const bool ten = std::string(family.Kind) == "22V10";
+    const int first = family.Pins == 20 ? 12 : ten ? 14 : 15;
+    std::vector<int> cells;
+    for (int pin = first; pin < first + (ten ? 10 : 8); ++pin) cells.push_back(pin);
+    return cells;
+}
+
+}  // namespace
+
+fit::Design RandomDesign(std::mt19937& random, const Family& family) {
+    const auto cells = CellsOf(family);
+    const int pins = family.Pins;
+    fit::Design design;
+    std::vector<std::size_t> sources;
+    std::vector<std::size_t> driven;
+    for (int pin = 1; pin <= pins; ++pin) {
+        const bool cell = std::find(cells.begin(), cells.end(), pin) != cells.end();
+        if (pin == pins / 2 || pin == pins || random() % 4 == 0) continue;
+        fit::Signal signal;
+        signal.Name = "N" + std::to_string(pin);
+        signal.Pin = random() % 3 == 0 ? 0 : pin;
+        signal.ActiveLow = random() % 2;
+        signal.Node = cell && random() % 6 == 0;
+        if (signal.Node) signal.ActiveLow = false;
+        if (cell && family.Registers && random() % 2) signal.Register = fit::RegisterKind::D;
+        const bool drives =
+            cell && (signal.Node || signal.Register == fit::RegisterKind::D || random() % 3 != 0);
+        if (drives) driven.push_back(design.Signals.size());
+        if (!drives || random() % 2) sources.push_back(design.Signals.size());
+        design.Signals.push_back(signal);
+    }
+    for (const auto i : driven) {
+        const bool registered = design.Signals[i].Register == fit::RegisterKind::D;
+        design.Functions.push_back(
+            {i, registered ? fit::Input::D : fit::Input::Out, RandomSum(random, sources, 6), {}});
+        const bool enable = family.Enables && !design.Signals[i].Node && random() % 3 == 0;
+        if (enable) design.Functions.push_back({i, fit::Input::Oe, RandomSum(random, sources, 1), {}});
+    }
+    return design;
+}
+
+bool Holds(const fit::Sum& sum, const std::vector<bool>& asserted) {
+    return std::any_of(sum.begin(), sum.end(), [&](const fit::Term& term) {
+        return std::all_of(term.begin(), term.end(),
+                           [&](const fit::Literal& l) { return asserted[l.Signal] != l.Negated; });
+    });
+}
+
+const fit::Sum* TrueOf(const fit::Design& design, std::size_t signal, fit::Input input) {
+    for (const auto& function : design.Functions) {
+        if (function.Signal == signal && function.To == input) return &*function.True;
+    }
+    return nullptr;
+}
+
+bool LowAt(const fit::Design& design, const fit::Fit& fit, std::size_t signal) {
+    const auto& placement = fit.Placements[signal];
+    if (placement.Use == fit::UseKind::Input) return design.Signals[signal].ActiveLow;
+    return placement.Complemented == placement.PolarityHigh;
+}
+
+}  // namespace test

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "fit/Fitter.h"
+
+namespace test {
+
+std::string FullSetText();
+const fit::Device& DeviceOf(const std::string& mnemonic);
+
+// A design from lines: "2 A", "19 !Y", "0 Z", "node N" declare; "19 !Q D" a D register (T, JK … likewise);
+// "Q.OE = A !B + C" is a sum, "Q = 1" and "Q = 0" are constants.
+fit::Design MakeDesign(const std::string& lines);
+
+// What random designs are made for: a mnemonic, and whether they have registers and output enables.
+struct Family {
+    const char* Mnemonic;
+    const char* Kind;     // of test::Chip
+    const char* Jedutil;  // the device's name there
+    int Pins;
+    bool Registers;
+    bool Enables;
+};
+const std::vector<Family>& Families();
+
+// Random outputs and inputs at some of the device's pins, some for the fitter to place; not each one fits.
+fit::Design RandomDesign(std::mt19937& random, const Family& family);
+
+const fit::Sum* TrueOf(const fit::Design& design, std::size_t signal, fit::Input input);
+bool Holds(const fit::Sum& sum, const std::vector<bool>& asserted);
+// Whether a pin's level is the complement of what its signal asserts.
+bool LowAt(const fit::Design& design, const fit::Fit& fit, std::size_t signal);
+
+}  // namespace test

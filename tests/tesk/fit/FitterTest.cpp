@@ -1,0 +1,243 @@
+#include "fit/Fitter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "Chip.h"
+#include "Designs.h"
+#include "fit/Jedec.h"
+
+namespace {
+
+using test::Chip;
+using test::DeviceOf;
+using test::Holds;
+using test::LowAt;
+using test::MakeDesign;
+using test::TrueOf;
+
+// Programs the chip by the JEDEC text and compares it with the design's functions for random states of all
+// signals.
+void CheckAgainstChip(const std::string& mnemonic, const std::string& kind, const fit::Design& design,
+                      const fit::Fit& fit, std::mt19937& random) {
+    const auto jedec = test::ReadJedec(fit::WriteJedec(DeviceOf(mnemonic), fit, {{{"Name", "T*\n"}}, true}));
+    ASSERT_TRUE(jedec.Good && jedec.Secure);
+    ASSERT_EQ(jedec.Fuses, fit.Fuses);
+    const Chip chip(kind, jedec.Fuses);
+    for (int sample = 0; sample < 60; ++sample) {
+        std::vector<bool> asserted(design.Signals.size());
+        std::vector<bool> levels(static_cast<std::size_t>(jedec.Pins) + 1);
+        for (std::size_t level = 0; level < levels.size(); ++level) levels[level] = random() % 2;
+        for (std::size_t i = 0; i < asserted.size(); ++i) {
+            asserted[i] = random() % 2;
+            levels[static_cast<std::size_t>(fit.Placements[i].Pin)] = asserted[i] != LowAt(design, fit, i);
+        }
+        for (std::size_t i = 0; i < asserted.size(); ++i) {
+            const auto& signal = design.Signals[i];
+            const bool registered = signal.Register != fit::RegisterKind::None;
+            const auto* data = TrueOf(design, i, registered ? fit::Input::D : fit::Input::Out);
+            if (data == nullptr) continue;
+            const int pin = fit.Placements[i].Pin;
+            ASSERT_EQ(chip.Next(pin, levels), Holds(*data, asserted) != LowAt(design, fit, i))
+                << mnemonic << " " << pin;
+            const auto* enable = TrueOf(design, i, fit::Input::Oe);
+            const bool enabled = enable == nullptr || Holds(*enable, asserted);
+            if (registered && kind != "22V10") continue;
+            ASSERT_EQ(chip.Enabled(pin, levels), enabled) << mnemonic << " " << pin;
+        }
+    }
+    const auto outputs = chip.Outputs();
+    for (std::size_t i = 0; i < design.Signals.size(); ++i) {
+        const auto use = fit.Placements[i].Use;
+        for (const auto& output : outputs) {
+            if (output.Pin != fit.Placements[i].Pin) continue;
+            EXPECT_EQ(output.Registered, use == fit::UseKind::Register);
+            EXPECT_FALSE(use == fit::UseKind::Input && output.Drives) << mnemonic << " " << output.Pin;
+        }
+    }
+}
+
+TEST(Fitter, RandomDesignsCompareWithTheProgrammedChip) {
+    std::mt19937 random(17);
+    for (const auto& d : test::Families()) {
+        int fitted = 0;
+        for (int round = 0; round < 4000 && fitted < 25; ++round) {
+            const auto design = test::RandomDesign(random, d);
+            const auto choose = static_cast<fit::Polarity>(random() % 3);
+            const auto fit = fit::FitDesign(DeviceOf(d.Mnemonic), design, {choose});
+            EXPECT_EQ(fit.Ok(), !fit.Fuses.empty());
+            if (!fit.Ok()) continue;
+            ++fitted;
+            CheckAgainstChip(d.Mnemonic, d.Kind, design, fit, random);
+            if (HasFatalFailure()) return;
+        }
+        EXPECT_GE(fitted, 10) << d.Mnemonic;
+    }
+}
+
+TEST(Fitter, ModeByUse) {
+    const struct {
+        const char* design;
+        const char* mode;
+    } cases[] = {
+        {"1 A\n2 B\n12 Y\nY = A B\n", "simple"},
+        {"1 A\n2 B\n12 Y\n13 Z\nY = A B\nZ = Y\n", "simple"},
+        {"1 A\n2 B\n12 Y\nY = A\nY.OE = B\n", "complex"},
+        {"1 A\n2 B\n15 Y\n13 Z\nY = A B\nZ = Y\n", "complex"},
+        {"2 A\n12 Y\n15 X\n13 Z\nY = A\nX = A\nZ = Y X\n", "registered"},
+        {"1 C\n2 A\n12 Q D\nQ.D = A\n", "registered"},
+        {"1 A\n2 B\n3 C\n12 Y\nY = A B C + !A !B !C + A !B C + A B !C + !A B C + !A !B C + !A B !C + A !B "
+         "!C\n",
+         "simple"},
+    };
+    for (const auto& c : cases) {
+        const auto fit = fit::FitDesign(DeviceOf("G16V8"), MakeDesign(c.design), {});
+        EXPECT_TRUE(fit.Ok()) << c.design << (fit.Ok() ? "" : fit.Messages[0].Text);
+        EXPECT_EQ(fit.Mode, c.mode) << c.design;
+        EXPECT_EQ(Chip("16V8", fit.Fuses).Mode, c.mode);
+    }
+}
+
+TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
+    const std::string nine = " = A B + C D + E F + G H + I A C + B D E + F G I + !A !C !E + !B !D !F\n";
+    const std::string inputs = "1 CK\n2 A\n3 B\n4 C\n5 D\n6 E\n7 F\n8 G\n9 H\n11 I\n";
+    const struct {
+        const char* device;
+        std::string design;
+        const char* code;
+        const char* text;
+    } cases[] = {
+        {"G16V8", inputs + "12 Y\nY" + nine, "7201tc",
+         "Y needs 9, the limit of pin 12 of G16V8 (simple) is 8"},
+        {"G16V8", inputs + "0 Y\nY" + nine, "7201tc", "Y needs 9"},
+        {"G16V8", "2 A\n10 Y\nY = A\n", "7202tc", "pin 10 of G16V8"},
+        {"G16V8", "2 A\n3 Y\nY = A\n", "7202tc", "pin 3 of G16V8 (simple) is no output"},
+        {"G16V8", "2 A\n25 Y\nY = A\n", "7202tc", "G16V8 has 20 pins"},
+        {"G16V8", "1 A\n11 B\n12 Q D\nQ.D = A\n", "7202tc", "pin 1 of G16V8 (registered) is no input"},
+        {"G16V8S", "1 C\n2 A\n12 Q D\nQ.D = A\n", "7203tc", "Q.D, G16V8S"},
+        {"G22V10", "1 C\n2 A\n14 Q T\nQ.T = A\n", "7203tc", "Q.T, G22V10"},
+        {"G22V10", "1 C\n2 A\n14 Q LATCH\nQ.L = A\n", "7203tc", "Q.L, G22V10"},
+        {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.AR = A\n", "7203tc", "Q.AR, G16V8"},
+        {"P16R8", "1 C\n2 A\n12 Y\nY = A\n", "7202tc", "pin 12 of P16R8 (registered) is always a register"},
+        {"G16V8", "2 A\n12 Y\n12 Z\nY = A\nZ = A\n", "7204tc", "Y and Z at pin 12"},
+        {"P16L8", "2 A\n19 Y\n18 Z\nY = A\nZ = Y\n", "7206tc", "Y, pin 19 of P16L8"},
+        {"G16V8MA", "2 A\n12 Y\nnode N\nY = A\n0 Z\nZ = N\n", "7213tc", "N"},
+        {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.CK = A\n", "7207tc", "not pin 1"},
+        {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.CK = !C\n", "7207tc", "rising edge of pin 1"},
+        {"G16V8", "1 C\n2 A\n11 E\n12 Q D\nQ.D = A\nQ.OE = E\n", "7208tc", "pin 11 low"},
+        {"G22V10", "1 C\n2 A\n3 B\n14 Q D\nQ.D = A\nQ.OE = A + B\n", "7208tc",
+         "Q.OE needs 2 terms, the limit is 1"},
+        {"G22V10", "1 C\n2 A\n3 B\n14 Q D\nQ.D = A\nQ.AR = A + B\n", "7209tc", "Q.AR needs 2 terms"},
+        {"G22V10", "1 C\n2 A\n3 B\n14 Q D\n15 R D\nQ.D = A\nR.D = A\nQ.AR = A\nR.AR = B\n", "7209tc",
+         "R.AR differs from Q.AR"},
+        {"G22V10", "1 C\n2 A\n14 Q D\nQ.D = A\nQ.AR = A\nQ.SR = A\n", "7209tc", "Q, its .AR"},
+        {"P16R8",
+         "1 C\n2 A\n0 Q0 D\n0 Q1 D\n0 Q2 D\n0 Q3 D\n0 Q4 D\n0 Q5 D\n0 Q6 D\n0 Q7 D\n0 Q8 D\nQ0.D = A\nQ1.D = "
+         "A\n"
+         "Q2.D = A\nQ3.D = A\nQ4.D = A\nQ5.D = A\nQ6.D = A\nQ7.D = A\nQ8.D = A\n",
+         "7205tc", "Q8, P16R8"},
+    };
+    for (const auto& c : cases) {
+        const auto fit = fit::FitDesign(DeviceOf(c.device), MakeDesign(c.design), {});
+        ASSERT_FALSE(fit.Ok()) << c.design;
+        EXPECT_EQ(fit.Messages[0].Code, c.code) << c.design << fit.Messages[0].Text;
+        EXPECT_NE(fit.Messages[0].Text.find(c.text), std::string::npos) << fit.Messages[0].Text;
+        EXPECT_TRUE(fit.Fuses.empty());
+    }
+    auto design = MakeDesign("2 A\n12 Y\nY = A\n");
+    design.Fuses = {{2194, true}};
+    EXPECT_EQ(fit::FitDesign(DeviceOf("G16V8"), design, {}).Messages.at(0).Code, "7210tc");
+    design.Fuses = {{2060, true}};
+    EXPECT_TRUE(fit::FitDesign(DeviceOf("G16V8"), design, {}).Fuses[2060]);
+}
+
+TEST(Fitter, PolarityFollowsTheOption) {
+    const auto design = MakeDesign("2 A\n3 B\n4 C\n12 Y\n13 !Z\nY = A + B + C\nZ = A B C\n");
+    const auto used = [&](const char* device, fit::Polarity polarity) {
+        const auto fit = fit::FitDesign(DeviceOf(device), design, {polarity});
+        return std::to_string(fit.Placements[3].Used) + std::to_string(fit.Placements[4].Used);
+    };
+    EXPECT_EQ(used("G16V8", fit::Polarity::Natural), "31");
+    EXPECT_EQ(used("G16V8", fit::Polarity::Best), "11");
+    EXPECT_EQ(used("G16V8", fit::Polarity::Complement), "13");
+    EXPECT_EQ(used("P16L8", fit::Polarity::Natural), "11") << "low by nature";
+}
+
+TEST(Fitter, FreePinsGoWhereTheyFit) {
+    // Sixteen terms fit at two pins of the 22V10 only; the smaller ones must leave them free.
+    std::string lines =
+        "0 CK\n0 A\n0 B\n0 C\n0 D\n0 E\n0 SMALL D\n0 BIG D\n0 BIG2 D\nSMALL.D = A\nSMALL.CK = CK\n";
+    std::string parity;
+    for (unsigned v = 0; v < 32; ++v) {
+        if (__builtin_popcount(v) % 2 == 0) continue;
+        parity += parity.empty() ? "" : " + ";
+        for (int bit = 0; bit < 5; ++bit)
+            parity += std::string(v >> bit & 1 ? "" : "!") + static_cast<char>('A' + bit) + " ";
+    }
+    lines += "BIG.D = " + parity + "\nBIG2.D = " + parity + "\n";
+    const auto fit = fit::FitDesign(DeviceOf("G22V10"), MakeDesign(lines), {});
+    ASSERT_TRUE(fit.Ok()) << fit.Messages[0].Text;
+    EXPECT_EQ(fit.Placements[0].Pin, 1) << "the clock";
+    EXPECT_EQ(fit.Placements[7].Pin + fit.Placements[8].Pin, 18 + 19);
+    EXPECT_EQ(fit.Placements[7].Available, 16u);
+}
+
+TEST(Fitter, ResetsActOnTheName) {
+    const std::string head = "1 C\n2 A\n3 RST\n14 Q D\n15 !R D\nQ.D = A\nR.D = A\n";
+    const struct {
+        const char* extension;
+        bool asynchronous;
+        bool asserted;  // the state that it gives to the names
+    } cases[] = {{"AR", true, false}, {"AP", true, true}, {"SR", false, false}, {"SP", false, true}};
+    for (const auto& c : cases) {
+        const std::string ext = c.extension;
+        const auto design = MakeDesign(head + "Q." + ext + " = RST\nR." + ext + " = RST\n");
+        const auto fit = fit::FitDesign(DeviceOf("G22V10"), design, {});
+        ASSERT_TRUE(fit.Ok()) << fit.Messages[0].Text;
+        const Chip chip("22V10", fit.Fuses);
+        std::vector<bool> levels(25, false);
+        EXPECT_FALSE(chip.Reset(levels) || chip.Preset(levels));
+        levels[3] = true;
+        EXPECT_EQ(chip.Reset(levels), c.asynchronous);
+        EXPECT_EQ(chip.Preset(levels), !c.asynchronous);
+        for (const int pin : {14, 15}) {
+            // Reset clears the register, and with S0 at 1 the pin is low then; preset does the opposite.
+            const bool registerState = !c.asynchronous;
+            const bool level = chip.ResetLevel(pin) ? registerState : !registerState;
+            EXPECT_EQ(level, c.asserted != (pin == 15)) << ext << " " << pin;
+        }
+    }
+    const auto shared = fit::FitDesign(DeviceOf("G22V10"), MakeDesign(head + "Q.AR = RST\n"), {});
+    EXPECT_TRUE(shared.Ok());
+    ASSERT_EQ(shared.Messages.size(), 1u);
+    EXPECT_EQ(shared.Messages[0].Code, "7211tc");
+    const auto resets = [](const fit::Function& f) { return f.Signal == 4 && f.To == fit::Input::Ar; };
+    EXPECT_TRUE(std::any_of(shared.Implied.begin(), shared.Implied.end(), resets));
+}
+
+TEST(Fitter, CommonClockAndEnableAreImplied) {
+    const auto design = MakeDesign("1 !C\n2 A\n11 E\n12 Q D\n13 R D\nQ.D = A\nR.D = Q\nR.OE = !E\n");
+    const auto fit = fit::FitDesign(DeviceOf("G16V8"), design, {});
+    ASSERT_TRUE(fit.Ok()) << fit.Messages[0].Text;
+    ASSERT_EQ(fit.Implied.size(), 3u);
+    EXPECT_EQ(fit.Implied[0].To, fit::Input::Ck);
+    EXPECT_EQ(*fit.Implied[0].True, (fit::Sum{{{0, true, false}}}));
+    EXPECT_EQ(fit.Implied[1].To, fit::Input::Oe);
+    EXPECT_EQ(*fit.Implied[1].True, (fit::Sum{{{2, true, false}}}));
+    EXPECT_EQ(fit.Implied[2].Signal, 4u);
+    EXPECT_EQ(fit.Placements[3].PowerUp, '1') << "the register is 0, its pin high";
+}
+
+TEST(Fitter, VirtualHasNoLimits) {
+    std::string lines;
+    for (int i = 0; i < 100; ++i) lines += "0 N" + std::to_string(i) + (i < 50 ? "" : " T") + "\n";
+    for (int i = 50; i < 100; ++i) lines += "N" + std::to_string(i) + ".T = N1 + N2\n";
+    const auto fit = fit::FitDesign(DeviceOf("virtual"), MakeDesign(lines), {});
+    EXPECT_TRUE(fit.Ok());
+    EXPECT_TRUE(fit.Fuses.empty());
+    EXPECT_EQ(fit.Placements[60].Used, 2u);
+}
+
+}  // namespace

@@ -1,0 +1,136 @@
+// Another reader of fuse maps, the program jedutil (Debian's package mame-tools), must see the equations of
+// the design. Left out where it is not installed.
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "Designs.h"
+#include "base/Text.h"
+#include "fit/Jedec.h"
+
+namespace {
+
+std::string OutputOf(const std::string& command) {
+    std::string text;
+    auto* pipe = popen(command.c_str(), "r");
+    for (int c = 0; pipe != nullptr && (c = fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+    return pipe != nullptr && pclose(pipe) == 0 ? text : std::string();
+}
+
+struct View {
+    struct Equation {
+        bool Inverted = false;
+        std::vector<std::vector<std::string>> Terms;
+    };
+    std::map<int, Equation> Logic;
+    std::map<int, Equation> Enable;
+    std::map<int, bool> ActiveHigh;
+};
+
+int PinOf(const std::string& name) {
+    const auto digit = name.find_first_of("0123456789");
+    return digit == name.npos ? 0 : std::stoi(name.substr(digit));
+}
+
+View Parse(const std::string& text) {
+    View view;
+    View::Equation* open = nullptr;
+    bool equations = false;
+    for (const auto& line : base::Lines(text)) {
+        std::istringstream words(line);
+        std::string first;
+        std::string second;
+        words >> first;
+        if (first == "Equations:") equations = true;
+        if (!equations && !first.empty() && isdigit(first[0]) && line.find('(') != line.npos)
+            view.ActiveHigh[std::stoi(first)] = line.find("Active high") != line.npos;
+        if (!equations || first.empty() || first.back() == ':') continue;
+        std::string rest = line;
+        if (words >> second; second == "=" || second == ":=") {
+            const bool enable = first.ends_with(".oe");
+            open = &(enable ? view.Enable : view.Logic)[PinOf(first)];
+            open->Inverted = first[0] == '/';
+            rest = line.substr(line.find('=') + 1);
+        }
+        if (open == nullptr || base::Trim(rest).empty()) continue;
+        open->Terms.emplace_back();
+        std::istringstream factors(rest);
+        for (std::string factor; factors >> factor;) {
+            if (factor != "&" && factor != "+") open->Terms.back().push_back(factor);
+        }
+    }
+    return view;
+}
+
+bool Value(const View& view, const View::Equation& equation, const std::vector<bool>& levels, bool notSum) {
+    for (const auto& term : equation.Terms) {
+        bool product = true;
+        for (const auto& factor : term) {
+            if (factor == "vcc") continue;
+            const int pin = PinOf(factor);
+            bool level = levels[static_cast<std::size_t>(pin)] != (factor[0] == '/');
+            // It names the column: of a 22V10 register the inverted register, which is the pin if that is
+            // low.
+            if (notSum && factor.find("rf") != factor.npos && view.ActiveHigh.at(pin)) level = !level;
+            product = product && level;
+        }
+        if (product) return !equation.Inverted;
+    }
+    return equation.Inverted;
+}
+
+TEST(Jedutil, SeesTheEquationsOfTheDesign) {
+    if (OutputOf("jedutil -viewlist 2>/dev/null").empty()) GTEST_SKIP() << "jedutil is not installed";
+    const auto file = std::filesystem::temp_directory_path() / ("fit" + std::to_string(::getpid()) + ".jed");
+    std::mt19937 random(23);
+    for (const auto& family : test::Families()) {
+        int fitted = 0;
+        int compared = 0;
+        for (int round = 0; round < 4000 && fitted < 4; ++round) {
+            const auto design = test::RandomDesign(random, family);
+            const auto fit = fit::FitDesign(test::DeviceOf(family.Mnemonic), design, {fit::Polarity::Best});
+            if (!fit.Ok()) continue;
+            ++fitted;
+            std::ofstream(file, std::ios::binary)
+                << fit::WriteJedec(test::DeviceOf(family.Mnemonic), fit, {});
+            const auto view = Parse(OutputOf("jedutil -view " + file.string() + " " + family.Jedutil));
+            ASSERT_FALSE(view.Logic.empty()) << family.Mnemonic;
+            for (int sample = 0; sample < 30; ++sample) {
+                std::vector<bool> asserted(design.Signals.size());
+                std::vector<bool> levels(static_cast<std::size_t>(family.Pins) + 1);
+                for (std::size_t i = 0; i < asserted.size(); ++i) {
+                    asserted[i] = random() % 2;
+                    levels[static_cast<std::size_t>(fit.Placements[i].Pin)] =
+                        asserted[i] != test::LowAt(design, fit, i);
+                }
+                for (std::size_t i = 0; i < asserted.size(); ++i) {
+                    const bool registered = fit.Placements[i].Use == fit::UseKind::Register;
+                    const auto* data = test::TrueOf(design, i, registered ? fit::Input::D : fit::Input::Out);
+                    const auto equation = view.Logic.find(fit.Placements[i].Pin);
+                    // What is never enabled is no output there, and a constant shows no terms.
+                    if (data == nullptr || equation == view.Logic.end() || equation->second.Terms.empty())
+                        continue;
+                    ++compared;
+                    const bool notSum = std::string(family.Kind) == "22V10";
+                    EXPECT_EQ(Value(view, equation->second, levels, notSum),
+                              test::Holds(*data, asserted) != test::LowAt(design, fit, i))
+                        << family.Mnemonic << " pin " << equation->first;
+                }
+            }
+            if (HasFailure()) return;
+        }
+        EXPECT_EQ(fitted, 4) << family.Mnemonic;
+        EXPECT_GT(compared, 100) << family.Mnemonic;
+    }
+    std::filesystem::remove(file);
+}
+
+}  // namespace
