@@ -16,7 +16,7 @@ std::string FolderOf(const std::string& hostPath) { return hostPath.substr(0, ho
 // The part before the next `mark`, cut off the head of `text` with the mark.
 std::string TakePart(std::string_view& text, char mark) {
     const auto end = std::min(text.find(mark), text.size());
-    const std::string part(text.substr(0, end));
+    std::string part(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
     return part;
 }
@@ -88,7 +88,8 @@ void HostFileDialog::accept() {
     }
     if (!MayTake(whole)) return;
     chosen_ = whole;
-    QDialog::accept();  // the base class would check by rules of its own
+    // The direct base would check by rules of its own. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QDialog::accept();
 }
 
 // The host path of what was typed, with the default extension if it has none and is no file without one.

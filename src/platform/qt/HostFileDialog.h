@@ -16,14 +16,11 @@ QStringList NameFilters(const std::string& filter);
 // The open or save dialog of a request. Shows host paths; a logic path may be typed as well. A name that does
 // not exist is taken as typed unless the flags forbid it; "does not exist" is told without regard to case.
 class HostFileDialog : public QFileDialog {
-    Q_OBJECT
   public:
     HostFileDialog(QWidget* parent, AcceptMode mode, const FileDialogRequest& request,
                    const FileSystem& files, Dialogs& boxes);
 
     std::string Chosen() const { return files_.FromHostPath(chosen_); }  // a logic path
-
-  public slots:
     void accept() override;
 
   private:
