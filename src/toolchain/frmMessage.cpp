@@ -4,12 +4,29 @@
 #include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <utility>
 
+#include "base/Text.h"
 #include "platform/qt/Twips.h"
 #include "toolchain/frmErrorMessage.h"
+#include "toolchain/windows/DisplayText.h"
 
 namespace toolchain {
 namespace {
+
+constexpr int lineMargin = 6;  // pixels, on either side of a line
+
+// Lines of one width.
+class LineDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    int Width = 0;  // pixels
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+        return {Width, option.fontMetrics.height() + 1};
+    }
+};
 
 bool OpensLookup(int key) { return key == Qt::Key_F1 || key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -21,14 +38,16 @@ frmMessage::frmMessage(session::App& app, const ErrorCodes& codes, QWidget* pare
     setWindowTitle("Messages");
     lstMessages_->setObjectName("lstMessages");
     lstMessages_->setModel(&model_);
+    lstMessages_->setItemDelegate(new LineDelegate(this));
     lstMessages_->setUniformItemSizes(true);
+    lstMessages_->setTextElideMode(Qt::ElideNone);
     lstMessages_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstMessages_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     lstMessages_->installEventFilter(this);
     setFocusProxy(lstMessages_);
     connect(lstMessages_, &QListView::clicked, this, &frmMessage::lstMessages_Click);
-    followTimer_.setSingleShot(true);
-    connect(&followTimer_, &QTimer::timeout, lstMessages_, &QListView::scrollToBottom);
+    layoutTimer_.setSingleShot(true);
+    connect(&layoutTimer_, &QTimer::timeout, this, &frmMessage::LayOut);
     handle_ =
         app_.Host.Libraries.Register([this](const platform::ToolMessage& message) { Receive(message); });
     ResetFont();
@@ -37,11 +56,35 @@ frmMessage::frmMessage(session::App& app, const ErrorCodes& codes, QWidget* pare
 frmMessage::~frmMessage() { app_.Host.Libraries.Unregister(handle_); }
 
 void frmMessage::Receive(const platform::ToolMessage& message) {
-    if (message.Number == platform::msgResetContent) model_.Clear();
-    if (message.Number != platform::msgAddString) return;
-    const QScrollBar& bar = *lstMessages_->verticalScrollBar();
-    if (bar.value() == bar.maximum() && !followTimer_.isActive()) followTimer_.start(0);
-    model_.Add(message.Second);
+    if (message.Number == platform::msgAddString) AddLine(message.Second);
+    if (message.Number == platform::msgResetContent) {
+        model_.Clear();
+        longest_.clear();
+        FitWidth();
+    }
+}
+
+void frmMessage::AddLine(const std::string& line) {
+    if (!layoutTimer_.isActive()) {
+        const QScrollBar& bar = *lstMessages_->verticalScrollBar();
+        follow_ = bar.value() == bar.maximum();
+        layoutTimer_.start(0);
+    }
+    model_.Add(line);
+    if (line.size() > longest_.size()) longest_ = base::Left(line, MessageModel::MaxLineLength);
+}
+
+void frmMessage::LayOut() {
+    FitWidth();
+    if (follow_) lstMessages_->scrollToBottom();
+}
+
+// Measures one line for all: the view asks no other for its size.
+void frmMessage::FitWidth() {
+    const QString line = DisplayLine(longest_, MessageModel::MaxLineLength);
+    const int width = lstMessages_->fontMetrics().horizontalAdvance(line) + 2 * lineMargin;
+    auto& delegate = static_cast<LineDelegate&>(*lstMessages_->itemDelegate());
+    if (std::exchange(delegate.Width, width) != width) lstMessages_->doItemsLayout();
 }
 
 void frmMessage::ResetFont() {
@@ -51,6 +94,7 @@ void frmMessage::ResetFont() {
     font.setBold(wanted.Bold);
     font.setItalic(wanted.Italic);
     lstMessages_->setFont(font);
+    FitWidth();
 }
 
 session::Placement frmMessage::InitialPlacement(const session::Placement& main, float clientHeight) {

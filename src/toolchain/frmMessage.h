@@ -36,12 +36,17 @@ class frmMessage : public QWidget {
 
   private:
     void Receive(const platform::ToolMessage& message);
+    void AddLine(const std::string& line);
+    void FitWidth();
+    void LayOut();
 
     session::App& app_;
     const ErrorCodes& codes_;
     MessageModel model_;
     QListView* lstMessages_;
-    QTimer followTimer_;  // scrolls to the newest line, once for many
+    std::string longest_;  // line, by bytes: as wide as it is, all lines are laid out
+    bool follow_ = false;  // the newest line was in view
+    QTimer layoutTimer_;   // lays out and scrolls once for many new lines
     platform::WindowHandle handle_;
 };
 

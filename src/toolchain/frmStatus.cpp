@@ -7,6 +7,7 @@
 namespace toolchain {
 namespace {
 
+constexpr int formWidth = 380;          // pixels
 constexpr std::size_t maxShown = 1000;  // bytes of a text that a label shows
 
 // Repainted at once: ordinary painting gets its turn only now and then while a library works.
@@ -37,7 +38,7 @@ frmStatus::frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxe
     ui_->lblStatus->setText("Initializing");
     EnableOk(false);
     connect(ui_->OK, &QPushButton::clicked, this, &QDialog::accept);
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    setFixedSize(formWidth, sizeHint().height());
 }
 
 frmStatus::~frmStatus() { libraries_.Unregister(handle_); }

@@ -62,6 +62,8 @@ void Obey(const std::string& order, const Run& run) {
     if (order == "box") Box(run);
     if (order == "thread") OtherThread(run);
     if (order == "fork") Fork(run);
+    if (order == "tell")
+        for (long i = 0; i < run.Number; ++i) run.Tell(101, std::to_string(i).c_str());
     if (order == "slow") ::usleep(static_cast<useconds_t>(run.Number) * 1000);
     if (order == "bytes") run.Add("[0012ta] \xFF\x80 \xC3");
     if (order == "huge") run.Add(std::string(1'000'000, 'x').c_str());

@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -85,6 +86,16 @@ TEST_F(MessageWindow, KeepsTheLinesThatALibraryAddsUntilItClearsThem) {
     EXPECT_EQ(List->geometry(), Window->rect());
     Send(388, "");
     EXPECT_EQ(List->model()->rowCount(), 0);
+}
+
+TEST_F(MessageWindow, ALongLineCanBeScrolledIntoView) {
+    Send(384, "short");
+    QApplication::processEvents();
+    EXPECT_EQ(List->horizontalScrollBar()->maximum(), 0);
+    Send(384, std::string(500, 'W'));
+    QApplication::processEvents();
+    const int width = List->fontMetrics().horizontalAdvance(QString(500, 'W'));
+    EXPECT_GE(List->horizontalScrollBar()->maximum() + List->viewport()->width(), width);
 }
 
 TEST_F(MessageWindow, DropsTheOldestOfTooManyLines) {
