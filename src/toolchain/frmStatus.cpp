@@ -8,19 +8,8 @@ namespace toolchain {
 namespace {
 
 constexpr int formWidth = 380;          // pixels
+constexpr qint64 flood = 10;            // milliseconds between messages for one label
 constexpr std::size_t maxShown = 1000;  // bytes of a text that a label shows
-
-// Repainted at once: ordinary painting gets its turn only now and then while a library works.
-void Show(QLabel& label, const QString& text) {
-    label.setText(text);
-    label.repaint();
-}
-
-// The caption is the counter.
-void CountUp(QLabel& label) {
-    const std::int64_t count = base::TextToInt32(label.text().toStdString());
-    Show(label, QString::number(base::ToInt32(count + 1)));
-}
 
 }  // namespace
 
@@ -42,6 +31,22 @@ frmStatus::frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxe
 }
 
 frmStatus::~frmStatus() { libraries_.Unregister(handle_); }
+
+// Repainted at once: ordinary painting gets its turn only now and then while a library works. In a flood of
+// messages a repaint each would cost more than the run; there the ordinary painting shows every few.
+void frmStatus::Show(QLabel& label, const QString& text) {
+    label.setText(text);
+    QElapsedTimer& since = repainted_[&label];
+    if (since.isValid() && since.elapsed() < flood) return;
+    since.start();
+    label.repaint();
+}
+
+// The caption is the counter.
+void frmStatus::CountUp(QLabel& label) {
+    const std::int64_t count = base::TextToInt32(label.text().toStdString());
+    Show(label, QString::number(base::ToInt32(count + 1)));
+}
 
 void frmStatus::SetInfo(const std::string& text) { Show(*ui_->lblInfo, DisplayLine(text, maxShown)); }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
+#include <map>
 #include <memory>
 
 #include "platform/Dialogs.h"
@@ -32,10 +34,14 @@ class frmStatus : public QDialog {
     void reject() override;
 
   private:
+    void Show(QLabel& label, const QString& text);
+    void CountUp(QLabel& label);
+
     std::unique_ptr<Ui::frmStatus> ui_;
     platform::ToolLibraries& libraries_;
     platform::Dialogs& boxes_;
     platform::WindowHandle handle_;
+    std::map<QLabel*, QElapsedTimer> repainted_;
 };
 
 }  // namespace toolchain
