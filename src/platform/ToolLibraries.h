@@ -15,6 +15,7 @@ struct ToolMessage {
     std::uint32_t Number = 0;
     std::string First;   // text of the first parameter, where the number carries one
     std::string Second;  // text of the second parameter
+    bool operator==(const ToolMessage&) const = default;
 };
 
 using MessageHandler = std::function<void(const ToolMessage&)>;

@@ -5,11 +5,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
 
-#include "platform/ToolLibraries.h"
 #include "platform/toolhost/Library.h"
+#include "platform/toolhost/SentTexts.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // A library's crash is its own: it ends this process as it would without the sanitizer.
@@ -22,25 +20,12 @@ namespace {
 
 platform::toolhost::Library* theLibrary = nullptr;  // for SendMessageA, which is a plain C function
 
-// A library's text argument, cut at the length that a message carries. What can't be an address (a library
-// may leave any small number in an unused argument) is no text.
-std::string_view TextAt(std::uintptr_t address) {
-    constexpr std::uintptr_t lowestAddress = 65536;
-    if (address < lowestAddress) return {};
-    const char* text = reinterpret_cast<const char*>(address);
-    return {text, ::strnlen(text, platform::ToolLibraries::MaxTextLength)};
-}
-
 }  // namespace
 
 extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message, std::uintptr_t wparam,
                                      std::intptr_t lparam) {
-    using namespace platform;
-    const bool hasFirst = message == msgStatus || message == msgDropped1 || message == msgInfo ||
-                          message == msgDropped2 || message == msgAddString;
-    theLibrary->Relay(
-        handle, message, hasFirst ? TextAt(wparam) : std::string_view(),
-        message == msgAddString ? TextAt(static_cast<std::uintptr_t>(lparam)) : std::string_view());
+    const auto [first, second] = platform::toolhost::SentTexts(message, wparam, lparam);
+    theLibrary->Relay(handle, message, first, second);
     return 0;
 }
 

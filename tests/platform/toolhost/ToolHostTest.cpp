@@ -10,6 +10,7 @@
 
 #include "base/RunTimeError.h"
 #include "support/Doubles.h"
+#include "support/InProcessLibraries.h"
 
 namespace platform::qt {
 namespace {
@@ -56,6 +57,21 @@ TEST_F(ToolHostTest, RelaysMessagesInOrderWithTheirTexts) {
     EXPECT_EQ(seen, "101Fitting 102dropped 103pin 3 104 105 104 104 106 ");
     ASSERT_EQ(List.size(), 1u);
     EXPECT_EQ(List[0].Second, "[0012ta] bad symbol");
+}
+
+TEST_F(ToolHostTest, TheFormInTheProcessDeliversTheSame) {
+    doubles::InProcessLibraries inside;
+    EXPECT_EQ(Run("report"), "-5");
+    const auto status = std::exchange(Status, {});
+    Put(0, inside.Register([&](const ToolMessage& m) { Status.push_back(m); }));
+    Put(4, inside.Register([&](const ToolMessage& m) { List.push_back(m); }));
+    const auto module = inside.Load(Folder.Logic("teskk.dll"));
+    EXPECT_EQ(inside.Call(module, "TeskkVB", Record), -5);
+    EXPECT_THROW(inside.Call(module, "Missing", Record), base::RunTimeError);
+    inside.Free(module);
+    EXPECT_EQ(Status, status);
+    ASSERT_EQ(List.size(), 2u);
+    EXPECT_EQ(List[0], List[1]);
 }
 
 TEST_F(ToolHostTest, OddMessagesAndNoiseDoNoHarm) {
