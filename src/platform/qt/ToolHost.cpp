@@ -112,7 +112,7 @@ std::int32_t ToolHost::Call(Module module, const std::string& entry, std::span<s
 
 Frame ToolHost::Ask(FrameKind kind, std::initializer_list<std::string_view> parts, Milliseconds limit) {
     child_->Send(kind, parts);  // a line that is broken shows when the answer is waited for
-    const Frame answer = Await(limit);
+    Frame answer = Await(limit);
     ToolHostShield::PaintWindows();  // throws away what was typed up to now
     return answer;
 }
