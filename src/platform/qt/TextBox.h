@@ -66,6 +66,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -98,6 +99,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
         std::size_t TextHash = 0;
         std::string Styles;
     };
+    class Repaint;
     class StyleWindow;
 
     long Sci(unsigned message, long first = 0, long second = 0) const;
@@ -120,6 +122,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
     void RememberRemoved(std::int32_t start, std::int32_t length);
     bool RestoreRemoved(std::int32_t start, std::int32_t length);
     void DropPendingIfMoved();
+    Span CaretSurroundings() const;
 
     CharStyle SelStyle() const;
     StyleTable::Number NumberAt(std::int32_t offset) const;

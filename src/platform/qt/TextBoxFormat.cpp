@@ -36,22 +36,54 @@ QByteArray DrawnFamily(const std::string& name) {
     return family.toUtf8();
 }
 
-// New style numbers of one format by old number, filled as they are met.
-struct Repaint {
-    CharFormat Format;
-    std::array<std::int16_t, 256> Numbers;
-};
-
 }  // namespace
+
+// New style numbers by old number, found as they are met.
+class TextBox::Repaint {
+  public:
+    Repaint() { numbers_.fill(-1); }
+
+    // `change` makes the new look of the old one.
+    template <typename Change>
+    void Apply(StyleTable& table, std::span<char> styles, const Change& change) {
+        for (char& style : styles) {
+            const auto old = static_cast<StyleTable::Number>(style);
+            if (numbers_[old] < 0) {
+                CharStyle look = table.StyleOf(old);
+                change(look);
+                numbers_[old] = table.NumberOf(look);
+            }
+            style = static_cast<char>(numbers_[old]);
+        }
+    }
+
+  private:
+    std::array<std::int16_t, 256> numbers_;
+};
 
 // A piece of the style bytes under work: read once, changed in memory, written back in one go.
 class TextBox::StyleWindow {
   public:
-    StyleWindow(TextBox& box, std::int32_t end) : box_(box), end_(end) {}
-    ~StyleWindow() { Write(); }
+    // `end`: nothing behind it is looked at.
+    StyleWindow(TextBox& box, std::int32_t end) : box_(box), end_(end) { box_.styles_.Hold(); }
+    ~StyleWindow() {
+        Write();
+        box_.styles_.Unhold();
+    }
     StyleWindow(const StyleWindow&) = delete;
     StyleWindow& operator=(const StyleWindow&) = delete;
 
+    template <typename Change>
+    void Apply(Span span, Repaint& repaint, const Change& change) {
+        const std::int32_t end = std::min(span.Start + span.Length, end_);
+        for (std::int32_t offset = span.Start; offset < end;) {
+            const std::span<char> styles = At(offset, end - offset);
+            repaint.Apply(box_.styles_, styles, change);
+            offset += static_cast<std::int32_t>(styles.size());
+        }
+    }
+
+  private:
     // The style bytes from `offset`, at most `length` of them.
     std::span<char> At(std::int32_t offset, std::int32_t length) {
         const auto held = start_ + static_cast<std::int32_t>(styles_.size());
@@ -64,8 +96,6 @@ class TextBox::StyleWindow {
         return std::span(styles_).subspan(from,
                                           std::min(static_cast<std::size_t>(length), styles_.size() - from));
     }
-
-  private:
     void Write() { box_.WriteStyles(start_, styles_); }
 
     TextBox& box_;
@@ -141,27 +171,8 @@ void TextBox::ChangeSelStyle(const std::function<void(CharStyle&)>& change) {
 }
 
 void TextBox::ChangeStyles(Span span, const std::function<void(CharStyle&)>& change) {
-    std::array<std::int16_t, 256> numbers;
-    numbers.fill(-1);
-    styles_.Hold();
-    {
-        const std::int32_t end = span.Start + span.Length;
-        StyleWindow window(*this, end);
-        for (std::int32_t offset = span.Start; offset < end;) {
-            const std::span<char> styles = window.At(offset, end - offset);
-            for (char& style : styles) {
-                const auto old = static_cast<StyleTable::Number>(style);
-                if (numbers[old] < 0) {
-                    CharStyle changed = styles_.StyleOf(old);
-                    change(changed);
-                    numbers[old] = styles_.NumberOf(changed);
-                }
-                style = static_cast<char>(numbers[old]);
-            }
-            offset += static_cast<std::int32_t>(styles.size());
-        }
-    }
-    styles_.Unhold();
+    Repaint repaint;
+    StyleWindow(*this, span.Start + span.Length).Apply(span, repaint, change);
 }
 
 // A range that cuts a character of several bytes takes it whole: half a character can't be seen.
@@ -181,44 +192,24 @@ TextBox::Span TextBox::WholeCharacters(Span span) const {
 
 void TextBox::ApplyFormats(std::span<const FormatRun> runs) {
     if (runs.empty()) return;
-    std::vector<Repaint> repaints;
-    std::size_t current = 0;
-    styles_.Hold();
-    {
-        const FormatRun& last = runs.back();
-        StyleWindow window(*this, Clamp(Clamp(last.Start) + std::max(last.Length, 0) + maxCharacter));
-        for (const FormatRun& run : runs) {
-            const std::int32_t from = Clamp(run.Start);
-            const std::int32_t length = std::clamp(run.Length, 0, TextLength() - from);
-            if (length == 0) continue;
-            if (current >= repaints.size() || repaints[current].Format != run.Format) {
-                const auto known =
-                    std::find_if(repaints.begin(), repaints.end(),
-                                 [&run](const Repaint& repaint) { return repaint.Format == run.Format; });
-                current = static_cast<std::size_t>(known - repaints.begin());
-                if (known == repaints.end()) {
-                    repaints.push_back({run.Format, {}});
-                    repaints.back().Numbers.fill(-1);
-                }
-            }
-            auto& numbers = repaints[current].Numbers;
-            const Span span = WholeCharacters({from, length});
-            const std::int32_t end = span.Start + span.Length;
-            for (std::int32_t offset = span.Start; offset < end;) {
-                const std::span<char> styles = window.At(offset, end - offset);
-                for (char& style : styles) {
-                    const auto old = static_cast<StyleTable::Number>(style);
-                    if (numbers[old] < 0) {
-                        const CharStyle& now = styles_.StyleOf(old);
-                        numbers[old] = styles_.NumberOf({run.Format, now.FontName, now.FontSize});
-                    }
-                    style = static_cast<char>(numbers[old]);
-                }
-                offset += static_cast<std::int32_t>(styles.size());
-            }
-        }
+    struct Known {
+        CharFormat Format;
+        Repaint Numbers;
+    };
+    std::vector<Known> formats;
+    const FormatRun& last = runs.back();
+    StyleWindow window(*this,
+                       Clamp(Clamp(last.Start) + std::clamp(last.Length, 0, TextLength()) + maxCharacter));
+    for (const FormatRun& run : runs) {
+        const std::int32_t from = Clamp(run.Start);
+        const std::int32_t length = std::clamp(run.Length, 0, TextLength() - from);
+        if (length == 0) continue;
+        auto known = std::find_if(formats.begin(), formats.end(),
+                                  [&run](const Known& format) { return format.Format == run.Format; });
+        if (known == formats.end()) known = formats.insert(known, {run.Format, {}});
+        window.Apply(WholeCharacters({from, length}), known->Numbers,
+                     [&run](CharStyle& style) { style.Format = run.Format; });
     }
-    styles_.Unhold();
 }
 
 void TextBox::ReadStyles(std::int32_t start, std::int32_t length, std::string& styles) const {

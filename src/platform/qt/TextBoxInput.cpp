@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <algorithm>
 
 #include "base/Text.h"
 #include "platform/qt/TextBox.h"
@@ -13,7 +14,8 @@
 namespace platform::qt {
 namespace {
 
-constexpr int processKey = 229;  // virtual key code of what an input method has handled
+constexpr int processKey = 229;             // virtual key code of what an input method has handled
+constexpr std::int32_t surroundings = 512;  // bytes on each side of the caret that an input method may see
 constexpr char mimeBytes[] = "application/x-korvane-bytes";
 
 }  // namespace
@@ -53,6 +55,41 @@ void TextBox::inputMethodEvent(QInputMethodEvent* event) {
     QsciScintillaBase::inputMethodEvent(event);
     DropPendingIfMoved();
     if (!event->commitString().isEmpty()) emit KeyReleased(processKey);
+}
+
+// The caret's line, or the part of it near the caret.
+TextBox::Span TextBox::CaretSurroundings() const {
+    const long caret = Sci(SCI_GETCURRENTPOS);
+    const long line = Sci(SCI_LINEFROMPOSITION, caret);
+    const long first = std::max(Sci(SCI_POSITIONFROMLINE, line), caret - surroundings);
+    const long last = std::min(Sci(SCI_GETLINEENDPOSITION, line), caret + surroundings);
+    return {static_cast<std::int32_t>(first), static_cast<std::int32_t>(last - first)};
+}
+
+// The base class hands out the paragraph and the selection whole at every key, however long.
+QVariant TextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
+    const auto text = [this](std::int32_t start, std::int32_t length) {
+        return QString::fromStdString(TextRange(start, length));
+    };
+    const Span near = CaretSurroundings();
+    switch (query) {
+        case Qt::ImFont: {
+            const CharStyle style = SelStyle();
+            QFont font(QString::fromStdString(style.FontName));
+            font.setPointSizeF(style.FontSize / 100.0);
+            return font;
+        }
+        case Qt::ImCursorPosition:
+            return text(near.Start, static_cast<std::int32_t>(Sci(SCI_GETCURRENTPOS)) - near.Start).size();
+        case Qt::ImSurroundingText:
+            return text(near.Start, near.Length);
+        case Qt::ImCurrentSelection: {
+            const Span span = Selection();
+            return text(span.Start, std::min(span.Length, surroundings));
+        }
+        default:
+            return QsciScintillaBase::inputMethodQuery(query);
+    }
 }
 
 // The right button leaves caret and selection as they are.
