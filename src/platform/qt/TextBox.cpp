@@ -25,18 +25,20 @@ TextBox::TextBox(QWidget* parent)
     SetUpControl();
     SetUpColors();
     styles_.Reset(default_);
-    connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
-            [this](int position, int type, const char* text, int length) {
-                OnModified(position, type, text, length);
-            });
+    connect(
+        this, &QsciScintillaBase::SCN_MODIFIED, this,
+        [this](int position, int type, const char*, int length) { OnModification(position, type, length); });
+    ListenToModifications();
+    QAccessible::installActivationObserver(this);
 }
+
+TextBox::~TextBox() { QAccessible::removeActivationObserver(this); }
 
 void TextBox::SetUpControl() {
     Sci(SCI_SETCODEPAGE, SC_CP_UTF8);
     Sci(SCI_SETEOLMODE, SC_EOL_CRLF);
     Sci(SCI_SETPASTECONVERTENDINGS, 1);
     Sci(SCI_SETWRAPMODE, SC_WRAP_NONE);
-    Sci(SCI_SETMODEVENTMASK, SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT | SC_MOD_BEFOREDELETE);
     Sci(SCI_CLEARALLCMDKEYS);
     Sci(SCI_USEPOPUP, 0);
     Sci(SCI_SETMULTIPLESELECTION, 0);
@@ -92,8 +94,10 @@ void TextBox::SetText(std::string_view text) {
     Sci(SCI_APPENDTEXT, converted);
     Sci(SCI_SETUNDOCOLLECTION, 1);
     loading_ = false;
+    inserted_.reset();
+    changed_ = true;
     Select({});
-    emit Changed();
+    Settle();
 }
 
 std::int32_t TextBox::TextLength() const { return static_cast<std::int32_t>(Sci(SCI_GETLENGTH)); }
@@ -174,7 +178,9 @@ void TextBox::SetSelText(std::string_view text) {
     Sci(SCI_SETTARGETSTART, span.Start);
     Sci(SCI_SETTARGETEND, span.Start + span.Length);
     Sci(SCI_REPLACETARGET, converted);
+    StyleInserted();
     Select({span.Start + static_cast<std::int32_t>(converted.size()), 0});
+    Settle();
 }
 
 std::int32_t TextBox::Find(std::string_view text, std::int32_t start, std::int32_t end, int options) {
@@ -252,7 +258,7 @@ void TextBox::Edit(unsigned message) {
     const long top = Sci(SCI_GETFIRSTVISIBLELINE);
     PushSelection(false);
     Sci(message);
-    DropPendingIfMoved();
+    Settle();
     if (frozen_) Sci(SCI_SETFIRSTVISIBLELINE, top);
 }
 

@@ -2,6 +2,7 @@
 
 #include <Qsci/qsciscintillabase.h>
 
+#include <QAccessible>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -12,11 +13,12 @@
 namespace platform::qt {
 
 // The text control. White paper and black text whatever the desktop's colours; no word wrap; tabs of eight.
-class TextBox : public QsciScintillaBase, public RichTextBox {
+class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessible::ActivationObserver {
     Q_OBJECT
 
   public:
     explicit TextBox(QWidget* parent = nullptr);
+    ~TextBox() override;
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
@@ -53,9 +55,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
                               std::intptr_t second = 0) override;
 
   signals:
-    // The text has changed, not merely its formatting. A slot must not change the text itself: the control
-    // is in the midst of its change.
-    void Changed();
+    void Changed();  // the text, not merely its formatting; at the end of an edit
     // Windows virtual key code; once for each key let go, not for its repetitions. What an input method
     // hands over counts as code 229.
     void KeyReleased(int virtualKeyCode);
@@ -63,6 +63,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
 
   protected:
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
@@ -99,6 +100,10 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
         std::size_t TextHash = 0;
         std::string Styles;
     };
+    struct Insertion {
+        Span Where;
+        bool Again = false;  // by undo or redo
+    };
     class Repaint;
     class StyleWindow;
 
@@ -116,12 +121,14 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
     std::intptr_t LineStart(std::intptr_t line) const;
     void Edit(unsigned message);
 
-    void OnModified(int position, int type, const char* text, int length);
-    void StyleInserted(std::int32_t start, std::int32_t length, bool again);
-    StyleTable::Number InsertionNumber(std::int32_t start, std::int32_t length);
+    void accessibilityActiveChanged(bool active) override;
+    void ListenToModifications();
+    void OnModification(int position, int type, int length);
+    void Settle();
+    void StyleInserted();
+    StyleTable::Number InsertionNumber(Span span);
     void RememberRemoved(std::int32_t start, std::int32_t length);
-    bool RestoreRemoved(std::int32_t start, std::int32_t length);
-    void DropPendingIfMoved();
+    bool RestoreRemoved(Span span);
     Span CaretSurroundings() const;
 
     CharStyle SelStyle() const;
@@ -141,6 +148,8 @@ class TextBox : public QsciScintillaBase, public RichTextBox {
     StyleTable styles_;
     std::optional<ExactSelection> exact_;
     std::optional<PendingStyle> pending_;
+    std::optional<Insertion> inserted_;  // and not yet styled
+    bool changed_ = false;               // and not yet told
     std::deque<RemovedStyles> removed_;
     std::size_t removedBytes_ = 0;
     int hiddenCarets_ = 0;

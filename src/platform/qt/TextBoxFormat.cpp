@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -13,12 +12,10 @@
 namespace platform::qt {
 namespace {
 
-constexpr std::int32_t windowSize = 65536;          // bytes styled together
-constexpr std::size_t maxRemovedBytes = 32U << 20;  // of formatting kept for undo
-constexpr std::size_t maxRemoved = 20000;           // pieces of text
-constexpr std::int32_t maxCharacter = 4;            // bytes of UTF-8
-constexpr double minSize = 1;                       // points
-constexpr double maxSize = 1638;                    // as the font dialogs have it
+constexpr std::int32_t windowSize = 65536;  // bytes styled together
+constexpr std::int32_t maxCharacter = 4;    // bytes of UTF-8
+constexpr double minSize = 1;               // points
+constexpr double maxSize = 1638;            // as the font dialogs have it
 
 int Hundredths(double points) {
     if (std::isnan(points)) points = minSize;
@@ -229,55 +226,6 @@ void TextBox::WriteStyles(std::int32_t start, std::string_view styles) {
 void TextBox::FillStyle(Span span, StyleTable::Number number) {
     Sci(SCI_STARTSTYLING, span.Start);
     Sci(SCI_SETSTYLING, span.Length, number);
-}
-
-void TextBox::OnModified(int position, int type, const char* text, int length) {
-    const bool again = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
-    if (type & SC_MOD_BEFOREDELETE) return loading_ ? void() : RememberRemoved(position, length);
-    if ((type & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) == 0 || loading_) return;
-    static_cast<void>(text);
-    exact_.reset();
-    if (type & SC_MOD_INSERTTEXT) StyleInserted(position, length, again);
-    pending_.reset();
-    emit Changed();
-}
-
-// The control gives inserted text the style 0.
-void TextBox::StyleInserted(std::int32_t start, std::int32_t length, bool again) {
-    if (again && RestoreRemoved(start, length)) return;
-    const StyleTable::Number number = InsertionNumber(start, length);
-    if (number != 0) FillStyle({start, length}, number);
-}
-
-StyleTable::Number TextBox::InsertionNumber(std::int32_t start, std::int32_t length) {
-    if (pending_ && pending_->Offset == start) return styles_.NumberOf(pending_->Style);
-    if (start > 0) return NumberAt(start - 1);
-    if (length < TextLength()) return NumberAt(length);
-    return styles_.NumberOf(default_);
-}
-
-void TextBox::RememberRemoved(std::int32_t start, std::int32_t length) {
-    RemovedStyles removed{start, std::hash<std::string_view>()(RangeView(start, length)), {}};
-    ReadStyles(start, length, removed.Styles);
-    removedBytes_ += removed.Styles.size();
-    removed_.push_back(std::move(removed));
-    while (removed_.size() > maxRemoved || removedBytes_ > maxRemovedBytes) {
-        removedBytes_ -= removed_.front().Styles.size();
-        removed_.pop_front();
-    }
-}
-
-bool TextBox::RestoreRemoved(std::int32_t start, std::int32_t length) {
-    const std::size_t hash = std::hash<std::string_view>()(RangeView(start, length));
-    const auto found = std::find_if(removed_.rbegin(), removed_.rend(), [&](const RemovedStyles& removed) {
-        return removed.Start == start && removed.TextHash == hash &&
-               removed.Styles.size() == static_cast<std::size_t>(length);
-    });
-    if (found == removed_.rend()) return false;
-    WriteStyles(start, found->Styles);
-    removedBytes_ -= found->Styles.size();
-    removed_.erase(std::next(found).base());
-    return true;
 }
 
 StyleTable::NumberSet TextBox::NumbersInUse() const {

@@ -27,7 +27,16 @@ bool TextBox::event(QEvent* event) {
         event->setAccepted(EditCommand(*key).has_value() || TypesText(*key));
         return true;
     }
-    return QsciScintillaBase::event(event);
+    const bool handled = QsciScintillaBase::event(event);
+    Settle();
+    return handled;
+}
+
+bool TextBox::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Paint) Settle();
+    const bool handled = QsciScintillaBase::viewportEvent(event);
+    Settle();
+    return handled;
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
@@ -43,7 +52,6 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
         Sci(SCI_SCROLLCARET);
     }
     event->accept();
-    DropPendingIfMoved();
 }
 
 void TextBox::keyReleaseEvent(QKeyEvent* event) {
@@ -53,7 +61,7 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
 
 void TextBox::inputMethodEvent(QInputMethodEvent* event) {
     QsciScintillaBase::inputMethodEvent(event);
-    DropPendingIfMoved();
+    Settle();
     if (!event->commitString().isEmpty()) emit KeyReleased(processKey);
 }
 
@@ -101,15 +109,9 @@ void TextBox::mousePressEvent(QMouseEvent* event) {
         return;
     }
     QsciScintillaBase::mousePressEvent(event);
-    DropPendingIfMoved();
 }
 
 void TextBox::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
-
-void TextBox::DropPendingIfMoved() {
-    const Span span = Selection();
-    if (pending_ && (span.Length > 0 || span.Start != pending_->Offset)) pending_.reset();
-}
 
 // Dropped files are the window's to open.
 void TextBox::dragEnterEvent(QDragEnterEvent* event) {
@@ -125,7 +127,6 @@ void TextBox::dragMoveEvent(QDragMoveEvent* event) {
 void TextBox::dropEvent(QDropEvent* event) {
     if (event->mimeData()->hasUrls()) return event->ignore();
     QsciScintillaBase::dropEvent(event);
-    DropPendingIfMoved();
 }
 
 QByteArray TextBox::fromMimeData(const QMimeData* source, bool& rectangular) const {
