@@ -19,7 +19,8 @@ Fit FitVirtual(const Device& device, const Needs& needs) {
         placement.PolarityHigh = !needs.At(signal).ActiveLow;
         if (needs.Driven(signal))
             placement.Use = needs.Registered(signal) ? UseKind::Register : UseKind::Output;
-        for (const auto input : {Input::Out, Input::D, Input::T, Input::J, Input::K, Input::S, Input::R, Input::L}) {
+        for (const auto input :
+             {Input::Out, Input::D, Input::T, Input::J, Input::K, Input::S, Input::R, Input::L}) {
             const auto* sum = needs.SumOf(signal, input, false);
             placement.Used += sum == nullptr ? 0 : sum->size();
         }

@@ -42,7 +42,7 @@ const Sum* Needs::SumOf(std::size_t signal, Input input, bool complement) const 
     const auto& other = complement ? function->True : function->False;
     auto& sums = made_[signal][Index(input)];
     auto& made = sums.Made[complement ? 1 : 0];
-    if (!sums.Tried && other) made = ComplementOf(*other);
+    if (!sums.Tried && other) made = ComplementOf(*other, budget_);
     sums.Tried = true;
     return made ? &*made : nullptr;
 }

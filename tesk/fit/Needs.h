@@ -57,6 +57,7 @@ class Needs {
     const Design& design_;
     std::vector<std::array<const Function*, InputCount>> functions_;
     mutable std::vector<std::array<Sums, InputCount>> made_;
+    mutable std::size_t budget_ = 20'000'000;      // for all complements of the design: a second or so
     std::vector<std::array<Readers, 2>> readers_;  // [signal][.IO]
 };
 

@@ -8,8 +8,7 @@
 namespace fit {
 namespace {
 
-constexpr std::size_t mostTerms = 1024;  // of an intermediate result
-constexpr std::size_t mostSteps = 20'000;
+constexpr std::size_t workOfCopy = 32;  // of a term, measured in comparisons
 
 using Variable = std::pair<std::size_t, bool>;  // signal, .IO
 
@@ -47,11 +46,13 @@ void Absorb(Sum& sum) {
 
 class Complementer {
   public:
-    // False once it has become too large.
+    explicit Complementer(std::size_t& budget) : budget_(budget) {}
+
+    // False once the budget is used up.
     bool Good = true;
 
     Sum Of(const Sum& sum) {
-        if (++steps_ > mostSteps) Good = false;
+        Spend(workOfCopy * (1 + sum.size()));
         if (!Good || IsTrue(sum)) return {};
         if (sum.empty()) return {Term{}};
         if (sum.size() == 1) return OfTerm(sum.front());
@@ -60,6 +61,11 @@ class Complementer {
     }
 
   private:
+    void Spend(std::size_t work) {
+        Good = Good && work <= budget_;
+        budget_ -= Good ? work : 0;
+    }
+
     static Sum OfTerm(const Term& term) {
         Sum result;
         for (auto literal : term) {
@@ -104,7 +110,8 @@ class Complementer {
                 result.push_back(term);
             }
         };
-        if (zero.size() + one.size() > mostTerms) Good = false;
+        const auto size = zero.size() + one.size();
+        Spend(size * size);  // what the search for shared terms and the absorption may take
         if (!Good) return {};
         const auto plainZero = zero;
         add(zero, one, true);
@@ -113,13 +120,13 @@ class Complementer {
         return result;
     }
 
-    std::size_t steps_ = 0;
+    std::size_t& budget_;
 };
 
 }  // namespace
 
-std::optional<Sum> ComplementOf(const Sum& sum) {
-    Complementer complementer;
+std::optional<Sum> ComplementOf(const Sum& sum, std::size_t& budget) {
+    Complementer complementer(budget);
     auto result = complementer.Of(sum);
     return complementer.Good ? std::optional(std::move(result)) : std::nullopt;
 }

@@ -6,8 +6,9 @@
 
 namespace fit {
 
-// The complement of a sum, reduced by absorption. Nothing if it grows beyond some thousand terms on the way.
-std::optional<Sum> ComplementOf(const Sum& sum);
+// The complement of a sum, reduced by absorption. Nothing if that takes more work than `budget` allows, in
+// comparisons of terms; what was used goes off it.
+std::optional<Sum> ComplementOf(const Sum& sum, std::size_t& budget);
 
 bool IsTrue(const Sum& sum);  // it holds an empty term
 bool IsSame(Sum a, Sum b);    // the same terms, in any order
