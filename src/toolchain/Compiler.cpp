@@ -1,5 +1,6 @@
 #include "toolchain/Compiler.h"
 
+#include <exception>
 #include <vector>
 
 #include "base/RunTimeError.h"
@@ -156,17 +157,19 @@ RunRecord::Bytes Compiler::FillRecord(const Run& run) {
 }
 
 // The result and what the library wrote into the record are not looked at: a run tells its outcome by
-// messages and files. A library that ended badly is reported, and the run ends as after any return.
+// messages and files. What goes wrong is reported, and the run ends as after any return.
 void Compiler::CallKernel(std::int16_t stage, std::span<std::uint8_t> record) {
     const Chain& chain = *ChainOf(stage);
     try {
         app_.Host.Libraries.Call(modules_.at(chain.Kernel), chain.Entry, record);
-    } catch (const base::RunTimeError& error) {
-        const std::string how = error.Description();
-        app_.Host.Boxes.Say(error.Number() == platform::errToolEnded
-                                ? "The tool " + std::string(libraryNames.at(chain.Kernel)) +
-                                      " ended unexpectedly: " + how + "."
-                                : how);
+    } catch (const std::exception& error) {
+        const auto* known = dynamic_cast<const base::RunTimeError*>(&error);
+        std::string text = error.what();
+        if (known != nullptr && known->Number() == platform::errToolEnded) {
+            text = "The tool " + std::string(libraryNames.at(chain.Kernel)) + " ended unexpectedly: " + text +
+                   ".";
+        }
+        app_.Host.Boxes.Say(text);
     }
 }
 
