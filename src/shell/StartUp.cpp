@@ -116,7 +116,8 @@ void FillTables(session::Session& state, platform::Host& host) {
     state.ProjectListing.clear();
     state.UntitledCount = 0;
     state.DocumentCount = 0;
-    state.SchematicTools = {{"Protel For Windows", 1}, {"Orcad For Windows", 2}, {"Orcad For DOS", 3}, {"Tango", 4}};
+    state.SchematicTools = {
+        {"Protel For Windows", 1}, {"Orcad For Windows", 2}, {"Orcad For DOS", 3}, {"Tango", 4}};
 }
 
 std::string GetWindowsDir(platform::System& system) {
@@ -125,7 +126,8 @@ std::string GetWindowsDir(platform::System& system) {
     return folder.substr(0, std::min(folder.find('\0'), longest));
 }
 
-bool Main(session::Session& state, platform::Host& host, toolchain::ErrorCodes& errors, StartUpWindows& windows) {
+bool Main(session::Session& state, platform::Host& host, toolchain::ErrorCodes& errors,
+          StartUpWindows& windows) {
     if (host.Desktop.HasEarlierInstance()) {
         host.Desktop.AppActivate(applicationTitle);
         return false;

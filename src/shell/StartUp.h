@@ -46,6 +46,7 @@ class StartUpWindows {
 };
 
 // The whole start. False if the program has to end at once (a second instance, no device library).
-bool Main(session::Session& state, platform::Host& host, toolchain::ErrorCodes& errors, StartUpWindows& windows);
+bool Main(session::Session& state, platform::Host& host, toolchain::ErrorCodes& errors,
+          StartUpWindows& windows);
 
 }  // namespace shell

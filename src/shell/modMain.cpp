@@ -3,6 +3,7 @@
 #include "base/Number.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "base/modLib.h"
 #include "editor/DocumentFile.h"
 
 namespace shell {
@@ -30,10 +31,22 @@ void OpenFile(session::App& app, session::Document& document, const std::string&
     UpdateMru(app, path);
 }
 
+// The comparison is exact: a path chosen in mixed case opens a second window.
+void OpenUnlessOpen(session::App& app, const std::string& name) {
+    for (const session::Document* document : app.State.Documents.All()) {
+        if (document->Caption() == name) {
+            app.Host.Boxes.Say("File already open in editor. ");
+            return;
+        }
+    }
+    app.Hall.OpenDocument(name);
+}
+
 }  // namespace
 
 void OpenDocument(session::App& app, DocumentFactory& factory, const std::optional<std::string>& path) {
     app.Host.Desktop.SetHourglass(true);
+    const std::string upper = base::Upper(path.value_or(""));
     try {
         session::Document& document = factory.Create();
         ++app.State.DocumentCount;
@@ -42,7 +55,7 @@ void OpenDocument(session::App& app, DocumentFactory& factory, const std::option
         factory.Registered(document);
         app.Hall.SetTBMenu(document);
         if (path) {
-            OpenFile(app, document, base::Upper(*path));
+            OpenFile(app, document, upper);
         } else {
             OpenUntitled(app, document);
         }
@@ -51,7 +64,7 @@ void OpenDocument(session::App& app, DocumentFactory& factory, const std::option
     } catch (const base::RunTimeError&) {
         app.Host.Desktop.SetHourglass(false);
         // Whatever the error was, a missing file is the one that a user can do something about.
-        if (path) app.Host.Boxes.Say("The file " + *path + " doesn't exist. New File assumed");
+        if (path) app.Host.Boxes.Say("The file " + upper + " doesn't exist. New File assumed");
     }
 }
 
@@ -81,15 +94,20 @@ void FileOpen(session::App& app) {
         {.Filter = "PLD Files (*.pld)|*.pld|VHDL Files (*.vhd)|*.vhd|Simulation File (*.si)|*.si|Doc Files "
                    "(*.doc)|*.doc|All Files (*.*)|*.*",
          .InitialFolder = state.LastPath.empty() ? state.ExamplesDir : state.LastPath});
+    if (name && !name->empty()) OpenUnlessOpen(app, *name);
+}
+
+void ProjectOpen(session::App& app) {
+    app.State.sProject.clear();
+    EnterWorkDir(app);
+    const auto name =
+        app.Host.Boxes.OpenFile({.Filter = "PLD Files (*.pld)|*.pld", .InitialFolder = app.State.WorkDir});
     if (!name || name->empty()) return;
-    for (const session::Document* document : state.Documents.All()) {
-        // The comparison is exact: a path chosen in mixed case opens a second window.
-        if (document->Caption() == *name) {
-            app.Host.Boxes.Say("File already open in editor. ");
-            return;
-        }
+    if (base::FileExtension(*name) != "PLD") {
+        app.Host.Boxes.Say("Only design files with .PLD as the file extension can be opened as a project.");
+        return;
     }
-    app.Hall.OpenDocument(*name);
+    OpenUnlessOpen(app, *name);
 }
 
 session::Placement MessageListPlacement(const MainMeasures& main) {

@@ -26,12 +26,15 @@ void UpdateMru(session::App& app, const std::string& path);
 // Asks for a file and opens it, unless a window with exactly that caption is open.
 void FileOpen(session::App& app);
 
+// The same for a design that becomes the project.
+void ProjectOpen(session::App& app);
+
 // Makes WorkDir the current directory if it exists.
 void EnterWorkDir(session::App& app);
 
 // Where the children of the main window go, in twips.
 struct MainMeasures {
-    float Width = 0;        // of frmMain, frame included
+    float Width = 0;  // of frmMain, frame included
     float Height = 0;
     float InnerHeight = 0;  // of the area for child windows
 };

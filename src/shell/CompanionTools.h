@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "session/App.h"
+
+namespace shell {
+
+// Shows `file` in a companion tool, which is started with it. Panel 1 tells meanwhile.
+void LaunchTool(session::App& app, const std::string& tool, const std::string& file);
+
+// Starts the standard tool of that index and keeps its process id. Silent if it is not installed.
+void ActivateTool(session::App& app, int index);
+
+}  // namespace shell

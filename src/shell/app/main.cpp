@@ -1,0 +1,30 @@
+#include "platform/qt/HostApplication.h"
+#include "platform/qt/HostClipboard.h"
+#include "platform/qt/HostDialogs.h"
+#include "platform/qt/HostFileSystem.h"
+#include "platform/qt/HostProcesses.h"
+#include "platform/qt/HostRegistry.h"
+#include "platform/qt/HostSystem.h"
+#include "platform/qt/StateFolder.h"
+#include "platform/qt/ToolHost.h"
+#include "shell/windows/Shell.h"
+
+// The command line is the toolkit's alone: no argument of it opens or changes anything.
+int main(int argc, char** argv) {
+    namespace qt = platform::qt;
+    qt::HostApplication application(argc, argv);
+    qt::HostFileSystem files;
+    qt::HostRegistry settings;
+    qt::HostDialogs boxes(files);
+    qt::HostClipboard clip;
+    qt::HostProcesses programs(files);
+    qt::ToolHost libraries;
+    qt::HostSystem desktop(files);
+    application.ShowErrorsWith(boxes);
+    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop};
+    session::Session state;
+    shell::Shell shell(state, host, qt::StateFolder(files));
+    bool started = false;
+    application.Attempt([&] { started = shell.Start(); });
+    return started ? qt::HostApplication::exec() : 1;
+}

@@ -1,0 +1,150 @@
+#include "shell/frmMain.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "base/RunTimeError.h"
+#include "base/Text.h"
+#include "editor/frmDocument.h"
+#include "platform/qt/Twips.h"
+#include "shell/MainMenu.h"
+
+// The pictures lie in a static library, whose resources are registered by hand.
+static void InitIcons() { Q_INIT_RESOURCE(icons); }
+
+namespace shell {
+
+using platform::qt::ToTwips;
+
+void InitPictures() { InitIcons(); }
+
+frmMain::frmMain() {
+    InitPictures();
+    setObjectName("frmMain");
+    setWindowTitle("Korvane");
+    setWindowIcon(QIcon(":/icons/korvane.svg"));
+    area_ = new QMdiArea(this);
+    area_->setObjectName("MDIArea");
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(area_);
+    toolBar_ = new QToolBar(this);
+    toolBar_->setObjectName("tbToolBar");
+    toolBar_->setMovable(false);
+    toolBar_->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(toolBar_);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    BuildStatusBar();
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+        ShowMenusOfActiveChild();
+        emit ActiveChildChanged();
+    });
+}
+
+frmMain::~frmMain() {
+    // Children that go with the window have nobody left to tell.
+    disconnect(area_, nullptr, this, nullptr);
+    for (QMdiSubWindow* window : area_->subWindowList()) disconnect(window, nullptr, this, nullptr);
+    delete area_;
+}
+
+void frmMain::SetCommands(std::map<std::string, Command> commands) {
+    commands_ = std::move(commands);
+    menus_ = std::make_unique<platform::qt::MenuSet>(
+        this, MainMenu(), [this](const std::string& name, int index) { RunCommand(name, index); });
+    for (const platform::MenuRow& row : MainMenu()) {
+        if (menus_->Menu(row.Name) != nullptr || row.Count > 0 || std::string(row.Caption) == "-") continue;
+        if (!HasCommand(row.Name)) menus_->Entry(row.Name).setEnabled(false);
+    }
+    ShowMenusOfActiveChild();
+}
+
+void frmMain::RunCommand(const std::string& name, int index) {
+    const auto command = commands_.find(name);
+    if (command == commands_.end()) throw base::RunTimeError(base::errInvalidCall, "No command " + name);
+    command->second(index);
+}
+
+void frmMain::BuildStatusBar() {
+    static constexpr struct {
+        const char* Name;
+        const char* Text;
+        int Width;  // pixels
+    } rows[] = {{"1", "", 0},         {"2", "", 140},     {"INS", "INS", 40},
+                {"CAPS", "CAPS", 44}, {"NUM", "NUM", 40}, {"SCRL", "SCRL", 44}};
+    statusBar()->setObjectName("sbStatusBar");
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        panels_[i] = new QLabel(rows[i].Text, this);
+        panels_[i]->setObjectName(QStringLiteral("Panel%1").arg(rows[i].Name));
+        panels_[i]->setTextFormat(Qt::PlainText);
+        panels_[i]->setMinimumWidth(rows[i].Width);
+        if (i >= 2) {
+            panels_[i]->setAlignment(Qt::AlignCenter);
+            panels_[i]->setEnabled(false);
+        }
+        statusBar()->addPermanentWidget(panels_[i], i == 0 ? 1 : 0);
+    }
+}
+
+void frmMain::SetPanel(int panel, const std::string& text) {
+    QLabel* label = panels_.at(static_cast<std::size_t>(panel - 1));
+    label->setText(QString::fromStdString(base::DisplayUtf8(text)));
+    label->repaint();
+}
+
+std::string frmMain::Panel(int panel) const {
+    return panels_.at(static_cast<std::size_t>(panel - 1))->text().toStdString();
+}
+
+MainMeasures frmMain::Measures() const {
+    return {.Width = ToTwips(frameGeometry().width()),
+            .Height = ToTwips(frameGeometry().height()),
+            .InnerHeight = ToTwips(area_->viewport()->height())};
+}
+
+editor::frmDocument* frmMain::ActiveDocument() const {
+    // The current one: it stays while a dialog or another program has the focus.
+    return qobject_cast<editor::frmDocument*>(area_->currentSubWindow());
+}
+
+void frmMain::AddDocument(editor::frmDocument& document) {
+    area_->addSubWindow(&document);
+    document.setWindowIcon(windowIcon());
+    connect(&document, &QObject::destroyed, this, [this] {
+        shownMenus_ = nullptr;  // they went with the window
+        ShowMenusOfActiveChild();
+    });
+}
+
+void frmMain::ShowMenusOfActiveChild() {
+    const editor::frmDocument* document = ActiveDocument();
+    const platform::qt::MenuSet* menus = document != nullptr ? &document->Menus() : menus_.get();
+    if (menus == shownMenus_ || menus == nullptr) return;
+    shownMenus_ = menus;
+    menus->ShowIn(*menuBar());
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (OnQueryUnload && !OnQueryUnload()) {
+        event->ignore();
+        return;
+    }
+    try {
+        if (OnUnload) OnUnload();
+        event->accept();
+    } catch (const base::RunTimeError& error) {
+        event->ignore();  // the end of the program is interrupted
+        if (OnError) OnError(error);
+    }
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (OnResize) OnResize();
+}
+
+}  // namespace shell

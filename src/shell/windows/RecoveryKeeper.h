@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QTimer>
+#include <map>
+
+#include "editor/Recovery.h"
+#include "session/App.h"
+
+namespace editor {
+class frmDocument;
+}
+
+namespace shell {
+
+class frmMain;
+
+// Keeps a copy of each unsaved text, a few seconds behind the typing, and offers the copies of a run that
+// ended abnormally.
+class RecoveryKeeper {
+  public:
+    RecoveryKeeper(session::App& app, frmMain& main, std::string folder);
+
+    // To be called when the main window stands.
+    void OfferCopies();
+    void Start() { RecoveryTimer.start(); }
+    // One look at all documents; the timer's work.
+    void Tick();
+    void Flush() { recovery_.Flush(); }
+
+  private:
+    void Restore(const editor::RecoveryCopy& copy);
+    void Watch(editor::frmDocument& document);
+
+    session::App& app_;
+    frmMain& main_;
+    editor::Recovery recovery_;
+    std::map<const editor::frmDocument*, std::uint64_t> kept_;  // revision of the copy
+    QTimer RecoveryTimer;
+};
+
+}  // namespace shell

@@ -1,0 +1,200 @@
+#include "shell/windows/Shell.h"
+
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "base/RunTimeError.h"
+#include "editor/Highlighter.h"
+#include "platform/qt/Twips.h"
+#include "shell/ConfigFile.h"
+#include "shell/frmSplash.h"
+#include "shell/windows/RecoveryKeeper.h"
+#include "toolchain/frmMessage.h"
+#include "toolchain/windows/StatusWindows.h"
+
+namespace shell {
+
+using platform::qt::MenuSet;
+using platform::qt::ToPixels;
+using platform::qt::ToTwips;
+
+Shell::Shell(session::Session& state, platform::Host& host, std::string stateFolder)
+    : app_{state, host, *this}, stateFolder_(std::move(stateFolder)) {}
+
+Shell::~Shell() {
+    recovery_.reset();
+    compiler_.reset();
+    runWindows_.reset();
+    main_.reset();  // the documents go with it: they call the hall until then
+}
+
+bool Shell::Start() { return Main(app_.State, app_.Host, errors_, *this); }
+
+void Shell::ShowSplash() {
+    InitPictures();
+    splash_ = std::make_unique<frmSplash>();
+    splash_->ShowAndPaint();
+}
+
+void Shell::UnloadSplash() { splash_.reset(); }
+
+void Shell::LoadMain() {
+    main_ = std::make_unique<frmMain>();
+    main_->SetCommands(MainCommands());
+    main_->OnQueryUnload = [this] { return QueryUnloadAll(); };
+    main_->OnUnload = [this] { Unload(); };
+    main_->OnError = [this](const base::RunTimeError& error) { app_.Host.Boxes.Say(error.Description()); };
+    main_->OnResize = [this] {
+        if (app_.State.AutoArrange) ArrangeWindows();
+    };
+    if (app_.State.UtilityDir.empty()) {
+        for (const char* name : {"mnuImport", "mnuVhdl"}) main_->Menus().Entry(name).setEnabled(false);
+    }
+    main_->Menus().Entry("mnuCloseProject").setEnabled(false);
+    LoadMainSettings();
+    if (!app_.State.RecentFiles[0].empty()) ShowRecentFiles();
+    ReadConfig(app_.State, app_.Host);
+    LoadMessages();
+    LoadToolbar();
+}
+
+void Shell::LoadMainSettings() {
+    MainWindowState window{.Place = MainPlacement()};
+    LoadSettings(app_.State, app_.Host, window);
+    const session::Placement& place = window.Place;
+    // The stored size is the frame's; the frame itself is not known before the window is shown.
+    main_->setGeometry(ToPixels(place.Left), ToPixels(place.Top), ToPixels(place.Width),
+                       ToPixels(place.Height));
+}
+
+void Shell::LoadMessages() {
+    messages_ = new toolchain::frmMessage(app_, errors_);
+    QMdiSubWindow* window = main_->Area().addSubWindow(messages_);
+    window->setWindowIcon(main_->windowIcon());
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    window->show();
+    runWindows_ = std::make_unique<toolchain::StatusWindows>(
+        app_, [this]() -> toolchain::frmMessage& { return *messages_; }, main_.get());
+    compiler_ = std::make_unique<toolchain::Compiler>(app_, *runWindows_);
+}
+
+void Shell::ShowMain() {
+    main_->show();
+    ArrangeWindows();
+    recovery_ = std::make_unique<RecoveryKeeper>(app_, *main_, stateFolder_ + "recovery\\");
+    recovery_->OfferCopies();
+    recovery_->Start();
+}
+
+session::Document& Shell::Create() {
+    auto* document = new editor::frmDocument(app_);
+    main_->AddDocument(*document);
+    if (app_.State.AutoArrange) {
+        const session::Placement place = DocumentPlacement(MessagePlacement());
+        document->Move(0, 0, place.Width, place.Height);
+    }
+    document->show();
+    return *document;
+}
+
+void Shell::Registered(session::Document& document) {
+    static_cast<editor::frmDocument&>(document).SetRegistered();
+}
+
+session::Placement Shell::MainPlacement() const {
+    const QRect place =
+        main_->isMinimized() || main_->isMaximized() ? main_->normalGeometry() : main_->geometry();
+    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+}
+
+session::Placement Shell::MessagePlacement() const {
+    const QRect place = messages_->parentWidget()->geometry();
+    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+}
+
+void Shell::ArrangeWindows() {
+    if (main_->isMinimized() || messages_ == nullptr) return;
+    const platform::HourglassScope hourglass(app_.Host.Desktop);
+    const session::Placement messages = MessageListPlacement(main_->Measures());
+    messages_->parentWidget()->setGeometry(ToPixels(messages.Left), ToPixels(messages.Top),
+                                           ToPixels(messages.Width), ToPixels(messages.Height));
+    const session::Placement place = DocumentPlacement(messages);
+    for (session::Document* document : app_.State.Documents.All()) {
+        if (document->IsMinimized() || document->IsMaximized()) continue;
+        document->Move(place.Left, place.Top, place.Width, place.Height);
+    }
+}
+
+void Shell::SaveSettings() {
+    shell::SaveSettings(
+        app_.State, app_.Host,
+        {.Place = MainPlacement(), .Minimized = main_->isMinimized(), .Maximized = main_->isMaximized()});
+}
+
+void Shell::ShowRecentFiles() {
+    for (int i = 0; i < 6; ++i) {
+        const std::string& path = app_.State.RecentFiles[static_cast<std::size_t>(i)];
+        if (path.empty()) continue;
+        QAction& entry = main_->Menus().Entry(MenuSet::ElementName("mnuFileMru", i));
+        entry.setText(QString::fromStdString(path));
+        entry.setVisible(true);
+    }
+    main_->Menus().Entry("mnuFileBar4").setVisible(true);
+}
+
+void Shell::UpdateMruMenus() {
+    ShowRecentFiles();
+    for (session::Document* document : app_.State.Documents.All()) CopyRecentFiles(*document);
+}
+
+void Shell::CopyRecentFiles(session::Document& document) {
+    for (int i = 0; i < 6; ++i) {
+        const std::string name = MenuSet::ElementName("mnuFileMru", i);
+        const QAction& entry = main_->Menus().Entry(name);
+        document.SetMenuCaption(name, entry.text().toStdString());
+        document.SetMenuVisible(name, entry.isVisible());
+    }
+    document.SetMenuVisible("mnuFileBar4", true);
+}
+
+void Shell::ToggleToolbar(bool visible) { main_->ToolBar().setVisible(visible); }
+void Shell::ToggleStatusBar(bool visible) { main_->statusBar()->setVisible(visible); }
+
+void Shell::HighlightSyntax(session::Document& document) { editor::HighlightSyntax(app_, document); }
+void Shell::HighlightWord(session::Document& document) { editor::HighlightWord(app_, document); }
+
+void Shell::BringMessagesToFront() {
+    auto* window = qobject_cast<QMdiSubWindow*>(messages_->parentWidget());
+    window->show();
+    messages_->show();
+    main_->Area().setActiveSubWindow(window);
+    window->raise();
+}
+
+void Shell::ShowHelpTopic(const std::string& topic) {
+    app_.Host.Boxes.MessageBox({.Text = "No help is installed for the topic " + topic + ".",
+                                .Picture = platform::Icon::Information});
+}
+
+bool Shell::QueryUnloadAll() {
+    for (QMdiSubWindow* window : main_->Area().subWindowList()) {
+        auto* document = qobject_cast<editor::frmDocument*>(window);
+        if (document != nullptr && !document->Unload()) return false;
+    }
+    return true;
+}
+
+void Shell::Unload() {
+    SaveSettings();
+    if (!configFailed_) {
+        // Nothing guards this write: its error keeps the program running, once.
+        configFailed_ = true;
+        WriteConfig(app_.State, app_.Host);
+        configFailed_ = false;
+    }
+    QApplication::quit();
+}
+
+}  // namespace shell

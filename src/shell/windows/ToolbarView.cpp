@@ -1,0 +1,59 @@
+#include "shell/windows/ToolbarView.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QToolBar>
+
+#include "base/Text.h"
+
+namespace shell {
+
+ToolbarView::ToolbarView(QToolBar& bar) : QObject(&bar), bar_(bar) {
+    bar.setIconSize(QSize(24, 24));
+    const auto table = ToolbarTable();
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        const std::string key = table[i].Key;
+        QAction* button = key.empty() ? bar.addSeparator() : bar.addAction(QString());
+        buttons_[i] = button;
+        ShowButton(i, shown_.Buttons[i]);
+        if (key.empty()) continue;
+        button->setObjectName(QString::fromStdString(key));
+        connect(button, &QAction::triggered, this, [this, key] {
+            if (OnClick) OnClick(key);
+        });
+        if (QWidget* widget = bar.widgetForAction(button)) widget->installEventFilter(this);
+    }
+}
+
+void ToolbarView::ShowButton(std::size_t index, const ButtonState& state) {
+    QAction* button = buttons_[index];
+    button->setVisible(state.Visible);
+    if (button->isSeparator()) return;
+    button->setEnabled(state.Enabled);
+    const QString tip = QString::fromStdString(base::DisplayUtf8(state.Tip));
+    button->setText(tip);
+    button->setToolTip(tip.toHtmlEscaped());
+    if (state.Image != 0) button->setIcon(QIcon(QString::fromStdString(ImageName(state.Image))));
+}
+
+void ToolbarView::Show(const ToolbarState& state) {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        if (state.Buttons[i] == shown_.Buttons[i]) continue;
+        ShowButton(i, state.Buttons[i]);
+    }
+    shown_ = state;
+}
+
+bool ToolbarView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
+        for (std::size_t i = 0; i < buttons_.size(); ++i) {
+            if (bar_.widgetForAction(buttons_[i]) == watched && OnRightClick)
+                OnRightClick(shown_.Buttons[i].Tip);
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace shell

@@ -1,0 +1,179 @@
+#include "ShellFixture.h"
+
+using platform::Answer;
+
+TEST_F(ShellFixture, UntitledNumbersFollowTheCounter) {
+    Start();
+    EXPECT_EQ(NewText().Caption(), "Untitled 1");
+    EXPECT_EQ(NewText().Caption(), "Untitled 2");
+    for (session::Document* document : state.Documents.All()) EXPECT_TRUE(document->Unload());
+    EXPECT_EQ(state.UntitledCount, 0);
+    // Closing a named file lowers it too.
+    Open("a.txt", "x").Unload();
+    EXPECT_EQ(NewText().Caption(), "Untitled 0");
+}
+
+TEST_F(ShellFixture, OpeningADesignMakesTheProjectAndTheRecentList) {
+    Start();
+    editor::frmDocument& document = Open("Work/one.pld", "Name one;\nPIN 1 = a;\n");
+    EXPECT_EQ(document.Caption(), UpperLogic("Work/one.pld"));
+    EXPECT_EQ(document.FileName, document.Caption());
+    EXPECT_EQ(document.txtText().Text(), "Name one;\r\nPIN 1 = a;\r\n");
+    EXPECT_FALSE(document.Dirty);
+    EXPECT_EQ(state.sProject, UpperLogic("Work/one"));
+    EXPECT_EQ(state.LastPath, UpperLogic("Work") + "\\");
+    EXPECT_EQ(state.RecentFiles[0], document.FileName);
+    EXPECT_FALSE(desktop.Desk.Hourglass);
+    Open("Work/two.pld", "");
+    EXPECT_EQ(state.sProject, UpperLogic("Work/one"));  // the first one stays
+    EXPECT_TRUE(document.Menus().Entry("mnuFileMru(1)").isVisible());
+    EXPECT_EQ(document.Menus().Entry("mnuFileMru(1)").text().toStdString(), document.FileName);
+    for (session::Document* open : state.Documents.All()) open->Unload();
+    EXPECT_EQ(state.sProject, "");
+}
+
+TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
+    Start();
+    shell->OpenDocument(folder.Logic("new.pld"));
+    EXPECT_EQ(desktop.Boxes.LastText(),
+              "The file " + UpperLogic("new.pld") + " doesn't exist. New File assumed");
+    editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
+    EXPECT_EQ(state.RecentFiles[0], "");
+    Type(document, "x");
+    document.mnuFileSave_Click();
+    EXPECT_EQ(folder.Read("NEW.PLD"), "x");
+}
+
+TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
+    Start();
+    const std::string odd("\xff\xfe a\x00z \xc3\xa4 \xe4\r\n\tend", 18);
+    editor::frmDocument& document = Open("odd.bin", odd);
+    EXPECT_EQ(document.txtText().Text(), odd);
+    document.mnuFileSave_Click();
+    EXPECT_EQ(folder.Read("odd.bin"), odd);
+    EXPECT_FALSE(document.Dirty);
+}
+
+TEST_F(ShellFixture, SaveWritesTheTypedTextOrTellsWhyNot) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "old");
+    Type(document, "new ");
+    EXPECT_TRUE(document.Dirty);
+    const auto path = folder.Path() / "a.txt";
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    document.mnuFileSave_Click();
+    EXPECT_EQ(desktop.Boxes.LastText(), "Cannot save file, it is in use by another application");
+    EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Save File Error");
+    EXPECT_TRUE(document.Dirty);
+    EXPECT_EQ(folder.Read("a.txt"), "old");
+    std::filesystem::permissions(path, std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add);
+    document.mnuFileSave_Click();
+    EXPECT_EQ(folder.Read("a.txt"), "new old");
+}
+
+TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
+    Start();
+    editor::frmDocument& first = NewText();
+    Type(first, "abc");
+    desktop.Boxes.Files = {std::nullopt, folder.Logic("Copy.txt")};
+    first.mnuFileSave_Click();  // an untitled text asks; cancelled
+    EXPECT_EQ(state.Documents.Count(), 1u);
+    first.SaveFileAs();
+    EXPECT_EQ(desktop.Boxes.FileRequests.back().Flags, 2050);
+    EXPECT_EQ(folder.Read("Copy.txt"), "abc");
+    ASSERT_EQ(state.Documents.Count(), 2u);
+    EXPECT_EQ(first.Caption(), "Untitled 1");
+    EXPECT_TRUE(first.Dirty);
+    EXPECT_EQ(shell->MainWindow().ActiveDocument()->Caption(), UpperLogic("Copy.txt"));
+}
+
+TEST_F(ShellFixture, ClosingADirtyTextAsks) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "old");
+    Type(document, "X");
+    desktop.Boxes.Answers = {Answer::Cancel};
+    EXPECT_FALSE(document.Unload());
+    EXPECT_EQ(desktop.Boxes.LastText(), "Save changes to " + UpperLogic("a.txt") + "?");
+    EXPECT_EQ(state.Documents.Count(), 1u);
+    desktop.Boxes.Answers = {Answer::Yes};
+    EXPECT_TRUE(document.Unload());
+    EXPECT_EQ(folder.Read("a.txt"), "Xold");
+    EXPECT_EQ(state.Documents.Count(), 0u);
+
+    editor::frmDocument& second = Open("a.txt", "kept");
+    Type(second, "Y");
+    desktop.Boxes.Answers = {Answer::No};
+    EXPECT_TRUE(second.Unload());
+    EXPECT_EQ(folder.Read("a.txt"), "kept");
+}
+
+TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
+    Start();
+    editor::frmDocument& first = Open("1.txt", "1");
+    editor::frmDocument& second = Open("2.txt", "2");
+    first.Unload();
+    // The count fell while the second window kept its key.
+    Open("3.txt", "3");
+    EXPECT_EQ(desktop.Boxes.LastText(),
+              "The file " + UpperLogic("3.txt") + " doesn't exist. New File assumed");
+    EXPECT_EQ(state.Documents.Count(), 1u);
+    EXPECT_TRUE(shell->MainWindow().ActiveDocument()->Unload());
+    EXPECT_EQ(state.Documents.All(), std::vector<session::Document*>{&second});
+    EXPECT_EQ(folder.Read("3.txt"), "3");
+}
+
+TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
+    Start();
+    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"}) shell::UpdateMru(shell->TheApp(), name);
+    EXPECT_EQ(state.RecentFiles, (std::array<std::string, 7>{"4", "7", "6", "5", "3", "2", ""}));
+    EXPECT_EQ(state.LastPath, "4");  // no backslash: the first character
+    editor::frmDocument& open = Open("a.txt", "");
+    open.RunCommand("mnuFileMru", 0);
+    EXPECT_EQ(desktop.Boxes.LastText(), "File already open in editor. ");
+}
+
+TEST_F(ShellFixture, ThePositionReadsColumnOneTwice) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "abc\r\ndef");
+    QTest::qWait(1100);
+    EXPECT_EQ(shell->Panel(2), " Line:1 Col:1 ");
+    document.txtText().SetSelStart(6);
+    shell->SetPanel(1, "Macro recording stopped.");
+    QTest::qWait(1100);
+    EXPECT_EQ(shell->Panel(2), " Line:2 Col:1 ");
+    EXPECT_EQ(shell->Panel(1), "");
+    document.txtText().SetSelStart(8);
+    QTest::qWait(1100);
+    EXPECT_EQ(shell->Panel(2), " Line:2 Col:3 ");
+}
+
+TEST_F(ShellFixture, UndoAndPasteGoThroughTheMenu) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "");
+    Type(document, "abc");
+    document.RunCommand("mnuEditUndo");
+    EXPECT_EQ(document.txtText().Text(), "");
+    // Nothing lies on the clipboard that the commands see: the control must not paste on its own.
+    QApplication::clipboard()->setText("pasted");
+    QTest::keyClick(&TextOf(document), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(document.txtText().Text(), "");
+    desktop.Clip.Content = "pasted";
+    document.mnuEditPaste_Click();
+    EXPECT_EQ(document.txtText().Text(), "pasted");
+}
+
+TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "some text");
+    desktop.Boxes.Fonts = {
+        std::nullopt,
+        platform::FontChoice{.Name = "DejaVu Sans Mono", .Size = 13.6, .Bold = true, .Color = 255}};
+    document.RunCommand("mnuFont");
+    EXPECT_FALSE(document.txtText().SelFormat().Bold);
+    document.RunCommand("mnuFont");
+    EXPECT_EQ(document.txtText().SelLength(), 9);
+    EXPECT_EQ(document.txtText().SelFormat(), (platform::CharFormat{.Color = 255, .Bold = true}));
+    EXPECT_EQ(document.txtText().SelFontSize(), 14);
+    EXPECT_FALSE(document.Dirty);
+}

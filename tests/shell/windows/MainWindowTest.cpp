@@ -1,0 +1,161 @@
+#include <QMenuBar>
+#include <map>
+#include <set>
+
+#include "ShellFixture.h"
+#include "editor/DocumentMenu.h"
+#include "shell/MainMenu.h"
+#include "toolchain/frmMessage.h"
+
+using platform::Answer;
+
+TEST_F(ShellFixture, TheActiveDocumentsMenusReplaceTheMainOnes) {
+    Start();
+    QMenuBar& bar = *shell->MainWindow().menuBar();
+    EXPECT_EQ(bar.actions().size(), 5);
+    editor::frmDocument& document = Open("a.txt", "");
+    EXPECT_EQ(bar.actions().size(), 8);
+    EXPECT_EQ(bar.actions().at(1), document.Menus().Menu("mnuEdit")->menuAction());
+    shell->BringMessagesToFront();
+    EXPECT_EQ(bar.actions().size(), 5);
+    document.BringToFront();
+    EXPECT_EQ(bar.actions().size(), 8);
+    document.Unload();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(bar.actions().size(), 5);
+}
+
+TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
+    for (const auto& table : {editor::DocumentMenu(), shell::MainMenu()}) {
+        std::map<std::string, std::string> entries;
+        for (const platform::MenuRow& row : table) {
+            if (std::string(row.Shortcut).empty()) continue;
+            EXPECT_FALSE(QKeySequence(row.Shortcut).isEmpty()) << row.Name;
+            EXPECT_TRUE(entries.emplace(row.Shortcut, row.Name).second)
+                << row.Shortcut << " of " << row.Name << " and " << entries[row.Shortcut];
+        }
+    }
+}
+
+TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "");
+    for (const platform::MenuRow& row : editor::DocumentMenu()) {
+        if (document.Menus().Menu(row.Name) != nullptr || row.Count > 0 || std::string(row.Caption) == "-")
+            continue;
+        const bool enabled = document.Menus().Entry(row.Name).isEnabled();
+        const std::set<std::string> byTimer = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste"};
+        if (enabled || byTimer.contains(row.Name)) continue;
+        EXPECT_THROW(document.RunCommand(row.Name), base::RunTimeError) << row.Name;
+    }
+    for (const char* name :
+         {"mnuFileSave", "mnuRunDepCompile", "mnuFileOpen", "mnuViewRefresh", "mnuCompiler"}) {
+        EXPECT_TRUE(document.Menus().Entry(name).isEnabled()) << name;
+    }
+    EXPECT_FALSE(document.Menus().Entry("mnuImportVhdl").isEnabled());
+}
+
+TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
+    std::filesystem::remove_all(folder.Path() / "Korvane/Utility");
+    std::filesystem::remove_all(folder.Path() / "Korvane/ZrxPart");
+    Start();
+    editor::frmDocument& document = Open("a.txt", "");
+    for (const char* name : {"mnuZonerex", "mnuRunZrx", "mnuBackpin", "mnuImport", "mnuVhdl",
+                             "mnuRunVhdlCompile", "mnuRunVhdlAnalysis"}) {
+        EXPECT_FALSE(document.Menus().Entry(name).isVisible()) << name;
+    }
+    EXPECT_FALSE(shell->MainWindow().Menus().Entry("mnuImport").isEnabled());
+}
+
+TEST_F(ShellFixture, FileOpenComparesCaptionsExactly) {
+    Start();
+    Open("A.TXT", "x");
+    desktop.Boxes.Files = {folder.Logic("A.TXT"), UpperLogic("A.TXT"), std::nullopt};
+    for (int i = 0; i < 3; ++i) shell->MainCommand("mnuFileOpen");
+    // A path in mixed case opens a second window; one in upper case finds the first.
+    EXPECT_EQ(state.Documents.Count(), 2u);
+    EXPECT_EQ(desktop.Boxes.LastText(), "File already open in editor. ");
+    EXPECT_EQ(desktop.Boxes.FileRequests[0].InitialFolder, state.LastPath);
+}
+
+TEST_F(ShellFixture, TheEndWritesSettingsAndConfigurationUnlessRefused) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "x");
+    Type(document, "y");
+    desktop.Boxes.Answers = {Answer::Cancel};
+    EXPECT_FALSE(Close());
+    EXPECT_FALSE(folder.Exists("Korvane/KORVANE.CFG"));
+    desktop.Settings.Written.clear();
+    desktop.Boxes.Answers = {Answer::No};
+    EXPECT_TRUE(Close());
+    EXPECT_TRUE(folder.Exists("Korvane/KORVANE.CFG"));
+    EXPECT_FALSE(desktop.Settings.Written.empty());
+    EXPECT_EQ(folder.Read("a.txt"), "x");
+}
+
+TEST_F(ShellFixture, AnUnwritableConfigurationInterruptsTheEndOnce) {
+    Start();
+    std::filesystem::create_directories(folder.Path() / "Korvane/KORVANE.CFG");
+    EXPECT_FALSE(Close());
+    EXPECT_FALSE(desktop.Boxes.LastText().empty());
+    EXPECT_TRUE(Close());
+}
+
+TEST_F(ShellFixture, TheNextRunRemembers) {
+    Start();
+    Open("Work/one.pld", "").Unload();
+    state.CompilerFlags = "jm2";
+    shell->MainWindow().resize(900, 700);
+    ASSERT_TRUE(Close());
+    state = {};
+    Start();
+    EXPECT_EQ(state.CompilerFlags, "jm2");
+    EXPECT_EQ(state.RecentFiles[0], UpperLogic("Work/one.pld"));
+    EXPECT_EQ(state.LastPath, folder.Logic("Examples") + "\\");
+    EXPECT_EQ(shell->MainWindow().size(), QSize(900, 700));
+    EXPECT_TRUE(shell->MainWindow().Menus().Entry("mnuFileMru(0)").isVisible());
+    EXPECT_TRUE(desktop.Boxes.Shown.empty()) << desktop.Boxes.LastText();
+}
+
+TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
+    Start();
+    shell->MainWindow().resize(1000, 800);
+    editor::frmDocument& document = Open("a.txt", "");
+    shell->MainCommand("mnuWindowAuto");
+    const QRect messages = shell->Messages().parentWidget()->geometry();
+    const QRect text = document.geometry();
+    const QSize frame = shell->MainWindow().frameGeometry().size();
+    EXPECT_NEAR(messages.width(), frame.width() * 0.75, 1);
+    EXPECT_NEAR(messages.height(), frame.height() * 0.2 - 1, 1);
+    EXPECT_EQ(text.topLeft(), QPoint(0, 0));
+    EXPECT_EQ(text.width(), messages.width());
+    EXPECT_EQ(text.height(), messages.top() - 1);
+    shell->MainCommand("mnuWindowTileVertical");
+    EXPECT_FALSE(document.geometry().intersects(shell->Messages().parentWidget()->geometry()));
+}
+
+TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "saved");
+    Type(document, "lost? ");
+    NewText();
+    QTest::qWait(2600);  // the keeper's interval and the writing
+    std::filesystem::rename(folder.Path() / "state",
+                            folder.Path() / "kept");  // as a killed process leaves it
+    desktop.Boxes.Answers = {Answer::No};
+    ASSERT_TRUE(Close());
+    std::filesystem::remove_all(folder.Path() / "state");
+    std::filesystem::rename(folder.Path() / "kept", folder.Path() / "state");
+    state = {};
+    Start();
+    ASSERT_FALSE(desktop.Boxes.Shown.empty());
+    EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Recover Texts");
+    ASSERT_EQ(state.Documents.Count(), 1u);
+    session::Document& back = *state.Documents.All().front();
+    EXPECT_EQ(back.Caption(), UpperLogic("a.txt"));
+    EXPECT_EQ(back.txtText().Text(), "lost? saved");
+    EXPECT_TRUE(back.Dirty);
+    desktop.Boxes.Answers = {Answer::No};
+    ASSERT_TRUE(Close());
+    EXPECT_TRUE(files.List(folder.Logic("state/recovery/*")).empty());
+}

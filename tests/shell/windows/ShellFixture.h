@@ -1,0 +1,66 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTest>
+
+#include "base/Text.h"
+#include "editor/frmDocument.h"
+#include "platform/qt/HostFileSystem.h"
+#include "platform/qt/TextBox.h"
+#include "shell/windows/Shell.h"
+#include "support/Doubles.h"
+
+// The whole program from Main on, on an installation in a temporary folder, with scripted dialogs.
+class ShellFixture : public testing::Test {
+  protected:
+    ShellFixture() {
+        for (const char* name : {"Korvane/ZrxPart/", "Korvane/Utility/", "Shared/", "Examples/"}) {
+            std::filesystem::create_directories(folder.Path() / name);
+        }
+        folder.Write("Shared/Fullset.dl", "devices");
+        folder.Write("Korvane/TeskErr.txt",
+                     "0101ta Syntax error\r\nError. What was found\r\nLook there.\r\n");
+        desktop.Desk.Program = folder.Logic("Korvane/Korvane");
+    }
+    ~ShellFixture() override { shell.reset(); }
+
+    void Start() {
+        shell = std::make_unique<shell::Shell>(state, desktop.Host, folder.Logic("state") + "\\");
+        ASSERT_TRUE(shell->Start());
+        QApplication::setActiveWindow(&shell->MainWindow());
+        QApplication::processEvents();
+    }
+    // Ends the program as the user does.
+    bool Close() {
+        const bool closed = shell->MainWindow().close();
+        if (closed) shell.reset();
+        return closed;
+    }
+
+    // Opens a file that holds `bytes` and gives its window.
+    editor::frmDocument& Open(const std::string& name, const std::string& bytes) {
+        folder.Write(name, bytes);
+        shell->OpenDocument(folder.Logic(name));
+        return *shell->MainWindow().ActiveDocument();
+    }
+    editor::frmDocument& NewText() {
+        shell->OpenDocument();
+        return *shell->MainWindow().ActiveDocument();
+    }
+    static platform::qt::TextBox& TextOf(editor::frmDocument& document) {
+        return *document.findChild<platform::qt::TextBox*>("txtText");
+    }
+    static void Type(editor::frmDocument& document, const char* keys) {
+        QTest::keyClicks(&TextOf(document), keys);
+    }
+    std::string UpperLogic(const std::string& name) const { return base::Upper(folder.Logic(name)); }
+
+    doubles::TemporaryFolder folder;
+    platform::qt::HostFileSystem files;
+    doubles::Desktop desktop{files};
+    session::Session state;
+    std::unique_ptr<shell::Shell> shell;
+};
