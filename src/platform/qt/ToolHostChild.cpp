@@ -116,7 +116,8 @@ std::string ToolHostChild::End() {
         ::kill(process_, SIGKILL);
         if (::waitpid(process_, &status, 0) == process_) status_ = status;
     }
-    return status_ ? DescribeEnd(*status_) : "it could not be started";
+    if (process_ <= 0) return "it could not be started";
+    return status_ ? DescribeEnd(*status_) : "for a reason that the system does not tell";
 }
 
 }  // namespace platform::qt

@@ -18,7 +18,9 @@ void StatusWindows::ShowStatusModeless() {
 }
 
 void StatusWindows::ShowStatusModal() {
+    const QPoint place = status_->pos();
     status_->hide();
+    status_->move(place);  // shown again, it would be centred anew
     status_->exec();
     status_.reset();
 }
