@@ -38,6 +38,7 @@ struct Function {
     Input To = Input::Out;
     std::optional<Sum> True;   // of the function
     std::optional<Sum> False;  // of its complement
+    bool Inverted = false;     // the design was written for the complement ("!Y = …"), see Polarity
 };
 
 struct Signal {
@@ -54,10 +55,11 @@ struct Design {
     std::vector<std::pair<std::size_t, bool>> Fuses;  // FUSE statements: number, value; they come last
 };
 
+// Which sum goes into the rows where the macrocell leaves a choice.
 enum class Polarity {
-    Natural,     // sums as written where the macrocell can invert
+    Natural,     // the sum as written: the function, or its complement if that is all there is or `Inverted`
     Best,        // "kb": the sum with fewer terms
-    Complement,  // "kd": the complement
+    Complement,  // "kd": the other one than `Natural`
 };
 
 struct Options {

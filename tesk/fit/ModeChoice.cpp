@@ -116,7 +116,8 @@ std::optional<bool> ModeFit::RequiredSense(std::size_t signal) const {
 std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const {
     const auto& record = needs_.At(signal);
     std::vector<Choice> choices;
-    for (const bool complemented : {false, true}) {
+    const bool inverted = needs_.WrittenInverted(signal, needs_.DataInput(signal));
+    for (const bool complemented : {inverted, !inverted}) {
         for (const bool low : {false, true}) {
             // A node has no level of its own: its macrocell may carry either, as its polarity asks for.
             const bool freeLevel = record.Node && cell.Polarity != PolarityKind::Fuse;

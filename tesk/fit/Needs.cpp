@@ -51,6 +51,11 @@ bool Needs::Driven(std::size_t signal) const {
     return Registered(signal) || Has(signal, Input::Out) || Has(signal, Input::Oe);
 }
 
+bool Needs::WrittenInverted(std::size_t signal, Input input) const {
+    const auto* function = functions_[signal][Index(input)];
+    return function != nullptr && (function->Inverted || !function->True);
+}
+
 bool Needs::AnyRegister() const {
     return std::any_of(design_.Signals.begin(), design_.Signals.end(),
                        [](const Signal& s) { return s.Register != RegisterKind::None; });

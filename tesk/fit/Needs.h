@@ -29,6 +29,9 @@ class Needs {
     // Out, or D of a register.
     Input DataInput(std::size_t signal) const { return Registered(signal) ? Input::D : Input::Out; }
 
+    // Whether the sum as written is that of the complement.
+    bool WrittenInverted(std::size_t signal, Input input) const;
+
     // "Q0.OE"; the bare name for Out.
     std::string Name(std::size_t signal, Input input) const;
 

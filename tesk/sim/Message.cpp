@@ -36,7 +36,9 @@ std::string MessageData() {
 }
 
 std::string ListLine(const Message& message, std::string_view fileName) {
-    std::string line = "[" + message.Code + "] " + message.Text;
+    std::string line = "[" + message.Code + "] ";
+    if (message.Level != Severity::Information) line += std::string(LevelName(message.Level)) + ": ";
+    line += message.Text;
     if (message.Line > 0)
         line += " (" + std::string(fileName) + " line " + std::to_string(message.Line) + ")";
     return line;

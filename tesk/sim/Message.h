@@ -35,7 +35,8 @@ std::string MessageData();
 // "Information", "Warning" or "Error".
 std::string_view LevelName(Severity level);
 
-// "[ccccss] text", with " (FILE line n)" behind it if the message has a line.
+// "[ccccss] text", for warnings and errors "[ccccss] Error: text"; behind it " (FILE line n)" if the message
+// has a line and there is a file name.
 std::string ListLine(const Message& message, std::string_view fileName);
 
 // The file that a message's line belongs to: ".ABS", ".SI" or ".JED", by the family of its code.

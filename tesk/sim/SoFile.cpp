@@ -40,7 +40,7 @@ class Writer {
         for (const auto& line : base::Lines(source)) {
             Line(Padded(std::to_string(++number), 4, ' ') + ": " + line);
             const auto range = under.equal_range(number);
-            for (auto it = range.first; it != range.second; ++it) Line(ListLine(*it->second, ".SI"));
+            for (auto it = range.first; it != range.second; ++it) Line(ListLine(*it->second, ""));
         }
         Line("");
     }

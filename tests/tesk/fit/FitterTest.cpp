@@ -164,6 +164,11 @@ TEST(Fitter, PolarityFollowsTheOption) {
     EXPECT_EQ(used("G16V8", fit::Polarity::Best), "11");
     EXPECT_EQ(used("G16V8", fit::Polarity::Complement), "13");
     EXPECT_EQ(used("P16L8", fit::Polarity::Natural), "11") << "low by nature";
+    auto inverted = design;
+    inverted.Functions[0].Inverted = true;
+    const auto fit = fit::FitDesign(DeviceOf("G16V8"), inverted, {});
+    EXPECT_TRUE(fit.Placements[3].Complemented && fit.Placements[3].Used == 1 &&
+                !fit.Placements[3].PolarityHigh);
 }
 
 TEST(Fitter, FreePinsGoWhereTheyFit) {
