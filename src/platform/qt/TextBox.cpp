@@ -25,6 +25,11 @@ TextBox::TextBox(QWidget* parent)
     SetUpControl();
     SetUpColors();
     styles_.Reset(default_);
+    DefineOwnStyles();
+    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
+        marginLines_ = -1;
+        UpdateMargin();
+    });
     connect(
         this, &QsciScintillaBase::SCN_MODIFIED, this,
         [this](int position, int type, const char*, int length) { OnModification(position, type, length); });
@@ -48,7 +53,8 @@ void TextBox::SetUpControl() {
     Sci(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
     Sci(SCI_SETSCROLLWIDTH, 1);
     Sci(SCI_SETSCROLLWIDTHTRACKING, 1);
-    for (int margin = 0; margin < 5; ++margin) Sci(SCI_SETMARGINWIDTHN, margin, 0);
+    Sci(SCI_SETMARGINTYPEN, 0, SC_MARGIN_NUMBER);
+    for (int margin = 1; margin < 5; ++margin) Sci(SCI_SETMARGINWIDTHN, margin, 0);
     setFrameShape(QFrame::NoFrame);
     setMinimumSize(0, 0);
 }
@@ -62,8 +68,22 @@ void TextBox::SetUpColors() {
         Sci(SCI_STYLESETFORE, number, black);
         Sci(SCI_STYLESETBACK, number, white);
     }
+    Sci(SCI_STYLESETFORE, STYLE_LINENUMBER, 0x808080);
+    Sci(SCI_STYLESETBACK, STYLE_LINENUMBER, 0xF4F4F4);
     Sci(SCI_SETCARETFORE, black);
     Sci(SCI_SETSELBACK, 1, selection);
+}
+
+// Room for the line numbers, 999 at least.
+void TextBox::UpdateMargin() {
+    const long lines = Sci(SCI_GETLINECOUNT);
+    long room = 999;
+    while (room < lines) room = room * 10 + 9;
+    if (room == marginLines_) return;
+    marginLines_ = room;
+    const std::string widest = std::to_string(room) + " ";
+    Sci(SCI_SETMARGINWIDTHN, 0,
+        SendScintilla(SCI_TEXTWIDTH, static_cast<uintptr_t>(STYLE_LINENUMBER), widest.c_str()));
 }
 
 long TextBox::Sci(unsigned message, long first, long second) const {

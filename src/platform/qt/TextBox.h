@@ -10,6 +10,8 @@
 #include "platform/RichTextBox.h"
 #include "platform/qt/TextBoxStyles.h"
 
+class QPrinter;
+
 namespace platform::qt {
 
 // The text control. White paper and black text whatever the desktop's colours; no word wrap; tabs of eight.
@@ -53,6 +55,10 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     void ShowCaret() override;
     std::intptr_t SendMessage(EditMessage message, std::intptr_t first = 0,
                               std::intptr_t second = 0) override;
+
+    // The text, or the selection if there is one and `selectionOnly`, as it looks in the window, broken into
+    // pages; an empty text is an empty page. False if the printer fails.
+    bool Print(QPrinter& printer, bool selectionOnly);
 
   signals:
     void Changed();  // the text, not merely its formatting; at the end of an edit
@@ -113,6 +119,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     std::int32_t Clamp(std::int32_t offset) const;
     void SetUpControl();
     void SetUpColors();
+    void UpdateMargin();
 
     Span Selection() const;
     void Select(Span span);
@@ -140,6 +147,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     void ReadStyles(std::int32_t start, std::int32_t length, std::string& styles) const;
     void WriteStyles(std::int32_t start, std::string_view styles);
     void DefineStyle(StyleTable::Number number, const CharStyle& style);
+    void DefineOwnStyles();
     StyleTable::NumberSet NumbersInUse() const;
     void TidyStylesLater();
     void TidyStyles();
@@ -153,6 +161,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     std::deque<RemovedStyles> removed_;
     std::size_t removedBytes_ = 0;
     int hiddenCarets_ = 0;
+    long marginLines_ = -1;  // lines that the margin has room for
     bool frozen_ = false;
     bool loading_ = false;
     bool tidyDue_ = false;

@@ -36,6 +36,7 @@ void TextBox::Settle() {
     if (pending_ && (span.Length > 0 || span.Start != pending_->Offset)) pending_.reset();
     if (changed_) {
         changed_ = false;
+        UpdateMargin();
         emit Changed();
     }
 }

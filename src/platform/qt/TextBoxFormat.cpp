@@ -110,11 +110,17 @@ void TextBox::DefineStyle(StyleTable::Number number, const CharStyle& style) {
     Sci(SCI_STYLESETBOLD, number, style.Format.Bold);
     Sci(SCI_STYLESETITALIC, number, style.Format.Italic);
     Sci(SCI_STYLESETUNDERLINE, number, style.Format.Underline);
-    if (number != 0) return;
+}
+
+// Those of the margin and of the empty paper.
+void TextBox::DefineOwnStyles() {
+    const QByteArray family = DrawnFamily(default_.FontName);
     for (int own = STYLE_DEFAULT; own <= STYLE_LASTPREDEFINED; ++own) {
         SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(own), family.constData());
-        Sci(SCI_STYLESETSIZEFRACTIONAL, own, style.FontSize);
+        Sci(SCI_STYLESETSIZEFRACTIONAL, own, default_.FontSize);
     }
+    marginLines_ = -1;
+    UpdateMargin();
 }
 
 StyleTable::Number TextBox::NumberAt(std::int32_t offset) const {
@@ -154,6 +160,7 @@ void TextBox::SetDefaultFont(const std::string& name, double size) {
     default_.FontName = name;
     default_.FontSize = Hundredths(size);
     if (TextLength() == 0) pending_.reset();
+    DefineOwnStyles();
     TidyStylesLater();
 }
 
@@ -233,7 +240,6 @@ StyleTable::NumberSet TextBox::NumbersInUse() const {
     const auto add = [&used](std::string_view styles) {
         for (const char style : styles) used.set(static_cast<StyleTable::Number>(style));
     };
-    used.set(0);
     std::string styles;
     const std::int32_t end = TextLength();
     for (std::int32_t start = 0; start < end; start += windowSize) {

@@ -20,7 +20,7 @@ struct EditKey {
 // The command of a key press, if it is an editing key.
 std::optional<int> EditCommand(const QKeyEvent& event);
 
-// The text that a key press types; empty for shortcuts and control characters.
+// Whether a key press types its text: it is no shortcut and no control character.
 bool TypesText(const QKeyEvent& event);
 
 }  // namespace platform::qt

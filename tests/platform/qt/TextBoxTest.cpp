@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMainWindow>
+#include <QMimeData>
+#include <QPrinter>
 #include <QSignalSpy>
 #include <QTest>
 #include <random>
@@ -13,6 +15,7 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "base/modLib.h"
+#include "support/Doubles.h"
 
 using namespace platform;
 using namespace std::string_literals;
@@ -239,6 +242,13 @@ TEST_F(TextBoxTest, FontsAreKeptByCharacter) {
     EXPECT_EQ(Colors(), "aaa.");
     EXPECT_LT(Box.SendScintilla(QsciScintillaBase::SCI_TEXTHEIGHT, 0UL, 0L), tall / 2)
         << "a font that has gone keeps no lines tall";
+    Box.SetDefaultFont("Courier New", 40);
+    Box.SetText("x");
+    Box.SetDefaultFont("Courier New", 8);
+    Select(0, 1);
+    Box.SetSelFontSize(8);
+    QCoreApplication::processEvents();
+    EXPECT_LT(Box.SendScintilla(QsciScintillaBase::SCI_TEXTHEIGHT, 0UL, 0L), tall / 2);
 }
 
 TEST_F(TextBoxTest, MoreFormatsThanStyleNumbers) {
@@ -402,6 +412,56 @@ TEST_F(TextBoxTest, TellsKeysAndButtons) {
     QTest::mouseClick(Box.viewport(), Qt::RightButton);
     EXPECT_EQ(buttons.size(), 1);
     EXPECT_EQ(Box.SelText(), "b");
+}
+
+TEST_F(TextBoxTest, TakesFromInputMethodsAndLeavesFiles) {
+    QSignalSpy keys(&Box, &qt::TextBox::KeyReleased);
+    QInputMethodEvent compose("ni", {});
+    QApplication::sendEvent(&Box, &compose);
+    QInputMethodEvent commit;
+    commit.setCommitString(u"\u4F60"_qs);
+    QApplication::sendEvent(&Box, &commit);
+    EXPECT_EQ(Box.Text(), "\u4F60");
+    ASSERT_EQ(keys.size(), 1);
+    EXPECT_EQ(keys[0][0].toInt(), 229);
+    Box.SetText(std::string(5000, 'x') + "\u00E4");
+    Box.SetSelStart(5002);
+    const QString near = static_cast<QWidget&>(Box).inputMethodQuery(Qt::ImSurroundingText).toString();
+    EXPECT_LT(near.size(), 2000);
+    EXPECT_TRUE(near.endsWith(u"x\u00E4"_qs));
+
+    QMimeData files;
+    files.setUrls({QUrl("file:///tmp/A.PLD")});
+    files.setText("file:///tmp/A.PLD");
+    QMimeData text;
+    text.setText("text");
+    for (const auto& [data, taken] : {std::pair{&files, false}, std::pair{&text, true}}) {
+        QDragEnterEvent enter({50, 10}, Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Box.viewport(), &enter);
+        EXPECT_EQ(enter.isAccepted(), taken);
+    }
+}
+
+TEST_F(TextBoxTest, PrintsPages) {
+    std::string text;
+    for (int i = 0; i < 500; ++i) text += "line\n";
+    Box.SetText(text);
+    const doubles::TemporaryFolder folder;
+    const auto pages = [&](bool selectionOnly) {
+        QPrinter printer;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(QString::fromStdString((folder.Path() / "out.pdf").string()));
+        EXPECT_TRUE(Box.Print(printer, selectionOnly));
+        return QByteArray::fromStdString(folder.Read("out.pdf")).count("/Type /Page\n");
+    };
+    const auto all = pages(false);
+    EXPECT_GT(all, 4);
+    EXPECT_LT(all, 20);
+    Select(6, 20);
+    EXPECT_EQ(pages(true), 1);
+    EXPECT_EQ(pages(false), all);
+    Box.SetText("");
+    EXPECT_EQ(pages(true), 1);
 }
 
 TEST_F(TextBoxTest, TenMegabytes) {
