@@ -53,6 +53,7 @@ void TextBox::SetUpControl() {
     Sci(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
     Sci(SCI_SETSCROLLWIDTH, 1);
     Sci(SCI_SETSCROLLWIDTHTRACKING, 1);
+    Sci(SCI_SETMARGINLEFT, 0, 4);
     Sci(SCI_SETMARGINTYPEN, 0, SC_MARGIN_NUMBER);
     for (int margin = 1; margin < 5; ++margin) Sci(SCI_SETMARGINWIDTHN, margin, 0);
     setFrameShape(QFrame::NoFrame);

@@ -1,4 +1,5 @@
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -22,15 +23,17 @@ int Hundredths(double points) {
     return static_cast<int>(std::lround(std::clamp(points, minSize, maxSize) * 100));
 }
 
-// The family to draw with: a fixed font that is missing gives the system's fixed font, other missing fonts
-// are replaced by the font system.
+// The family to draw with. The font system replaces one that is missing, by a fixed font where a fixed one
+// is meant.
 QByteArray DrawnFamily(const std::string& name) {
     const QString family = QString::fromStdString(name);
     if (QFontDatabase::hasFamily(family)) return family.toUtf8();
+    const QFontInfo drawn{QFont(family)};
+    const std::string upper = base::Upper(name);
     for (const char* sign : {"COURIER", "MONO", "CONSOL", "FIXED", "TERMINAL", "TYPEWRITER"})
-        if (base::Contains(base::Upper(name), sign))
+        if (!drawn.fixedPitch() && base::Contains(upper, sign))
             return QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toUtf8();
-    return family.toUtf8();
+    return drawn.family().toUtf8();
 }
 
 }  // namespace

@@ -448,7 +448,7 @@ TEST_F(TextBoxTest, PrintsPages) {
     Box.SetText(text);
     const doubles::TemporaryFolder folder;
     const auto pages = [&](bool selectionOnly) {
-        QPrinter printer;
+        QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(QString::fromStdString((folder.Path() / "out.pdf").string()));
         EXPECT_TRUE(Box.Print(printer, selectionOnly));
