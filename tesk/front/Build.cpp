@@ -51,9 +51,9 @@ void Build(Analysis& analysis, const Options& options, Report& report) {
             BuildOne(definition, expander, design);
             const int own = variable.Minimization;
             design.Equations.back().Level = own >= 0 ? own : options.Minimization;
-        } catch (const TermsExceeded&) {
+        } catch (const TermsExceeded& exceeded) {
             report.Add(Code::TooManyTerms, definition.At,
-                       variable.Name + " needs more than " + std::to_string(Limits::Terms));
+                       variable.Name + " needs more than " + std::to_string(exceeded.Limit));
         } catch (const BudgetExceeded&) {
             report.Add(Code::DesignTooLarge, definition.At, "product terms of " + variable.Name);
             return;

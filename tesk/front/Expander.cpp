@@ -129,7 +129,7 @@ Expander::Phases Expander::Walk(NodeId node, unsigned phases) {
 TermList Expander::Product(const std::vector<const TermList*>& factors, const TermList* sum) {
     if (sum != nullptr) {
         const std::vector<int> signals = SignalsOf(*sum, {});
-        const auto complement = logic::Complement(ToCover(*sum, signals), Limits::Terms);
+        const auto complement = logic::Complement(ToCover(*sum, signals), Limits::Product);
         if (complement) return FromCover(*complement, signals);
     }
     TermList product = TermList::One();
@@ -188,6 +188,8 @@ Expander::Phases Expander::WalkXor(NodeId node) {
         next.Negative = TermList::And(result.Positive, part.Positive, budget_);
         next.Negative.Or(TermList::And(result.Negative, part.Negative, budget_), budget_);
         result = std::move(next);
+        if (std::max(result.Positive.Size(), result.Negative.Size()) > Limits::Product)
+            throw TermsExceeded{Limits::Product};
     }
     return result;
 }

@@ -23,7 +23,8 @@ struct Limits {
     static constexpr std::size_t ListMembers = 256;
     static constexpr std::size_t ConstantDigits = 256;   // binary digits
     static constexpr std::size_t Nodes = 4'000'000;      // of all expressions together
-    static constexpr std::size_t Terms = 4096;           // product terms of one equation
+    static constexpr std::size_t Terms = 32768;          // product terms of one equation
+    static constexpr std::size_t Product = 8192;         // terms that multiplying out may give
     static constexpr std::size_t Literals = 20'000'000;  // of all product terms together
     static constexpr std::size_t TermWork = 1u << 27;    // comparisons of terms, whole design
     static constexpr std::size_t PlaBytes = 64u << 20;

@@ -60,8 +60,7 @@ void TermList::Add(std::span<const TermLiteral> term) {
 void TermList::Or(const TermList& other, TermBudget& budget) {
     budget.Spend(other.Size());
     for (std::size_t i = 0; i < other.Size(); ++i) Add(other[i]);
-    if (Size() > Limits::Terms) Absorb(budget);
-    if (Size() > Limits::Terms) throw TermsExceeded{};
+    if (Size() > Limits::Terms) throw TermsExceeded{Limits::Terms};
 }
 
 TermList TermList::And(const TermList& a, const TermList& b, TermBudget& budget) {
@@ -74,10 +73,11 @@ TermList TermList::And(const TermList& a, const TermList& b, TermBudget& budget)
             if (Merge(a[i], b[j], product)) result.Add(product);
         if (result.Size() <= next || a.Size() == 1 || b.Size() == 1) continue;
         result.Absorb(budget);
-        if (result.Size() > Limits::Terms) throw TermsExceeded{};
+        if (result.Size() > Limits::Product) throw TermsExceeded{Limits::Product};
         next = std::max(kAbsorbFrom, result.Size() * 2);
     }
-    if (result.Size() > Limits::Terms) throw TermsExceeded{};
+    const std::size_t limit = a.Size() == 1 || b.Size() == 1 ? Limits::Terms : Limits::Product;
+    if (result.Size() > limit) throw TermsExceeded{limit};
     return result;
 }
 

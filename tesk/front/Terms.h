@@ -9,7 +9,9 @@ namespace front {
 // A literal: twice the index of the signal, plus one where it is complemented.
 using TermLiteral = std::uint32_t;
 
-struct TermsExceeded {};   // one sum needs more than `Limits::Terms`
+struct TermsExceeded {
+    std::size_t Limit;  // what one sum needs more than
+};
 struct BudgetExceeded {};  // the design's work or room is used up
 
 // Work and room that are left for product terms, counted for a whole design.
