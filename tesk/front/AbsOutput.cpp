@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <set>
 
@@ -11,6 +12,8 @@ struct InputOf {
     Extension From;
     sim::Input To;
 };
+static_assert(static_cast<int>(sim::Input::Oe) == static_cast<int>(fit::Input::Oe));  // numbered alike
+
 constexpr std::array kInputs{
     InputOf{Extension::None, sim::Input::Out}, InputOf{Extension::D, sim::Input::D},
     InputOf{Extension::T, sim::Input::T},      InputOf{Extension::J, sim::Input::J},
@@ -67,13 +70,34 @@ sim::Function FunctionOf(const Design& design, const Equation& equation,
     return function;
 }
 
+// What the device does without an equation. Nets and the fitter's signals are numbered alike.
+void AddImplied(const Fitted& fitted, sim::AbsDesign& result) {
+    for (const fit::Function& implied : fitted.Result.Implied) {
+        sim::Function function;
+        function.Net = implied.Signal;
+        function.To = static_cast<sim::Input>(implied.To);
+        if (!implied.True) continue;
+        for (const fit::Term& term : *implied.True) {
+            sim::Term& product = function.Terms.emplace_back();
+            for (const fit::Literal& literal : term)
+                product.push_back({literal.Signal, literal.Pin ? sim::Feedback::Pin : sim::Feedback::Default,
+                                   literal.Negated});
+        }
+        const bool known = std::any_of(
+            result.Functions.begin(), result.Functions.end(),
+            [&](const auto& other) { return other.Net == function.Net && other.To == function.To; });
+        if (!known) result.Functions.push_back(std::move(function));
+    }
+}
+
 }  // namespace
 
-sim::AbsDesign ToAbs(const Design& design) {
+sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted) {
     sim::AbsDesign result;
     for (std::size_t i = 0; i < headerWords.size(); ++i)
         if (design.Head.Given[i]) result.Header[std::string(headerWords[i].Name)] = design.Head.Texts[i];
     result.Device = design.Device;
+    result.PinCount = design.PinCount;
     std::set<int> enabled;
     for (const Equation& equation : design.Equations)
         if (equation.To == Extension::OE) enabled.insert(equation.Variable);
@@ -85,7 +109,7 @@ sim::AbsDesign ToAbs(const Design& design) {
         const bool pin = variable.Kind == VariableKind::Pin;
         result.Nets.push_back({variable.Name, pin ? variable.Number : 0,
                                KindOf(variable, enabled.contains(static_cast<int>(i))), variable.ActiveLow,
-                               RegisterOf(variable.Register), '0'});
+                               RegisterOf(variable.Register), variable.PowerUp});
     }
     for (const Field& field : design.Fields) {
         sim::Field& entry = result.Fields.emplace_back();
@@ -100,6 +124,7 @@ sim::AbsDesign ToAbs(const Design& design) {
     }
     for (const Equation& equation : design.Equations)
         result.Functions.push_back(FunctionOf(design, equation, nets));
+    if (fitted != nullptr) AddImplied(*fitted, result);
     return result;
 }
 

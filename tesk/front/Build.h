@@ -10,7 +10,8 @@ namespace front {
 // grows beyond the limits is reported and left out.
 void Build(Analysis& analysis, const Options& options, Report& report);
 
-// Reduces the equations, each by its own level, and chooses polarities as the options ask.
+// Reduces the equations, each by its own level; for a real device, and where the options ask for the choice
+// of polarities, their complements too.
 void Minimise(Design& design, const Options& options, Report& report);
 
 }  // namespace front

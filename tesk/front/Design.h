@@ -22,6 +22,7 @@ struct Variable {
     // None: combinational. D, T, J (JK), R (RS) or L: what kind of register its equations ask for.
     Extension Register = Extension::None;
     bool Assigned = false;  // has an equation for the bare name or a register input
+    char PowerUp = '0';     // asserted state of the register at power-up: '0', '1' or 'X'
     int Minimization = -1;  // level that MIN asks for, -1: the run's
     Place At;
 };
@@ -40,7 +41,8 @@ struct Equation {
     std::vector<int> Inputs;         // the columns: indices into Design::Signals, ascending
     logic::Cover On;                 // one output
     logic::Cover DontCare;           // of the same layout, disjoint from On
-    logic::Cover Off;                // the reduced complement, if polarities were to be chosen; else empty
+    logic::Cover Off;                // the reduced complement, if HasOff
+    bool HasOff = false;             // for real devices and where polarities were to be chosen
     bool Inverted = false;           // Off is the cover to realize, inverted behind it
     int Level = 1;                   // minimization asked for
     int Available = -1;              // product terms that the macrocell has, -1: no limit
@@ -63,6 +65,7 @@ struct Fuse {
 struct Design {
     front::Header Head;
     std::string Device;               // mnemonic; "virtual" has no limits
+    int PinCount = 0;                 // of the package, 0 for `virtual`
     std::vector<Variable> Variables;  // in the order of declaration
     std::vector<Signal> Signals;
     std::vector<Equation> Equations;  // by variable, then by extension

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "fit/Document.h"
 #include "front/Outputs.h"
 
 namespace front {
@@ -86,18 +87,23 @@ std::string SymbolTable(const Design& design) {
 
 }  // namespace
 
-std::string DocumentText(const Design& design, bool equations) {
+std::string DocumentText(const Design& design, const Options& options, const Fitted* fitted) {
     std::string text = Heading("Document");
     for (std::size_t i = 0; i < headerWords.size(); ++i)
         if (design.Head.Given[i])
             text += Padded(std::string(headerWords[i].Name), 10) + design.Head.Texts[i] + "\r\n";
-    text += Padded("Compiled", 10) + "for " + design.Device + "\r\n";
-    if (equations) {
+    text += Padded("Compiled", 10) + "for " + design.Device +
+            (fitted != nullptr && !fitted->Result.Mode.empty() ? ", mode " + fitted->Result.Mode : "") +
+            "\r\n";
+    if (options.Equations) {
         text += Heading("Expanded Product Terms");
         for (const Field& field : design.Fields) text += FieldText(design, field);
         for (const Equation& equation : design.Equations) text += EquationText(design, equation);
     }
-    return text + Heading("Symbol Table") + SymbolTable(design);
+    text += Heading("Symbol Table") + SymbolTable(design);
+    if (fitted == nullptr) return text;
+    if (options.Fuse) text += Heading("Fuse Plot") + fit::FusePlot(fitted->Device, fitted->Result);
+    return text + Heading("Chip Diagram") + fit::ChipDiagram(fitted->Device, fitted->Input, fitted->Result);
 }
 
 }  // namespace front

@@ -76,10 +76,8 @@ enum class Code {
     CannotWrite,
     OutputMissing,
     DeviceUnknown,
+    LibraryUnreadable,
     PlaTooLarge,
-    DeviceUnchecked,
-    DoesNotFit,
-    FitWarning,
     NoVectors,
     Count
 };

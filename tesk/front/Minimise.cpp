@@ -39,17 +39,19 @@ bool CanInvert(const Equation& equation) {
 void Minimise(Design& design, const Options& options, Report& report) {
     const std::size_t step = 1 + design.Equations.size() / kShownEquations;
     std::size_t done = 0;
+    const bool complements = options.Best || options.Demorgan || design.Device != "virtual";
     for (Equation& equation : design.Equations) {
         if (report.Full()) return;
         if (++done % step == 0) report.Info(design.EquationName(equation));
         bool fellBack = false;
         logic::Cover reduced = Reduce(equation, equation.On, fellBack);
         if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
-        if ((options.Best || options.Demorgan) && CanInvert(equation)) {
+        if (complements && CanInvert(equation)) {
             auto complement = ReducedComplement(equation);
             if (complement) {
-                equation.Inverted = options.Demorgan || complement->Size() < reduced.Size();
+                equation.Inverted = options.Demorgan || (options.Best && complement->Size() < reduced.Size());
                 equation.Off = std::move(*complement);
+                equation.HasOff = true;
             }
         }
         equation.On = std::move(reduced);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "front/Design.h"
+#include "front/Fitting.h"
 #include "front/Options.h"
 #include "front/Report.h"
 #include "front/Source.h"
@@ -19,14 +20,18 @@ std::string ListText(const Source& source, const Report& report);
 // text stands a comment /*$LINE file number*/, which the preprocessor understands.
 std::string ExpandedText(const Source& source, const Report& report);
 
-// .DOC: header, product terms (if `equations`), symbol table.
-std::string DocumentText(const Design& design, bool equations);
+// .DOC: header, product terms (option "x"), symbol table, fuse plot (option "f"), chip diagram. `fitted` is
+// null for a virtual device.
+std::string DocumentText(const Design& design, const Options& options, const Fitted* fitted);
 
 // .PLA: Berkeley format, type fd; nothing if it would exceed `Limits::PlaBytes`. Columns and outputs are in
 // asserted states and carry the names of the design: "Q0", "Q0.IO", "Q0.D".
 std::optional<std::string> PlaText(const Design& design);
 
-// What the simulator takes.
-sim::AbsDesign ToAbs(const Design& design);
+// What the simulator takes: the equations, and what the device adds to them.
+sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted);
+
+// .JED; the header's statements are its notes.
+std::string JedecText(const Design& design, const Options& options, const Fitted& fitted);
 
 }  // namespace front

@@ -26,20 +26,27 @@ void Report::Count(Level level) {
     }
 }
 
-void Report::Add(Code code, Place at, std::string_view detail) {
-    const MessageEntry& entry = Entry(code);
-    if (Full()) return;
-    Message message{code, entry.Severity, at, std::string(entry.Message)};
-    if (!detail.empty()) message.Text += ": " + OneLine(detail);
-    if (!messages_.empty() && messages_.back().At == at && messages_.back().Text == message.Text) return;
+void Report::Keep(const Message& message) {
     messages_.push_back(message);
     listener_.Line(ListLine(message));
-    Count(entry.Severity);
-    if (Full() && code != Code::TooManyErrors) {
-        messages_.push_back(
-            {Code::TooManyErrors, Level::Information, {}, std::string(Entry(Code::TooManyErrors).Message)});
-        listener_.Line(ListLine(messages_.back()));
-    }
+    Count(message.Severity);
+}
+
+void Report::Add(Code code, Place at, std::string_view detail) {
+    const MessageEntry& entry = Entry(code);
+    Message message{std::string(entry.Number), entry.Severity, at, std::string(entry.Message)};
+    if (!detail.empty()) message.Text += ": " + OneLine(detail);
+    AddForeign(message);
+}
+
+void Report::AddForeign(const Message& message) {
+    if (Full()) return;
+    if (!messages_.empty() && messages_.back().At == message.At && messages_.back().Text == message.Text)
+        return;
+    Keep(message);
+    if (!Full()) return;
+    const MessageEntry& last = Entry(Code::TooManyErrors);
+    Keep({std::string(last.Number), last.Severity, {}, std::string(last.Message)});
 }
 
 void Report::AddForeign(Level level, std::string_view line) {
@@ -48,7 +55,7 @@ void Report::AddForeign(Level level, std::string_view line) {
 }
 
 std::string Report::ListLine(const Message& message) const {
-    std::string line = "[" + std::string(Entry(message.Id).Number) + "] ";
+    std::string line = "[" + message.Number + "] ";
     if (message.Severity != Level::Information) line += std::string(LevelName(message.Severity)) + ": ";
     line += message.Text;
     if (message.At.File < 0 || static_cast<std::size_t>(message.At.File) >= FileNames.size()) return line;

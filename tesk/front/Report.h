@@ -12,7 +12,7 @@
 namespace front {
 
 struct Message {
-    Code Id;
+    std::string Number;  // "ccccss"
     Level Severity;
     Place At;
     std::string Text;  // the entry's message and the detail, one line
@@ -37,7 +37,9 @@ class Report {
 
     // `detail` follows the entry's message, with ": " between them. Repeats of the last message are dropped.
     void Add(Code code, Place at, std::string_view detail = {});
-    // A line of a stage with messages of its own, in its finished form.
+    // A message of a part with a table of its own.
+    void AddForeign(const Message& message);
+    // The same as a finished line that is not kept.
     void AddForeign(Level level, std::string_view line);
 
     void Status(std::string_view text) { listener_.Status(text); }
@@ -56,6 +58,7 @@ class Report {
 
   private:
     void Count(Level level);
+    void Keep(const Message& message);
 
     Listener& listener_;
     std::vector<Message> messages_;

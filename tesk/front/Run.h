@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "front/Analysis.h"
 #include "front/Files.h"
+#include "front/Fitting.h"
 #include "front/Options.h"
 #include "front/Report.h"
 #include "front/Source.h"
@@ -21,13 +23,15 @@ struct Run {
     Report Said;
 
     // What the caller asks for.
-    std::string Base;    // the design's path without extension; outputs are named from it
-    std::string Device;  // mnemonic, "virtual", or "&" for the one that the design names
+    std::string Base;     // the design's path without extension; outputs are named from it
+    std::string Device;   // mnemonic, "virtual", or "&" for the one that the design names
+    std::string Library;  // path of the device library
     front::Options Options;
 
     front::Source Source;
     front::Syntax Syntax;
     front::Analysis Analysis;
+    std::optional<Fitted> Fit;  // none for a virtual device
 
     Design& Result() { return Analysis.Result; }
     bool Ok() const { return Said.Errors() == 0; }

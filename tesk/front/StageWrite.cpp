@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "front/Outputs.h"
@@ -7,14 +8,16 @@ namespace front {
 
 namespace {
 
+constexpr std::size_t kLibraryBytes = fit::LibraryLimits::FileBytes;
+
 struct Missing {
     bool Options::*Asked;
     std::string_view Extension;
 };
 constexpr std::array kMissing{
-    Missing{&Options::Jedec, ".JED"}, Missing{&Options::Ascii, ".HEX"},  Missing{&Options::Hl, ".HL"},
-    Missing{&Options::Pdif, ".PDF"},  Missing{&Options::Palasm, ".PDS"}, Missing{&Options::Edif, ".EDF"},
-    Missing{&Options::Xnf, ".XNF"},   Missing{&Options::Qdif, ".QDF"},
+    Missing{&Options::Ascii, ".HEX"},  Missing{&Options::Hl, ".HL"},    Missing{&Options::Pdif, ".PDF"},
+    Missing{&Options::Palasm, ".PDS"}, Missing{&Options::Edif, ".EDF"}, Missing{&Options::Xnf, ".XNF"},
+    Missing{&Options::Qdif, ".QDF"},
 };
 
 void Write(Run& run, std::string_view extension, const std::string& text) {
@@ -23,8 +26,10 @@ void Write(Run& run, std::string_view extension, const std::string& text) {
         run.Said.Add(Code::CannotWrite, {}, run.Output(extension));
 }
 
+const Fitted* FitOf(const Run& run) { return run.Fit ? &*run.Fit : nullptr; }
+
 void WriteAbs(Run& run) {
-    const sim::AbsDesign design = ToAbs(run.Result());
+    const sim::AbsDesign design = ToAbs(run.Result(), FitOf(run));
     const bool large = design.Nets.size() > sim::AbsLimits::Nets ||
                        design.Fields.size() > sim::AbsLimits::Fields ||
                        design.Functions.size() > sim::AbsLimits::Functions;
@@ -41,14 +46,40 @@ void WritePla(Run& run) {
         run.Said.Add(Code::PlaTooLarge, {0, 0, 0});
 }
 
+// The file's name is the design's, or with option "n" what the header's Name gives.
+void WriteJed(Run& run) {
+    if (!run.Fit) return run.Said.Add(Code::OutputMissing, {0, 0, 0}, ".JED, a virtual device has no fuses");
+    std::string path = run.Output(".JED");
+    std::string name = run.Result().Head.Name();
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !IsWordChar(c) && c != '-'; }, '_');
+    if (run.Options.Name) path = Beside(run.Base, name + ".JED");
+    run.Said.Info(FileName(path));
+    if (!run.Disk.Write(path, JedecText(run.Result(), run.Options, *run.Fit)))
+        run.Said.Add(Code::CannotWrite, {}, path);
+}
+
+bool Fit(Run& run) {
+    if (run.Result().Device == "virtual") return true;
+    run.Said.Status("Fitting");
+    run.Said.Info(run.Result().Device);
+    const auto library = run.Disk.Read(run.Library, kLibraryBytes);
+    if (library)
+        run.Fit = FitInto(run.Result(), *library, run.Options, run.Said);
+    else
+        run.Said.Add(Code::LibraryUnreadable, {0, 1, 0}, run.Library);
+    return run.Ok();
+}
+
 }  // namespace
 
 bool WriteStage(Run& run) {
+    if (!Fit(run)) return false;
     run.Said.Status("Writing");
     const Design& design = run.Result();
-    if (design.Device != "virtual") run.Said.Add(Code::DeviceUnchecked, {0, 0, 0}, design.Device);
     const bool document = run.Options.Equations || run.Options.Fuse;
-    if (document) Write(run, ".DOC", DocumentText(design, run.Options.Equations));
+    if (run.Options.Jedec) WriteJed(run);
+    if (document) Write(run, ".DOC", DocumentText(design, run.Options, FitOf(run)));
     if (run.Options.Absolute || run.Options.Simulate) WriteAbs(run);
     if (run.Options.Pla) WritePla(run);
     for (const Missing& missing : kMissing)

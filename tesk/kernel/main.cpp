@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -55,6 +56,15 @@ bool Shorten(std::string& path) {
     return true;
 }
 
+// The device library of the installation, or the full set that it is made from.
+std::string Library() {
+    std::error_code error;
+    const auto shared =
+        std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "Shared";
+    const auto own = shared / "tesk.dl";
+    return (std::filesystem::exists(own, error) ? own : shared / "Fullset.dl").string();
+}
+
 }  // namespace
 
 int main(int count, char** values) {
@@ -73,6 +83,7 @@ int main(int count, char** values) {
         std::fputs("teskc: an argument is too long\n", stderr);
         return 1;
     }
+    kernel::SetText(record.szLibrary, Library());
     kernel::SetText(record.szOptions, arguments.Options);
     kernel::SetText(record.szDevice, arguments.Device);
     kernel::SetText(record.szDesign, base);

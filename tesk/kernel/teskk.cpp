@@ -35,6 +35,7 @@ extern "C" std::int32_t TeskkVB(kernel::RunRecord* record) {
     front::Run run(files, listener);
     run.Base = kernel::TextOf(record->szDesign);
     run.Device = kernel::TextOf(record->szDevice);
+    run.Library = kernel::TextOf(record->szLibrary);
     run.Options = front::Options::Parse(kernel::TextOf(record->szOptions));
     Compile(run);
     const bool simulated = !run.Ok() || !run.Options.Simulate || SimulateBehind(run, files, listener);

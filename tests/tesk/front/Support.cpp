@@ -18,15 +18,15 @@ bool MemoryFiles::Write(std::string_view path, std::string_view bytes) {
 std::vector<std::string> Compiled::Lines() const {
     std::vector<std::string> lines;
     for (const front::Message& message : Run->Said.Messages())
-        if (message.Id != front::Code::HeaderMissing) lines.push_back(Run->Said.ListLine(message));
+        if (message.Number != "1101ta") lines.push_back(Run->Said.ListLine(message));
     return lines;
 }
 
 std::vector<std::string> Compiled::Codes() const {
     std::vector<std::string> codes;
     for (const front::Message& message : Run->Said.Messages())
-        if (message.Id != front::Code::HeaderMissing)
-            codes.push_back(std::string(front::Entry(message.Id).Number) + ":" +
+        if (message.Number != "1101ta")
+            codes.push_back(message.Number + ":" +
                             std::to_string(message.At.Line));
     return codes;
 }

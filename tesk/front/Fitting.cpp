@@ -1,0 +1,137 @@
+#include "front/Fitting.h"
+
+#include <algorithm>
+#include <array>
+
+namespace front {
+
+namespace {
+
+// The extensions in the fitter's order of inputs.
+constexpr std::array kInputs{Extension::None, Extension::D,  Extension::T,  Extension::J,
+                             Extension::K,    Extension::S,  Extension::R,  Extension::L,
+                             Extension::CK,   Extension::CE, Extension::LE, Extension::AR,
+                             Extension::AP,   Extension::SR, Extension::SP, Extension::OE};
+static_assert(kInputs.size() == fit::InputCount);
+
+fit::Input InputOf(Extension extension) {
+    return static_cast<fit::Input>(std::find(kInputs.begin(), kInputs.end(), extension) - kInputs.begin());
+}
+
+fit::RegisterKind KindOf(Extension kind) {
+    switch (kind) {
+        case Extension::D:
+            return fit::RegisterKind::D;
+        case Extension::T:
+            return fit::RegisterKind::T;
+        case Extension::J:
+            return fit::RegisterKind::Jk;
+        case Extension::R:
+            return fit::RegisterKind::Rs;
+        case Extension::L:
+            return fit::RegisterKind::Latch;
+        default:
+            return fit::RegisterKind::None;
+    }
+}
+
+fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cover& cover,
+               const std::vector<std::size_t>& signals) {
+    fit::Sum sum;
+    for (std::size_t i = 0; i < cover.Size(); ++i) {
+        fit::Term& term = sum.emplace_back();
+        for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
+            const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
+            if (literal == logic::Literal::Free) continue;
+            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[k])];
+            term.push_back({signals[static_cast<std::size_t>(signal.Variable)],
+                            literal == logic::Literal::Zero, signal.Pin});
+        }
+    }
+    return sum;
+}
+
+void Convert(const Design& design, Fitted& fitted) {
+    for (const Variable& variable : design.Variables) {
+        fitted.Signals.push_back(fitted.Input.Signals.size());
+        if (variable.Kind == VariableKind::Intermediate) continue;
+        fitted.Input.Signals.push_back({variable.Name, variable.Number, variable.ActiveLow,
+                                        variable.Kind != VariableKind::Pin, KindOf(variable.Register)});
+    }
+    for (const Equation& equation : design.Equations) {
+        fit::Function function;
+        function.Signal = fitted.Signals[static_cast<std::size_t>(equation.Variable)];
+        function.To = InputOf(equation.To);
+        function.True = SumOf(design, equation, equation.On, fitted.Signals);
+        if (equation.HasOff) function.False = SumOf(design, equation, equation.Off, fitted.Signals);
+        fitted.Input.Functions.push_back(std::move(function));
+    }
+    for (const Fuse& fuse : design.Fuses)
+        fitted.Input.Fuses.emplace_back(static_cast<std::size_t>(fuse.Number), fuse.Value != 0);
+}
+
+// Where the name of a message is declared or gets its equation; else the design's first line.
+Place PlaceOf(const Design& design, const std::string& subject) {
+    for (const Variable& variable : design.Variables)
+        if (variable.Name == subject) return variable.At;
+    return {0, 1, 0};
+}
+
+void Tell(const Design& design, const std::vector<fit::Message>& messages, Report& report) {
+    for (const fit::Message& message : messages) {
+        const Level level = message.Level == fit::Severity::Error ? Level::Error : Level::Warning;
+        std::string text = message.Text;
+        if (message.Line > 0) text += ", line " + std::to_string(message.Line) + " of the library";
+        report.AddForeign({message.Code, level, PlaceOf(design, message.Subject), text});
+    }
+}
+
+Equation* Find(Design& design, int variable, Extension to) {
+    for (Equation& equation : design.Equations)
+        if (equation.Variable == variable && equation.To == to) return &equation;
+    return nullptr;
+}
+
+void Note(Design& design, const Fitted& fitted) {
+    design.PinCount = fitted.Device.Pins;
+    for (std::size_t i = 0; i < design.Variables.size(); ++i) {
+        Variable& variable = design.Variables[i];
+        if (variable.Kind == VariableKind::Intermediate) continue;
+        const fit::Placement& placement = fitted.Result.Placements[fitted.Signals[i]];
+        variable.Number = placement.Pin;
+        variable.PowerUp = placement.PowerUp;
+        const Extension data = variable.Register == Extension::D ? Extension::D : Extension::None;
+        Equation* equation = Find(design, static_cast<int>(i), data);
+        if (equation == nullptr) continue;
+        equation->Available = static_cast<int>(placement.Available);
+        if (placement.Complemented && !equation->HasOff) continue;
+        equation->Inverted = placement.Complemented;
+    }
+}
+
+}  // namespace
+
+std::optional<Fitted> FitInto(Design& design, std::string_view library, const Options& options,
+                              Report& report) {
+    const fit::Library devices = fit::ReadLibrary(library);
+    Tell(design, devices.Messages, report);
+    const fit::Device* device = devices.Ok() ? devices.Find(design.Device) : nullptr;
+    if (device == nullptr) {
+        if (devices.Ok()) report.Add(Code::DeviceUnknown, {0, 1, 0}, design.Device);
+        return std::nullopt;
+    }
+    if (device->IsVirtual()) return std::nullopt;
+    Fitted fitted;
+    fitted.Device = *device;
+    Convert(design, fitted);
+    fit::Options how;
+    if (options.Best) how.Choose = fit::Polarity::Best;
+    if (options.Demorgan) how.Choose = fit::Polarity::Complement;
+    fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, how);
+    Tell(design, fitted.Result.Messages, report);
+    if (!fitted.Result.Ok()) return std::nullopt;
+    Note(design, fitted);
+    return fitted;
+}
+
+}  // namespace front

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "fit/Fitter.h"
+#include "front/Design.h"
+#include "front/Options.h"
+#include "front/Report.h"
+
+namespace front {
+
+// A design in a device.
+struct Fitted {
+    fit::Device Device;
+    fit::Design Input;
+    fit::Fit Result;
+    std::vector<std::size_t> Signals;  // index into Input.Signals of each variable of the design
+};
+
+// Fits the design and notes in it what came out: pins, terms available, the sums that were taken, power-up
+// states, and what the device adds to the equations. Faults are reported where the name that they are about
+// is declared. `library` is the text of a device library; the device is the design's.
+std::optional<Fitted> FitInto(Design& design, std::string_view library, const Options& options,
+                              Report& report);
+
+}  // namespace front
