@@ -213,6 +213,7 @@ class Reader {
         if (mode == nullptr || words.size() != 4 || !Pin(words[1])) return false;
         if (mode->Cells.size() >= LibraryLimits::Cells || mode->CellAt(*Pin(words[1])) != nullptr)
             return false;
+        if (mode->InputColumn(*Pin(words[1])) >= 0) return false;
         if (words[2] != "-" && !Column(words[2])) return false;
         Cell cell;
         cell.Pin = *Pin(words[1]);
