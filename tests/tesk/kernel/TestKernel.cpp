@@ -172,6 +172,24 @@ TEST_F(Kernel, NamesAreFoundWithoutRegardToCase) {
     EXPECT_EQ(kernel::HostPath((folder / "sub" / "New.LST").string()), folder / "Sub" / "New.LST");
 }
 
+// Every example that is installed fits its device, and its vectors find what they expect.
+TEST_F(Kernel, ExamplesCompileAndSimulate) {
+    std::size_t designs = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(DATA_DIR "/Examples")) {
+        fs::copy(entry.path(), folder, fs::copy_options::skip_existing);
+        designs += entry.path().extension() == ".PLD" ? 1 : 0;
+    }
+    EXPECT_GE(designs, 8u);
+    for (const fs::directory_entry& entry : fs::directory_iterator(DATA_DIR "/Examples")) {
+        if (entry.path().extension() != ".PLD") continue;
+        int code = -1;
+        EXPECT_EQ(Run("-o jaxflsm4 " + entry.path().filename().string(), code), "");
+        EXPECT_EQ(code, 0) << entry.path();
+        const std::string jedec = FileText(folder / entry.path().stem().concat(".JED"));
+        EXPECT_NE(jedec.find("V0001 "), std::string::npos) << entry.path();
+    }
+}
+
 TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
     int code = -1;
     EXPECT_EQ(Run("-d virtual -o axlbm4 COUNT8.PLD", code), "");
@@ -179,8 +197,7 @@ TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
     WriteText(folder / "BAD.PLD",
               "Name B; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n"
               "PIN = Y;\nY = X;\n");
-    EXPECT_EQ(Run("-o l BAD.PLD", code),
-              "[1201ta] Error: Unknown name: \"X\" (BAD.PLD line 3 column 5)\n");
+    EXPECT_EQ(Run("-o l BAD.PLD", code), "[1201ta] Error: Unknown name: \"X\" (BAD.PLD line 3 column 5)\n");
     EXPECT_EQ(code, 1);
     EXPECT_NE(Run("MISSING.PLD", code).find("[0101tx] Error: "), std::string::npos);
     EXPECT_EQ(code, 1);
