@@ -11,50 +11,16 @@ CubeList CubesOf(const Cover& cover) {
     return list;
 }
 
-namespace {
-
-// Counts for 32 inputs at once: slice k holds bit k of every count.
-struct SlicedCount {
-    std::array<Word, 32> Slices{};
-    int Used = 0;
-
-    void Add(Word marks) {
-        for (int k = 0; marks != 0; ++k) {
-            const Word carry = Slices[static_cast<std::size_t>(k)] & marks;
-            Slices[static_cast<std::size_t>(k)] ^= marks;
-            marks = carry;
-            Used = std::max(Used, k + 1);
-        }
+std::pair<std::uint32_t, int> SlicedCount::Highest() const {
+    Word best = Layout::even;
+    std::uint32_t count = 0;
+    for (std::size_t k = used_; k-- > 0;) {
+        const Word with = best & slices_[k];
+        if (with == 0) continue;
+        best = with;
+        count |= std::uint32_t{1} << k;
     }
-    std::pair<std::uint32_t, int> Highest() const {
-        Word best = Layout::even;
-        std::uint32_t count = 0;
-        for (int k = Used - 1; k >= 0; --k) {
-            const Word with = best & Slices[static_cast<std::size_t>(k)];
-            if (with == 0) continue;
-            best = with;
-            count |= std::uint32_t{1} << k;
-        }
-        return {count, std::countr_zero(best) / 2};
-    }
-};
-
-}  // namespace
-
-int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Word* const> list) {
-    std::uint32_t bestCount = 0;
-    int best = -1;
-    for (int w = 0; w < layout.InputWords(); ++w) {
-        const Word open = Layout::FreePlaces(region[w]);
-        if (open == 0) continue;
-        SlicedCount count;
-        for (const Word* cube : list) count.Add(open & ~Layout::FreePlaces(cube[w]));
-        const auto [most, place] = count.Highest();
-        if (most <= bestCount) continue;
-        bestCount = most;
-        best = w * 32 + place;
-    }
-    return best;
+    return {count, std::countr_zero(best) / 2};
 }
 
 RegionSearch::RegionSearch(const Layout& layout, Budget& budget)

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "logic/Cover.h"
@@ -28,8 +31,47 @@ using CubeList = std::vector<const Word*>;
 
 CubeList CubesOf(const Cover& cover);
 
-// The input that most cubes of the list have a literal of where the region is free; -1 if none has any.
-int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Word* const> list);
+// Counts for 32 inputs at once, marked by the even bits: slice k holds bit k of every count.
+class SlicedCount {
+  public:
+    void Add(Word marks) {
+        for (std::size_t k = 0; marks != 0; ++k) {
+            const Word carry = slices_[k] & marks;
+            slices_[k] ^= marks;
+            marks = carry;
+            used_ = std::max(used_, k + 1);
+        }
+    }
+    // The highest count and the first place that has it.
+    std::pair<std::uint32_t, int> Highest() const;
+
+  private:
+    std::array<Word, 32> slices_{};
+    std::size_t used_ = 0;
+};
+
+// The input that most cubes have a literal of where the region is free; -1 if none has any. `cubeOf` gives
+// the cube of an entry of the list.
+template <typename Entry, typename CubeOf>
+int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Entry> list, CubeOf cubeOf) {
+    std::uint32_t bestCount = 0;
+    int best = -1;
+    for (int w = 0; w < layout.InputWords(); ++w) {
+        const Word open = Layout::FreePlaces(region[w]);
+        if (open == 0) continue;
+        SlicedCount count;
+        for (const Entry& entry : list) count.Add(open & ~Layout::FreePlaces(cubeOf(entry)[w]));
+        const auto [most, place] = count.Highest();
+        if (most <= bestCount) continue;
+        bestCount = most;
+        best = w * 32 + place;
+    }
+    return best;
+}
+
+inline int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Word* const> list) {
+    return MostFrequentInput(layout, region, list, [](const Word* cube) { return cube; });
+}
 
 // Walks a region by splitting it at inputs. The depth is at most the number of inputs; regions and lists lie
 // on stacks of this object, so that one object serves many questions.
