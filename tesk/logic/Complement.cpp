@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "logic/Quick.h"
 #include "logic/Recursion.h"
 
 namespace logic {
@@ -144,10 +145,38 @@ class Complementer {
     bool failed_ = false;
 };
 
+// Each output alone: what one output is split at does not cut up the others.
+bool ComplementOutputs(const Cover& cover, std::size_t cubeLimit, Budget& budget, Cover& result) {
+    const Layout& layout = cover.Form();
+    result = Cover(layout);
+    for (int o = 0; o < layout.Outputs(); ++o) {
+        Cover alone = OutputOf(cover, o);
+        if (!budget.Spend(alone.Size() * (alone.Size() / 8 + 1))) return false;
+        alone.Absorb();
+        Cover off(alone.Form());
+        if (!Complementer(alone.Form(), cubeLimit - result.Size(), budget).Run(alone, off)) return false;
+        for (std::size_t i = 0; i < off.Size(); ++i) {
+            Word* cube = result.Append();
+            std::copy_n(off[i], layout.InputWords(), cube);
+            layout.SetOutput(cube, o, true);
+        }
+    }
+    MergeOutputs(result);
+    return true;
+}
+
 }  // namespace
 
 bool ComplementWithin(const Cover& cover, std::size_t cubeLimit, Budget& budget, Cover& result) {
-    return Complementer(cover.Form(), cubeLimit, budget).Run(cover, result);
+    const std::uint64_t before = budget.Left();
+    if (!ComplementOutputs(cover, cubeLimit, budget, result)) return false;
+    if (cover.Outputs() == 1 || result.Size() < 1000) return true;
+    Budget second(
+        std::min(budget.Left(), before - budget.Left() + 1000));  // outputs that have much in common
+    Cover joint(cover.Form());
+    if (Complementer(cover.Form(), result.Size(), second).Run(cover, joint) && joint.Size() < result.Size())
+        result = std::move(joint);
+    return true;
 }
 
 }  // namespace logic

@@ -22,7 +22,7 @@ class RowFinder {
           marks_(pool.Size()),
           buckets_(pool.Size()) {}
 
-    bool Run() {
+    bool Run(const Cover* care) {
         for (int o = 0; o < layout_.Outputs() && !failed_; ++o) {
             stack_.clear();
             for (std::size_t i = 0; i < pool_.Size(); ++i)
@@ -30,12 +30,18 @@ class RowFinder {
             for (std::size_t i = 0; i < dontCare_.Size(); ++i)
                 if (layout_.Output(dontCare_[i], o)) stack_.push_back({dontCare_[i], noColumn});
             std::fill(regions_[0].begin(), regions_[0].end(), ~Word{0});
-            Node(0, 0, stack_.size(), 0);
+            if (care == nullptr) Node(0, 0, stack_.size(), noRows);
+            for (std::size_t i = 0; care != nullptr && i < care->Size() && !failed_; ++i) {
+                if (!layout_.Output((*care)[i], o)) continue;
+                std::copy_n((*care)[i], layout_.InputWords(), regions_[0].begin());
+                Node(0, 0, stack_.size(), noRows);
+            }
         }
         return !failed_;
     }
 
   private:
+    static constexpr std::size_t noRows = 0;
     static constexpr int noColumn = -1;  // a don't-care cube
 
     struct Entry {
@@ -185,8 +191,8 @@ class RowFinder {
 }  // namespace
 
 bool BuildTable(const Cover& pool, const Cover& dontCare, std::size_t entryLimit, Budget& budget,
-                CoverTable& table) {
-    return RowFinder(pool, dontCare, entryLimit, budget, table).Run();
+                CoverTable& table, const Cover* care) {
+    return RowFinder(pool, dontCare, entryLimit, budget, table).Run(care);
 }
 
 }  // namespace logic

@@ -11,8 +11,8 @@ struct CoverTable {
     std::vector<std::vector<int>> Rows;
 };
 
-// False if work or entries exceed their bounds.
+// With `care` not null only points in its cubes count. False if work or entries exceed their bounds.
 bool BuildTable(const Cover& pool, const Cover& dontCare, std::size_t entryLimit, Budget& budget,
-                CoverTable& table);
+                CoverTable& table, const Cover* care = nullptr);
 
 }  // namespace logic

@@ -3,8 +3,7 @@
 #include <limits>
 
 #include "base/RunTimeError.h"
-#include "logic/Quick.h"
-#include "logic/Recursion.h"
+#include "logic/Minimizer.h"
 
 namespace logic {
 
@@ -15,31 +14,22 @@ void DemandSameLayout(const Cover& a, const Cover& b) {
         throw base::RunTimeError(base::errInvalidCall, "Covers of different inputs or outputs");
 }
 
-MinimizeResult Plain(const Cover& on, Level level, bool shared) {
-    MinimizeResult result;
-    result.Used = level;
-    result.Terms = shared ? on : SplitOutputs(on);
-    result.Terms.RemoveEmpty();
-    if (level == Level::m1) MergeAdjacent(result.Terms, shared);
-    return result;
-}
-
 constexpr std::uint64_t noBound = std::numeric_limits<std::uint64_t>::max();
 
 }  // namespace
 
 MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, const Options& options) {
     DemandSameLayout(on, dontCare);
-    return Plain(on, level == Level::m0 ? Level::m0 : Level::m1, options.Shared);
+    return MinimizeProblem({on, dontCare, std::nullopt, false}, level, options);
 }
 
 MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options) {
     DemandSameLayout(on, off);
     for (std::size_t i = 0; i < on.Size(); ++i)
         for (std::size_t k = 0; k < off.Size(); ++k)
-            if (on.Form().Meet(on[i], off[k]) && !on.Form().IsEmpty(on[i]))
+            if (on.Form().Meet(on[i], off[k]) && !on.Form().IsEmpty(on[i]) && !on.Form().IsEmpty(off[k]))
                 throw base::RunTimeError(base::errInvalidCall, "The on-set meets the off-set");
-    return Minimize(on, Cover(on.Form()), level, options);
+    return MinimizeProblem({on, Cover(on.Form()), off, true}, level, options);
 }
 
 std::optional<bool> CoversWithin(const Cover& outer, const Cover& inner, std::uint64_t bound) {

@@ -1,12 +1,19 @@
 #include "logic/Primes.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 
 namespace logic {
 
 namespace {
 
 constexpr int maxTableInputs = 13;
+constexpr int maxTopInputs = 12;  // the whole function goes into one table up to here
+// A table pays up to about this cost; above it splitting finds the structure of the cover.
+constexpr std::uint64_t tableFactor = 30;
+constexpr std::uint64_t tableBase = 300;
+constexpr std::size_t maxKnownWords = std::size_t{1} << 23;
 
 // Finds the primes over a few inputs from the table of all 3^n cubes: each entry holds the outputs that are 1
 // throughout the cube, and a cube is prime where no wider cube has the same outputs.
@@ -91,7 +98,11 @@ class PrimeFinder {
 
     bool Run(const Cover& function, Cover& primes) {
         primes = Cover(layout_);
-        return Find(function, primes);
+        const std::vector<int> active = Count(function);
+        if (active.size() > maxTopInputs || !budget_.Spend(TableCost(active.size())))
+            return Find(function, primes);
+        TernaryTable(layout_, active).Primes(function, primes);
+        return primes.Size() <= limit_;
     }
 
   private:
@@ -102,11 +113,31 @@ class PrimeFinder {
             return true;
         }
         const std::vector<int> active = Count(function);
-        if (active.size() <= maxTableInputs && TableCost(active.size()) <= 400 * function.Size() + 200000) {
+        const std::uint64_t cost = TableCost(active.size());
+        if (active.size() <= maxTableInputs && cost <= tableFactor * function.Size() + tableBase) {
             TernaryTable(layout_, active).Primes(function, primes);
-            return budget_.Spend(TableCost(active.size())) && primes.Size() <= limit_;
+            return budget_.Spend(cost) && primes.Size() <= limit_;
         }
-        return Split(function, Choose(active), primes);
+        return FindOnce(function, active, primes);
+    }
+
+    // The same part comes up again and again behind different literals.
+    bool FindOnce(const Cover& function, const std::vector<int>& active, Cover& primes) {
+        std::string key(reinterpret_cast<const char*>(function[0]),
+                        function.Size() * static_cast<std::size_t>(layout_.Words()) * sizeof(Word));
+        const auto known = known_.find(key);
+        if (known != known_.end()) {
+            primes.AddAll(known->second);
+            return true;
+        }
+        const std::size_t start = primes.Size();
+        if (!Split(function, Choose(active), primes)) return false;
+        Cover found(layout_);
+        for (std::size_t i = start; i < primes.Size(); ++i) found.Add(primes[i]);
+        knownCubes_ += function.Size() + found.Size();
+        if (knownCubes_ * static_cast<std::size_t>(layout_.Words()) <= maxKnownWords)
+            known_.emplace(std::move(key), std::move(found));
+        return true;
     }
 
     std::uint64_t TableCost(std::size_t inputs) const {
@@ -208,6 +239,8 @@ class PrimeFinder {
     std::size_t limit_;
     Budget& budget_;
     std::vector<int> zeros_, ones_;
+    std::unordered_map<std::string, Cover> known_;
+    std::size_t knownCubes_ = 0;
 };
 
 }  // namespace

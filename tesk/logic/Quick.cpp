@@ -44,12 +44,18 @@ bool MergePass(Cover& cover, bool shared) {
         changed |= MergeEqual(cover, mask, unite);
         layout.SetInput(mask.data(), v, Literal::Free);
     }
-    if (!shared) return changed;
-    std::fill(mask.begin() + layout.InputWords(), mask.end(), Word{0});
-    return MergeEqual(cover, mask, unite) || changed;
+    return (shared && MergeOutputs(cover)) || changed;
 }
 
 }  // namespace
+
+bool MergeOutputs(Cover& cover) {
+    const Layout& layout = cover.Form();
+    std::vector<Word> mask(static_cast<std::size_t>(layout.Words()), ~Word{0});
+    std::fill(mask.begin() + layout.InputWords(), mask.end(), Word{0});
+    return MergeEqual(cover, mask,
+                      [&layout](Word* kept, const Word* other) { layout.Supercube(kept, kept, other); });
+}
 
 void MergeAdjacent(Cover& cover, bool shared) {
     cover.Absorb();

@@ -8,6 +8,9 @@ namespace logic {
 // cubes, until nothing changes. The function stays the same point for point.
 void MergeAdjacent(Cover& cover, bool shared);
 
+// Makes one cube of those with the same inputs. True if there were any.
+bool MergeOutputs(Cover& cover);
+
 // One cube for each output of each cube.
 Cover SplitOutputs(const Cover& cover);
 
