@@ -7,6 +7,7 @@
 #include "logic/CoverTable.h"
 #include "logic/Covering.h"
 #include "logic/Expand.h"
+#include "logic/Quick.h"
 
 namespace logic {
 
@@ -18,6 +19,8 @@ Cover Problem::Function() const {
 
 namespace {
 
+constexpr std::size_t maxPieces = 5000;
+
 class Loop {
   public:
     Loop(const Problem& problem, const HeuristicBounds& bounds)
@@ -28,33 +31,49 @@ class Loop {
           function_(problem.Function()),
           expander_(problem.Off ? &*problem.Off : nullptr, function_, work_),
           search_(layout_, work_),
-          pool_(layout_) {
+          pool_(layout_),
+          fresh_(layout_) {
         frequency_.resize(static_cast<std::size_t>(layout_.Inputs()));
         std::iota(frequency_.begin(), frequency_.end(), 0);
     }
 
     HeuristicResult Run() {
         best_ = problem_.On;
-        Grow(best_, bounds_.Rounds > 1 ? 3 : 1);
-        Choose();
-        std::size_t essential = bounds_.Rounds > 1 ? Essential() : 0;
-        for (int idle = 0, round = 1; Going(round, idle) && essential < best_.Size(); ++round) {
+        const Cover split = SplitOutputs(best_);  // small pieces leave the choice of outputs to the expansion
+        Grow(split.Size() <= maxPieces ? split : best_, bounds_.Rounds > 1 ? 3 : 1);
+        ChooseFromPool();
+        current_ = best_;
+        std::size_t lower = LowerBound();
+        for (int idle = 0, round = 1; Going(round, idle) && lower < best_.Size(); ++round) {
             const std::size_t before = best_.Size();
-            Grow(Reduced(round), 2 + idle);
-            Choose();
+            fresh_.Clear();
+            Grow(Reduced(round), 1 + round % 3);
+            Move();
+            if (round % 2 == 0) ChooseFromPool();
             idle = best_.Size() < before ? 0 : idle + 1;
-            if (idle == 0) essential = Essential();
+            if (idle == 0) lower = std::max(lower, LowerBound());
         }
-        return {best_, essential};
+        ChooseFromPool();
+        return {best_, lower};
     }
 
   private:
-    bool Going(int round, int idle) const { return round < bounds_.Rounds && idle < 3 && !work_.Exhausted(); }
+    bool Going(int round, int idle) const {
+        return round < bounds_.Rounds && idle < bounds_.Idle && !work_.Exhausted();
+    }
 
-    // The terms that every prime cover has: those with a point that no other prime holds.
-    std::size_t Essential() {
+    // Terms that every cover needs: the essential primes, and one more where they leave something open.
+    std::size_t LowerBound() {
+        if (problem_.Open) return 0;
         std::size_t count = 0;
-        for (std::size_t i = 0; i < best_.Size() && !problem_.Open; ++i) count += IsEssential(i) ? 1 : 0;
+        CubeList held = CubesOf(problem_.DontCare);
+        for (std::size_t i = 0; i < best_.Size() && !work_.Exhausted(); ++i) {
+            if (!IsEssential(i)) continue;
+            ++count;
+            held.push_back(best_[i]);
+        }
+        for (std::size_t i = 0; i < best_.Size() && count < best_.Size() && !work_.Exhausted(); ++i)
+            if (!search_.Covered(best_[i], held)) return work_.Exhausted() ? 0 : count + 1;
         return work_.Exhausted() ? 0 : count;
     }
 
@@ -74,6 +93,7 @@ class Loop {
                 if (variant == 0) expander_.WidenAround(cube.data(), cubes);
                 expander_.Widen(cube.data(), Order(cubes, variant), variant == 1);
                 AddToPool(cube.data());
+                fresh_.Add(cube.data());
                 for (std::size_t k = 0; k < cubes.Size() && variant == 0; ++k)
                     if (held[k] == 0 && layout_.Contains(cube.data(), cubes[k])) held[k] = 1;
             }
@@ -110,29 +130,49 @@ class Loop {
         pool_.Add(cube);
     }
 
-    // best_ = a least choice of the pool, if that is smaller.
-    void Choose() {
-        // What the best cover holds has to be in the pool, or a budget that ran out could lose points.
-        for (std::size_t i = 0; i < best_.Size(); ++i) AddToPool(best_[i]);
+    // A least choice of the primes; empty if their table is too large.
+    Cover Least(const Cover& primes) const {
         Budget budget(bounds_.Table);
         CoverTable table;
-        const bool open = problem_.Open;
-        if (!BuildTable(pool_, problem_.DontCare, 10000000, budget, table, open ? &problem_.On : nullptr)) {
+        Cover least(layout_);
+        if (!BuildTable(primes, problem_.DontCare, 10000000, budget, table,
+                        problem_.Open ? &problem_.On : nullptr))
+            return least;
+        const CoveringResult result = SolveCovering(std::move(table.Rows), primes.Size(),
+                                                    {bounds_.Table, bounds_.Table / 8, bounds_.Table / 8, 0});
+        for (const int c : result.Chosen) least.Add(primes[static_cast<std::size_t>(c)]);
+        return least;
+    }
+
+    // best_ = a least choice of the pool, if that is smaller or the first.
+    void ChooseFromPool() {
+        // What the best cover holds has to be in the pool, or a budget that ran out could lose points.
+        for (std::size_t i = 0; i < best_.Size(); ++i) AddToPool(best_[i]);
+        Cover least = Least(pool_);
+        if (least.Empty()) {
             DropRedundant();
+        } else if (!chosenOnce_ || least.Size() < best_.Size()) {
+            best_ = std::move(least);
+            current_ = best_;
+        }
+        chosenOnce_ = true;
+    }
+
+    // Goes on from a cover of the last round's primes alone, even if it is no better: that leads to new ones.
+    void Move() {
+        if (work_.Exhausted() || pool_.Size() >= bounds_.PoolLimit) return;
+        Cover least = Least(fresh_);
+        if (least.Empty() || least.Size() > best_.Size() + best_.Size() / 16 + 1) {
+            current_ = best_;
             return;
         }
-        const CoveringResult result = SolveCovering(std::move(table.Rows), pool_.Size(),
-                                                    {bounds_.Table, bounds_.Table / 8, bounds_.Table / 8, 0});
-        if (chosenOnce_ && result.Chosen.size() >= best_.Size()) return;
-        chosenOnce_ = true;
-        best_.Clear();
-        for (const int c : result.Chosen) best_.Add(pool_[static_cast<std::size_t>(c)]);
+        if (least.Size() < best_.Size()) best_ = least;
+        current_ = std::move(least);
     }
 
     // Where the table is too large: starts from the widest primes and drops what the others cover.
     void DropRedundant() {
         if (chosenOnce_) return;
-        chosenOnce_ = true;
         if (!work_.Exhausted()) best_ = pool_;
         best_.Absorb();
         for (std::size_t i = best_.Size(); i-- > 0 && work_.Spend(best_.Size() / 8);) {
@@ -145,9 +185,9 @@ class Loop {
         }
     }
 
-    // The best cover with each cube in turn cut down to what the others leave to it.
+    // The current cover with each cube in turn cut down to what the others leave to it.
     Cover Reduced(int round) {
-        Cover reduced = best_;
+        Cover reduced = current_;
         std::vector<std::size_t> order(reduced.Size());
         std::iota(order.begin(), order.end(), std::size_t{0});
         for (std::size_t i = order.size(); i > 1; --i) std::swap(order[i - 1], order[Random() % i]);
@@ -208,7 +248,7 @@ class Loop {
     Cover function_;
     Expander expander_;
     RegionSearch search_;
-    Cover pool_, best_;
+    Cover pool_, fresh_, best_, current_;
     std::unordered_set<std::string> known_;
     std::vector<int> frequency_;
     const Cover* counted_ = nullptr;
@@ -220,26 +260,6 @@ class Loop {
 
 HeuristicResult MinimizeByExpansion(const Problem& problem, const HeuristicBounds& bounds) {
     return Loop(problem, bounds).Run();
-}
-
-bool PrimeCover(const Cover& off, const Cover& function, Budget& budget, Cover& primes) {
-    const Layout& layout = function.Form();
-    Expander expander(&off, function, budget);
-    std::vector<int> order(static_cast<std::size_t>(layout.Inputs()));
-    std::iota(order.begin(), order.end(), 0);
-    primes = Cover(layout);
-    std::vector<Word> cube(static_cast<std::size_t>(layout.Words()));
-    for (std::size_t i = 0; i < function.Size(); ++i) {
-        bool held = false;
-        for (std::size_t k = 0; k < primes.Size() && !held; ++k)
-            held = layout.Contains(primes[k], function[i]);
-        if (held) continue;
-        std::copy_n(function[i], layout.Words(), cube.begin());
-        expander.Widen(cube.data(), order, false);
-        if (!budget.Spend(primes.Size() / 4 + 1)) return false;
-        primes.Add(cube.data());
-    }
-    return true;
 }
 
 }  // namespace logic

@@ -17,6 +17,7 @@ struct Problem {
 
 struct HeuristicBounds {
     int Rounds = 1;
+    int Idle = 3;                   // rounds without a smaller cover
     std::uint64_t Work = 0;         // for expansion and reduction
     std::uint64_t Table = 0;        // for each covering table
     std::size_t PoolLimit = 20000;  // primes kept
@@ -24,13 +25,10 @@ struct HeuristicBounds {
 
 struct HeuristicResult {
     Cover Terms;
-    std::size_t Essential = 0;  // terms that are essential primes, 0 where not known
+    std::size_t LowerBound = 0;  // by essential primes among the terms, 0 where not known
 };
 
 // Expand, choose a least cover of all primes met so far, reduce, and again.
 HeuristicResult MinimizeByExpansion(const Problem& problem, const HeuristicBounds& bounds);
-
-// A cover by primes of all points of the function; false if the budget ran out.
-bool PrimeCover(const Cover& off, const Cover& function, Budget& budget, Cover& primes);
 
 }  // namespace logic

@@ -23,12 +23,18 @@ MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, con
     return MinimizeProblem({on, dontCare, std::nullopt, false}, level, options);
 }
 
-MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options) {
+void DemandApart(const Cover& on, const Cover& off) {
     DemandSameLayout(on, off);
-    for (std::size_t i = 0; i < on.Size(); ++i)
+    Cover points = on;
+    points.RemoveEmpty();
+    for (std::size_t i = 0; i < points.Size(); ++i)
         for (std::size_t k = 0; k < off.Size(); ++k)
-            if (on.Form().Meet(on[i], off[k]) && !on.Form().IsEmpty(on[i]) && !on.Form().IsEmpty(off[k]))
+            if (on.Form().Meet(points[i], off[k]) && !on.Form().IsEmpty(off[k]))
                 throw base::RunTimeError(base::errInvalidCall, "The on-set meets the off-set");
+}
+
+MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options) {
+    DemandApart(on, off);
     return MinimizeProblem({on, Cover(on.Form()), off, true}, level, options);
 }
 

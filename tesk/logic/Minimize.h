@@ -36,6 +36,9 @@ MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, con
 // The same for a function given by on-set and off-set, all else don't care. Raises error 5 if they meet.
 MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options = {});
 
+// Raises error 5 if the covers have a point in common.
+void DemandApart(const Cover& on, const Cover& off);
+
 // Checks by unate recursion. They answer exactly; the work can grow with 2^inputs in the worst case, so the
 // forms with a bound give up (empty) after about so many cube operations.
 bool IsTautology(const Cover& cover);                 // every output is 1 everywhere

@@ -1,6 +1,7 @@
 #include "logic/Minimizer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "logic/CoverTable.h"
 #include "logic/Covering.h"
@@ -13,7 +14,8 @@ namespace {
 
 // How much work a level puts into its steps, in cube operations (about 3 to 10 ns each).
 struct Bounds {
-    double PrimesBase, PrimesPerCube;  // for the prime implicants, with the cubes of the function
+    // For the prime implicants, with the cubes of the function. Few inputs bound the number of primes.
+    double PrimesBase, PrimesPerCube, PrimesPerCubeOfFewInputs;
     std::size_t PrimeLimit;
     double Table;
     CoveringBounds Covering;
@@ -21,22 +23,27 @@ struct Bounds {
 };
 
 constexpr double million = 1e6;
+constexpr int fewInputs = 16;
 
 constexpr double complementBound = 40 * million;
 constexpr std::size_t complementCubes = 50000;
 
-constexpr Bounds heuristicBounds{4 * million,
-                                 0.12 * million,
-                                 120000,
-                                 60 * million,
-                                 {100'000'000, 8'000'000, 12'000'000, 4'000'000},
-                                 {12, 40'000'000, 20'000'000, 20000}};
-constexpr Bounds exactBounds{1000 * million,
-                             0,
-                             250000,
-                             600 * million,
-                             {1'000'000'000, 200'000'000, 400'000'000, 1'500'000'000},
-                             {20, 400'000'000, 200'000'000, 50000}};
+constexpr Bounds heuristicBounds{
+    .PrimesBase = 9 * million,
+    .PrimesPerCube = 0.015 * million,
+    .PrimesPerCubeOfFewInputs = 0.09 * million,
+    .PrimeLimit = 120000,
+    .Table = 60 * million,
+    .Covering = {.Reduce = 100'000'000, .Relax = 8'000'000, .Search = 12'000'000, .Branch = 4'000'000},
+    .Expansion = {.Rounds = 40, .Idle = 6, .Work = 30'000'000, .Table = 20'000'000, .PoolLimit = 20000}};
+constexpr Bounds exactBounds{
+    .PrimesBase = 1000 * million,
+    .PrimesPerCube = 0,
+    .PrimesPerCubeOfFewInputs = 0,
+    .PrimeLimit = 250000,
+    .Table = 600 * million,
+    .Covering = {.Reduce = 1'000'000'000, .Relax = 100'000'000, .Search = 200'000'000, .Branch = 400'000'000},
+    .Expansion = {.Rounds = 100, .Idle = 20, .Work = 400'000'000, .Table = 200'000'000, .PoolLimit = 50000}};
 
 std::uint64_t Scaled(double steps, double effort) { return static_cast<std::uint64_t>(steps * effort) + 1; }
 std::uint64_t Scaled(std::uint64_t steps, double effort) {
@@ -48,7 +55,7 @@ CoveringBounds Scaled(const CoveringBounds& b, double effort) {
 }
 
 HeuristicBounds Scaled(const HeuristicBounds& b, double effort) {
-    return {b.Rounds, Scaled(b.Work, effort), Scaled(b.Table, effort), b.PoolLimit};
+    return {b.Rounds, b.Idle, Scaled(b.Work, effort), Scaled(b.Table, effort), b.PoolLimit};
 }
 
 class Minimizer {
@@ -59,15 +66,15 @@ class Minimizer {
     MinimizeResult Run(Level level) {
         MinimizeResult result;
         result.Used = level;
-        result.Terms = problem_.On;
         if (problem_.On.Empty()) {
+            result.Terms = problem_.On;
             result.Proved = true;
         } else if (level == Level::m2) {
             Exact(result);
         } else if (level == Level::m3) {
-            HeuristicBounds bounds = Scaled(heuristicBounds.Expansion, effort_);
+            HeuristicBounds bounds = heuristicBounds.Expansion;
             bounds.Rounds = 1;
-            result.Terms = MinimizeByExpansion(problem_, bounds).Terms;
+            ByExpansion(bounds, result);
         } else {
             Best(result);
         }
@@ -76,11 +83,14 @@ class Minimizer {
 
   private:
     void Exact(MinimizeResult& result) {
-        if (ByPrimes(exactBounds, result) && result.Proved) return;
         MinimizeResult best;
-        best.Terms = problem_.On;
+        if (Start(best) || (ByPrimes(exactBounds, result) && result.Proved)) {
+            if (best.Proved) result = std::move(best);
+            result.Used = Level::m2;
+            return;
+        }
         Best(best);
-        if (best.Proved || best.Terms.Size() <= result.Terms.Size()) {
+        if (result.Terms.Empty() || best.Proved || best.Terms.Size() <= result.Terms.Size()) {
             best.LowerBound = std::max(best.LowerBound, result.LowerBound);
             result = std::move(best);
         }
@@ -89,22 +99,42 @@ class Minimizer {
     }
 
     void Best(MinimizeResult& result) {
+        if (!Start(result) && !ByPrimes(heuristicBounds, result))
+            ByExpansion(heuristicBounds.Expansion, result);
         result.Used = Level::m4;
-        if (ByPrimes(heuristicBounds, result)) return;
-        HeuristicResult found = MinimizeByExpansion(problem_, Scaled(heuristicBounds.Expansion, effort_));
+    }
+
+    // One round of expansion; true if that proves to be the least cover. With few inputs the primes are had
+    // for less.
+    bool Start(MinimizeResult& result) {
+        if (!start_) {
+            start_ = problem_.On;
+            if (problem_.On.Inputs() <= maxTopInputs) return false;
+            HeuristicBounds bounds = heuristicBounds.Expansion;
+            bounds.Rounds = 1;
+            ByExpansion(bounds, result);
+            start_ = result.Terms;
+        }
+        return result.Proved;
+    }
+
+    void ByExpansion(const HeuristicBounds& bounds, MinimizeResult& result) {
+        HeuristicResult found = MinimizeByExpansion(problem_, Scaled(bounds, effort_));
         result.Terms = std::move(found.Terms);
-        result.LowerBound = found.Essential;
+        result.LowerBound = std::max(result.LowerBound, found.LowerBound);
         result.Proved = result.LowerBound == result.Terms.Size();
     }
 
     // Chooses from all prime implicants; false if they or their table are too many.
     bool ByPrimes(const Bounds& bounds, MinimizeResult& result) {
         if (problem_.Open) return false;
-        Cover function = problem_.Function(), wide;
-        Budget budget(
-            Scaled(bounds.PrimesBase + bounds.PrimesPerCube * static_cast<double>(function.Size()), effort_));
-        if (problem_.Off && PrimeCover(*problem_.Off, function, budget, wide)) function = std::move(wide);
-        Cover primes;
+        Cover function = start_.value_or(problem_.On);
+        function.AddAll(problem_.DontCare);
+        const double cubes = static_cast<double>(problem_.On.Size() + problem_.DontCare.Size());
+        const double perCube =
+            problem_.On.Inputs() <= fewInputs ? bounds.PrimesPerCubeOfFewInputs : bounds.PrimesPerCube;
+        Budget budget(Scaled(bounds.PrimesBase + perCube * cubes, effort_));
+        Cover primes(problem_.On.Form());
         if (!AllPrimes(function, bounds.PrimeLimit, budget, primes)) return false;
         SortBySize(primes);
         Budget tableBudget(Scaled(bounds.Table, effort_));
@@ -134,6 +164,7 @@ class Minimizer {
 
     const Problem& problem_;
     double effort_;
+    std::optional<Cover> start_;  // a cover by primes, if one is known
 };
 
 MinimizeResult EachOutput(const Problem& problem, Level level, const Options& options) {

@@ -228,6 +228,7 @@ std::string WritePla(const Cover& cover, const std::vector<std::string>& inputNa
 
 MinimizeResult Minimize(const Pla& pla, Level level, const Options& options) {
     if (pla.Type == "fr") return MinimizeOnOff(pla.On, pla.Off, level, options);
+    if (pla.Type == "fdr") DemandApart(pla.On, pla.Off);
     return Minimize(pla.On, pla.DontCare, level, options);
 }
 

@@ -23,14 +23,14 @@ struct Pla {
     std::vector<std::string> InputNames, OutputNames;  // one for each; empty if the list's length is wrong
 };
 
-// Raises error 13 (type mismatch) with "line N: …" where the text is no such file. With types fr and fdr
-// error 13 too if a row of the on-set meets one of the off-set.
+// Raises error 13 (type mismatch) with "line N: ..." where the text is no such file.
 Pla ReadPla(std::string_view text);
 
 // The cover as type f with the names.
 std::string WritePla(const Cover& cover, const std::vector<std::string>& inputNames,
                      const std::vector<std::string>& outputNames);
 
+// Raises error 5 (invalid call) if an on-set and an off-set are given that meet.
 MinimizeResult Minimize(const Pla& pla, Level level, const Options& options = {});
 
 }  // namespace logic

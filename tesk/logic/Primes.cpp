@@ -9,10 +9,10 @@ namespace logic {
 namespace {
 
 constexpr int maxTableInputs = 13;
-constexpr int maxTopInputs = 12;  // the whole function goes into one table up to here
 // A table pays up to about this cost; above it splitting finds the structure of the cover.
 constexpr std::uint64_t tableFactor = 30;
 constexpr std::uint64_t tableBase = 300;
+constexpr std::size_t searchFactor = 8;  // a search in so many cubes takes as long as comparing with one each
 constexpr std::size_t maxKnownWords = std::size_t{1} << 23;
 
 // Finds the primes over a few inputs from the table of all 3^n cubes: each entry holds the outputs that are 1
@@ -94,7 +94,7 @@ class TernaryTable {
 class PrimeFinder {
   public:
     PrimeFinder(const Layout& layout, std::size_t limit, Budget& budget)
-        : layout_(layout), limit_(limit), budget_(budget) {}
+        : layout_(layout), limit_(limit), budget_(budget), search_(layout, budget) {}
 
     bool Run(const Cover& function, Cover& primes) {
         primes = Cover(layout_);
@@ -107,18 +107,17 @@ class PrimeFinder {
 
   private:
     bool Find(const Cover& function, Cover& primes) {
-        if (!budget_.Spend(function.Size() + 1)) return false;
+        if (!budget_.Spend(function.Size() * 6 + 300)) return false;
         if (function.Size() <= 1) {
             primes.AddAll(function);
             return true;
         }
         const std::vector<int> active = Count(function);
         const std::uint64_t cost = TableCost(active.size());
-        if (active.size() <= maxTableInputs && cost <= tableFactor * function.Size() + tableBase) {
-            TernaryTable(layout_, active).Primes(function, primes);
-            return budget_.Spend(cost) && primes.Size() <= limit_;
-        }
-        return FindOnce(function, active, primes);
+        if (active.size() > maxTableInputs || cost > tableFactor * function.Size() + tableBase)
+            return FindOnce(function, active, primes);
+        TernaryTable(layout_, active).Primes(function, primes);
+        return budget_.Spend(cost) && primes.Size() <= limit_;
     }
 
     // The same part comes up again and again behind different literals.
@@ -184,9 +183,13 @@ class PrimeFinder {
         }
         Cover zeroPrimes(layout_), onePrimes(layout_), commonPrimes(layout_);
         if (!Half(zero, common, zeroPrimes) || !Half(one, common, onePrimes)) return false;
-        if (!MeetOf(zero, one, common) || !Find(common, commonPrimes)) return false;
-        return AddOutside(zeroPrimes, commonPrimes, input, Literal::Zero, primes) &&
-               AddOutside(onePrimes, commonPrimes, input, Literal::One, primes) &&
+        zero.AddAll(common);  // from here on the halves with the part that they share
+        const std::size_t own = one.Size();
+        one.AddAll(common);
+        if (!MeetOf(zero, zero.Size() - common.Size(), one, own, common) || !Find(common, commonPrimes))
+            return false;
+        return AddOutside(zeroPrimes, one, commonPrimes, input, Literal::Zero, primes) &&
+               AddOutside(onePrimes, zero, commonPrimes, input, Literal::One, primes) &&
                AddCommon(commonPrimes, primes);
     }
 
@@ -199,13 +202,13 @@ class PrimeFinder {
         return budget_.Spend(half.Size() * half.Size() / 4) && (half.Absorb(), Find(half, primes));
     }
 
-    // common += the meets of the cubes of both halves.
-    bool MeetOf(const Cover& zero, const Cover& one, Cover& common) {
-        if (!budget_.Spend(zero.Size() * one.Size())) return false;
-        if (zero.Empty() || one.Empty()) return true;
+    // common += the meets of the first cubes of both halves.
+    bool MeetOf(const Cover& zero, std::size_t zeros, const Cover& one, std::size_t ones, Cover& common) {
+        if (!budget_.Spend(zeros * ones)) return false;
+        if (zeros == 0 || ones == 0) return true;
         std::vector<Word> meet(static_cast<std::size_t>(layout_.Words()));
-        for (std::size_t i = 0; i < zero.Size(); ++i)
-            for (std::size_t k = 0; k < one.Size(); ++k) {
+        for (std::size_t i = 0; i < zeros && common.Size() <= limit_ * 4; ++i)
+            for (std::size_t k = 0; k < ones; ++k) {
                 if (!layout_.Meet(zero[i], one[k])) continue;
                 layout_.Intersect(meet.data(), zero[i], one[k]);
                 common.Add(meet.data());
@@ -217,17 +220,21 @@ class PrimeFinder {
         return true;
     }
 
-    bool AddOutside(const Cover& half, const Cover& common, int input, Literal literal, Cover& primes) {
-        if (!budget_.Spend(half.Size() * common.Size() / 2)) return false;
+    // The primes of a half that lie in no prime of the common part, which is: not in the other half either.
+    bool AddOutside(const Cover& half, const Cover& other, const Cover& common, int input, Literal literal,
+                    Cover& primes) {
+        const bool search = common.Size() > searchFactor * other.Size();
+        if (!search && !budget_.Spend(half.Size() * common.Size() / 2)) return false;
+        const CubeList list = search ? CubesOf(other) : CubeList();
         for (std::size_t i = 0; i < half.Size(); ++i) {
-            bool inside = false;
-            for (std::size_t k = 0; k < common.Size() && !inside; ++k)
+            bool inside = search && search_.Covered(half[i], list);
+            for (std::size_t k = 0; k < common.Size() && !inside && !search; ++k)
                 inside = layout_.Contains(common[k], half[i]);
             if (inside) continue;
             primes.Add(half[i]);
             layout_.SetInput(primes[primes.Size() - 1], input, literal);
         }
-        return primes.Size() <= limit_;
+        return primes.Size() <= limit_ && !budget_.Exhausted();
     }
 
     bool AddCommon(const Cover& common, Cover& primes) {
@@ -238,6 +245,7 @@ class PrimeFinder {
     Layout layout_;
     std::size_t limit_;
     Budget& budget_;
+    RegionSearch search_;
     std::vector<int> zeros_, ones_;
     std::unordered_map<std::string, Cover> known_;
     std::size_t knownCubes_ = 0;
