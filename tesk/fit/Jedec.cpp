@@ -61,7 +61,9 @@ std::size_t RowsOf(const Device& device, const Fit& fit) {
     std::size_t rows = 0;
     for (const auto& mode : device.Modes) {
         if (mode.Name != fit.Mode) continue;
-        rows = static_cast<std::size_t>(std::max({mode.ResetRow, mode.PresetRow, -1}) + 1);
+        for (const int row : {mode.ResetRow, mode.PresetRow}) {
+            if (row >= 0) rows = std::max(rows, static_cast<std::size_t>(row) + 1);
+        }
         for (const auto& cell : mode.Cells) {
             for (const auto& use : cell.Uses) rows = std::max(rows, use.FirstRow + use.Terms);
         }

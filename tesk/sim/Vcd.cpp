@@ -21,7 +21,7 @@ char VcdValue(Value value) { return "01xz"[static_cast<std::size_t>(value)]; }
 
 }  // namespace
 
-VcdWriter::VcdWriter(const AbsDesign& design) : design_(design) {
+VcdWriter::VcdWriter(const AbsDesign& design) {
     const auto name = design.Header.find("Name");
     std::string scope = name == design.Header.end() ? "" : base::Trim(name->second);
     for (char& c : scope) {

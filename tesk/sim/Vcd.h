@@ -23,7 +23,6 @@ class VcdWriter {
     bool Full() const { return text_.size() >= MostBytes; }
 
   private:
-    const AbsDesign& design_;
     std::string text_;
     std::vector<Value> last_;
     bool started_ = false;
