@@ -39,7 +39,7 @@ frmMain::frmMain() {
     addToolBar(toolBar_);
     setContextMenuPolicy(Qt::NoContextMenu);
     BuildStatusBar();
-    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+    connect(area_, &QMdiArea::subWindowActivated, children_.get(), [this] {
         ShowMenusOfActiveChild();
         emit ActiveChildChanged();
     });
@@ -47,8 +47,7 @@ frmMain::frmMain() {
 
 frmMain::~frmMain() {
     // Children that go with the window have nobody left to tell.
-    disconnect(area_, nullptr, this, nullptr);
-    for (QMdiSubWindow* window : area_->subWindowList()) disconnect(window, nullptr, this, nullptr);
+    children_.reset();
     delete area_;
 }
 
@@ -114,7 +113,7 @@ editor::frmDocument* frmMain::ActiveDocument() const {
 void frmMain::AddDocument(editor::frmDocument& document) {
     area_->addSubWindow(&document);
     document.setWindowIcon(windowIcon());
-    connect(&document, &QObject::destroyed, this, [this] {
+    connect(&document, &QObject::destroyed, children_.get(), [this] {
         shownMenus_ = nullptr;  // they went with the window
         ShowMenusOfActiveChild();
     });

@@ -71,6 +71,7 @@ class frmMain : public QMainWindow {
     void BuildStatusBar();
     void ShowMenusOfActiveChild();
 
+    std::unique_ptr<QObject> children_ = std::make_unique<QObject>();  // hears of them while this stands
     QMdiArea* area_ = nullptr;
     QToolBar* toolBar_ = nullptr;
     std::array<QLabel*, 6> panels_{};

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <algorithm>
 #include <QMainWindow>
 
 namespace platform::qt {
@@ -67,6 +68,10 @@ bool HostSystem::AppActivate(const std::string& title) {
 std::vector<std::string> HostSystem::ScreenFonts() const {
     std::vector<std::string> names;
     for (const QString& family : QFontDatabase::families()) names.push_back(family.toStdString());
+    // The font system draws these two with fonts of the same measures wherever they are missing.
+    for (const char* name : {"Arial", "Courier New"}) {
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.emplace_back(name);
+    }
     return names;
 }
 
