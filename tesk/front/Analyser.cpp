@@ -182,6 +182,7 @@ void Analyser::SortSignals() {
 }
 
 void Analyser::Finish() {
+    for (const OneHotMachine& hot : oneHots_) MoveControls(hot);
     analysis_.Intermediates.assign(analysis_.Result.Variables.size(), Network::zero);
     for (const auto& [key, gathered] : gathered_) FinishOne(key.first, key.second, gathered);
     if (analysis_.Definitions.empty() && report_.Errors() == 0) report_.Add(Code::NoOutputs, {0, 1, 0});

@@ -74,6 +74,21 @@ class Analyser {
                        NodeId condition);
     void AddOut(const Target& target, NodeId condition);
     NodeId TableCondition(const TableRow& row, const Value& in);
+    std::vector<Slot> MachineSlots(const MachineStatement& machine, std::vector<int>& weights, bool& list);
+
+    // Option "o".
+    struct OneHotMachine {
+        std::vector<int> Members;
+        std::vector<int> Registers;
+        Place At;
+    };
+    void TakeOneHot(const MachineStatement& machine);
+    void TakeOneHotState(const MachineStatement& machine, const State& state,
+                         const std::map<std::string, NodeId>& holds,
+                         const std::map<std::string, int>& registers);
+    int AddStateRegister(const MachineStatement& machine, const std::string& value);
+    void MoveControls(const OneHotMachine& hot);
+
     void CheckStates(const MachineStatement& machine, const Value& field);
 
     std::vector<Slot> Slots(const Target& target, std::vector<int>* weights, bool* list);
@@ -92,6 +107,7 @@ class Analyser {
     Names names_;
     Elaborator elaborator_;
     std::map<std::pair<int, Extension>, Gathered> gathered_;
+    std::vector<OneHotMachine> oneHots_;
     std::map<int, Place> pins_;
     std::vector<std::pair<int, Extension>> fieldTargets_;
 };

@@ -89,6 +89,7 @@ void Analyser::FindIntermediates(const Statement& statement) {
     if (const auto* condition = std::get_if<ConditionStatement>(&statement)) AddRuleTargets(condition->Rules);
     if (const auto* machine = std::get_if<MachineStatement>(&statement)) {
         for (const State& state : machine->States) AddRuleTargets(state.Rules);
+        if (options_.Onehot) return;  // its members are no registers
         for (const ListedName& name : names_.Listed(machine->Field)) {
             const auto symbol = names_.Find(name.Name);
             if (symbol && symbol->Kind == SymbolKind::Variable) NoteRegister(symbol->Index, machine->Kind);

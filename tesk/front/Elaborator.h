@@ -40,6 +40,7 @@ class Elaborator {
     NodeId Equals(const Value& members, std::int32_t constant, Place at);
     NodeId InRange(const Value& members, std::int32_t low, std::int32_t high, Place at);
 
+    NodeId SignalNode(int variable, bool pin);
     // Warns of a 1 at a weight that no member has.
     void CheckOutside(const Constant& constant, const std::vector<int>& weights, Place at);
 
@@ -57,7 +58,6 @@ class Elaborator {
     std::vector<Value> Kids(const Expr& expr);
     Value NameValue(const Expr& expr);
     NodeId Reference(const ListedName& name);
-    NodeId SignalNode(int variable, bool pin);
     Value Combine(const Expr& expr, const std::vector<Value>& kids);
     NodeId Gate(Op what, const std::vector<NodeId>& kids);
     Value Call(const Expr& expr);

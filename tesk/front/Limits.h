@@ -27,6 +27,8 @@ struct Limits {
     static constexpr std::size_t Product = 8192;         // terms that multiplying out may give
     static constexpr std::size_t Literals = 20'000'000;  // of all product terms together
     static constexpr std::size_t TermWork = 1u << 27;    // comparisons of terms, whole design
+    static constexpr std::size_t SharedOutputs = 256;    // of one group with shared terms, else each alone
+    static constexpr std::size_t SharedTerms = 8192;
     static constexpr std::size_t PlaBytes = 64u << 20;
     static constexpr std::size_t Errors = 100;
 };

@@ -114,21 +114,30 @@ void Analyser::CheckStates(const MachineStatement& machine, const Value& field) 
     }
 }
 
-void Analyser::Take(const MachineStatement& machine) {
-    std::vector<int> weights;
-    bool list = false;
+std::vector<Slot> Analyser::MachineSlots(const MachineStatement& machine, std::vector<int>& weights,
+                                         bool& list) {
     const std::vector<Slot> slots = Slots({machine.Field, false}, &weights, &list);
-    const Value field = elaborator_.List(machine.Field);
     for (const Slot& slot : slots) {
         const bool declared =
             slot.Variable >= 0 && analysis_.Result.Variables[static_cast<std::size_t>(slot.Variable)].Kind !=
                                       VariableKind::Intermediate;
         if (!declared || slot.To != Extension::None)
             elaborator_.Fail(Code::NotAssignable, slot.At, "a state machine needs declared registers");
-        const MachineKind& kind = KindOf(machine.Kind);
-        for (Extension input : {kind.Set, kind.Clear == kind.Set ? Extension::None : kind.Clear})
-            if (input != Extension::None) Fresh({slot.Variable, input, false, machine.At});
     }
+    return slots;
+}
+
+void Analyser::Take(const MachineStatement& machine) {
+    if (options_.Onehot) return TakeOneHot(machine);
+    std::vector<int> weights;
+    bool list = false;
+    const MachineKind& kind = KindOf(machine.Kind);
+    for (const Slot& slot : MachineSlots(machine, weights, list)) {
+        Fresh({slot.Variable, kind.Set, false, machine.At});
+        if (kind.Clear != Extension::None && kind.Clear != kind.Set)
+            Fresh({slot.Variable, kind.Clear, false, machine.At});
+    }
+    const Value field = elaborator_.List(machine.Field);
     CheckStates(machine, field);
     for (const State& state : machine.States) {
         if (analysis_.Gates.Size() > Limits::Nodes) elaborator_.Fail(Code::DesignTooLarge, state.At);

@@ -182,6 +182,10 @@ constexpr std::array kTable{
                  "The plain NEXT holds whatever the IF says, and the bits of both are or-ed.",
                  "Write DEFAULT NEXT if it is meant for all other cases."},
     MessageEntry{
+        Code::OneHotControl, "1504ta", Error, "State machine cannot be one-hot",
+        "The registers of the field are preset, or are not all clocked and reset alike.",
+        "Give all members of the field the same .CK, .CE, .AR and .SR and no preset, or take option o off."},
+    MessageEntry{
         Code::TooManyTerms, "2001tb", Error, "Too many product terms",
         "An equation grows beyond the limit before reduction.",
         "Exclusive or of many names doubles the terms with each. Give parts of it nodes of their own."},
@@ -191,6 +195,9 @@ constexpr std::array kTable{
     MessageEntry{Code::ExactFallback, "3001tm", Warning, "Exact minimization given up",
                  "A variable is too large for level m2; m4 was used.",
                  "Set MIN for the variable to a heuristic level to avoid the attempt."},
+    MessageEntry{Code::XorExpanded, "3002tm", Information, "Exclusive or expanded",
+                 "Option kx was given and the device has no gates for exclusive or.",
+                 "The equations were made sums of product terms."},
     MessageEntry{Code::CannotWrite, "4001tc", Error, "Output file cannot be written",
                  "The file is locked, or the folder or disk refuses it.",
                  "Close other programs that use the file and run again."},

@@ -26,8 +26,7 @@ std::vector<std::string> Compiled::Codes() const {
     std::vector<std::string> codes;
     for (const front::Message& message : Run->Said.Messages())
         if (message.Number != "1101ta")
-            codes.push_back(message.Number + ":" +
-                            std::to_string(message.At.Line));
+            codes.push_back(message.Number + ":" + std::to_string(message.At.Line));
     return codes;
 }
 

@@ -63,6 +63,17 @@ TEST(Expressions, RandomOnesKeepTheirMeaningAtEveryLevel) {
     }
 }
 
+// Shared terms: two outputs keep their meaning and have terms in common.
+TEST(Expressions, SharedReduction) {
+    const std::string body =
+        "PIN=[A,B,C,E]; PIN=[X,Y];\nX = A & B # C & !E; Y = A & B & E # C & !E & B # !A & C & !E;";
+    const Table single(Compile(body, "bm4")->Text(".PLA"));
+    const Table shared(Compile(body, "bm4ks")->Text(".PLA"));
+    const std::vector<std::string> in{"A", "B", "C", "E"};
+    for (const char* output : {"X", "Y"}) EXPECT_EQ(Column(shared, output, in), Column(single, output, in));
+    EXPECT_LE(shared.Rows.size(), single.Rows.size());
+}
+
 // `!` binds before `&`, that before `#`, that before `$`.
 TEST(Expressions, Binding) {
     const auto done =

@@ -19,7 +19,8 @@ std::string FileText(const std::string& path) {
 
 // The data file is what the stages say of their own codes; each code has the form that the lookup asks for.
 TEST(Messages, DataFileHoldsEveryCode) {
-    EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"), front::MessageData() + fit::MessageData() + sim::MessageData());
+    EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"),
+              front::MessageData() + fit::MessageData() + sim::MessageData());
     std::set<std::string_view> numbers;
     std::size_t place = 0;
     for (const front::MessageEntry& entry : front::MessageTable()) {

@@ -50,6 +50,35 @@ TEST(Sequence, GoesWhereItIsTold) {
     }
 }
 
+// With a register for each state the machine goes the same ways, told by the members and the outputs.
+TEST(Sequence, OneHotGoesTheSameWays) {
+    for (const std::string kind : {"D", "JK"}) {
+        const auto done = Compile(
+            "PIN=[G,C,R]; PIN=[Q1..0]; PIN=Y; FIELD S=[Q1..0]; S.CK = C; S.AR = R;\nSEQUENCE" + kind +
+                " S {\n PRESENT 0 IF G NEXT 1; DEFAULT NEXT 0;\n PRESENT 1 IF G NEXT 2 OUT Y; IF !G NEXT 3;\n"
+                " PRESENT 2 NEXT 0;\n PRESENT 3\n}",
+            "bom4");
+        ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+        const Table table(done->Text(".PLA"));
+        std::string ways;
+        for (int state = 0; state < 4; ++state) {
+            for (const bool g : {false, true}) {
+                std::map<std::string, bool> point{{"S_0", state != 0}, {"G", g}};
+                if (state > 0) point["S_" + std::to_string(state)] = true;
+                EXPECT_EQ(table.At("Q1", point) == '1', state >= 2);
+                EXPECT_EQ(table.At("Y", point) == '1', state == 1 && g);
+                int next = table.At("S_0.D", point) == '1' ? 9 : 0;
+                for (int to = 1; to < 4; ++to)
+                    if (table.At("S_" + std::to_string(to) + ".D", point) == '1') next = to;
+                ways += static_cast<char>('0' + next);
+            }
+        }
+        EXPECT_EQ(ways, kind == "D" ? "01320000" : "01320033");
+        EXPECT_EQ(Column(table, "S_3.AR", {"R"}), "01");
+        EXPECT_EQ(Column(table, "S_0.CK", {"C"}), "01");
+    }
+}
+
 TEST(Condition, OrsItsOutputsAndHasADefault) {
     const auto done =
         Compile("PIN=[A,B]; PIN=[W,X,Y];\nCONDITION { IF A & B OUT W, !X; IF A OUT Y; DEFAULT OUT W; }");
