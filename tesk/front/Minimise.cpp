@@ -12,12 +12,16 @@ namespace front {
 namespace {
 
 constexpr std::size_t kShownEquations = 40;  // a window repaints for each
-constexpr logic::Options kSingle{.Shared = false};
+constexpr std::size_t kManyTerms = 4096;     // such sums get the least effort, exact reduction is not tried
+constexpr double kLeastEffort = 0.01;
 
 logic::Cover Reduce(const Equation& equation, const logic::Cover& on, bool& fellBack) {
-    const auto level = static_cast<logic::Level>(equation.Level);
-    logic::MinimizeResult result = logic::Minimize(on, equation.DontCare, level, kSingle);
-    fellBack = level == logic::Level::m2 && result.Used != level;
+    const bool large = on.Size() > kManyTerms;
+    const bool exact = equation.Level == 2;
+    const auto level = static_cast<logic::Level>(exact && large ? 4 : equation.Level);
+    const logic::Options options{.Shared = false, .Effort = large ? kLeastEffort : 1.0};
+    logic::MinimizeResult result = logic::Minimize(on, equation.DontCare, level, options);
+    fellBack = exact && result.Used != logic::Level::m2;
     return std::move(result.Terms);
 }
 

@@ -34,4 +34,15 @@ sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted);
 // .JED; the header's statements are its notes.
 std::string JedecText(const Design& design, const Options& options, const Fitted& fitted);
 
+// .PDS: the equations for the pin list and equation language of PAL assemblers; names declared with "/" are
+// active low, as here.
+std::string PdsText(const Design& design);
+
+// .EDF: an EDIF 2.0.0 netlist of gates and registers.
+std::string EdifText(const Design& design);
+
+// .XNF: a netlist with D flip-flops and latches; nothing if a register has synchronous reset or preset, which
+// the format's symbols lack.
+std::optional<std::string> XnfText(const Design& design);
+
 }  // namespace front

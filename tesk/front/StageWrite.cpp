@@ -12,12 +12,13 @@ constexpr std::size_t kLibraryBytes = fit::LibraryLimits::FileBytes;
 
 struct Missing {
     bool Options::*Asked;
-    std::string_view Extension;
+    std::string_view Text;
 };
 constexpr std::array kMissing{
-    Missing{&Options::Ascii, ".HEX"},  Missing{&Options::Hl, ".HL"},    Missing{&Options::Pdif, ".PDF"},
-    Missing{&Options::Palasm, ".PDS"}, Missing{&Options::Edif, ".EDF"}, Missing{&Options::Xnf, ".XNF"},
-    Missing{&Options::Qdif, ".QDF"},
+    Missing{&Options::Ascii, ".HEX, the device is no PROM"},
+    Missing{&Options::Hl, ".HL, the device is no IFL device"},
+    Missing{&Options::Pdif, ".PDF, this compiler does not write PDIF"},
+    Missing{&Options::Qdif, ".QDF, this compiler does not write QDIF"},
 };
 
 void Write(Run& run, std::string_view extension, const std::string& text) {
@@ -44,6 +45,16 @@ void WritePla(Run& run) {
         Write(run, ".PLA", *text);
     else
         run.Said.Add(Code::PlaTooLarge, {0, 0, 0});
+}
+
+void WriteXnf(Run& run) {
+    const auto text = run.Fit ? std::nullopt : XnfText(run.Result());
+    if (text)
+        Write(run, ".XNF", *text);
+    else
+        run.Said.Add(
+            Code::OutputMissing, {0, 0, 0},
+            run.Fit ? ".XNF, the device is no gate array" : ".XNF, it has no synchronous reset and preset");
 }
 
 // The file's name is the design's, or with option "n" what the header's Name gives.
@@ -82,8 +93,11 @@ bool WriteStage(Run& run) {
     if (document) Write(run, ".DOC", DocumentText(design, run.Options, FitOf(run)));
     if (run.Options.Absolute || run.Options.Simulate) WriteAbs(run);
     if (run.Options.Pla) WritePla(run);
+    if (run.Options.Palasm) Write(run, ".PDS", PdsText(design));
+    if (run.Options.Edif) Write(run, ".EDF", EdifText(design));
+    if (run.Options.Xnf) WriteXnf(run);
     for (const Missing& missing : kMissing)
-        if (run.Options.*missing.Asked) run.Said.Add(Code::OutputMissing, {0, 0, 0}, missing.Extension);
+        if (run.Options.*missing.Asked) run.Said.Add(Code::OutputMissing, {0, 0, 0}, missing.Text);
     return run.Ok();
 }
 

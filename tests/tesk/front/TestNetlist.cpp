@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "Support.h"
+#include "front/Netlist.h"
+
+namespace {
+
+// The value of a net worked out from its driver; nets without one are given.
+bool ValueOf(const front::Netlist& netlist, const std::string& net,
+             const std::map<std::string, bool>& given) {
+    if (const auto value = given.find(net); value != given.end()) return value->second;
+    for (const front::NetCell& cell : netlist.Cells) {
+        if (cell.Output != net) continue;
+        if (cell.Kind == "VCC" || cell.Kind == "GND") return cell.Kind == "VCC";
+        bool all = true;
+        bool any = false;
+        for (const auto& [port, input] : cell.Inputs) {
+            const bool value = port == "OE" || ValueOf(netlist, input, given);
+            all = all && value;
+            any = any || (value && port != "OE");
+        }
+        if (cell.Kind == "INV") return !any;
+        return cell.Kind.starts_with("AND") ? all : any;
+    }
+    throw std::runtime_error("nothing drives " + net);
+}
+
+std::string InputOf(const front::Netlist& netlist, const std::string& output, const std::string& port) {
+    for (const front::NetCell& cell : netlist.Cells)
+        for (const auto& [name, net] : cell.Inputs)
+            if (cell.Output == output && name == port) return net;
+    throw std::runtime_error("no " + port + " of " + output);
+}
+
+const std::string kBody =
+    "PIN 1 = A; PIN 2 = !B; PIN 3 = C; PIN 9 = !Y; PIN 8 = a; PIN 7 = Q; PIN 6 = One;\n"
+    "Y = A & B # !C & Q; a = (A $ C) & Y; Q.T = A # B; Q.CK = C; Q.AR = A & !C; One = 'b'1; a.OE = B;";
+
+}  // namespace
+
+// At pin level: what is active low is inverted on its way in and out.
+TEST(Netlist, GatesDoWhatTheEquationsSay) {
+    const auto done = Compile(kBody, "tzxbm4kb");
+    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+    for (const bool onlyD : {false, true}) {
+        const front::Netlist netlist = MakeNetlist(done->Run->Result(), onlyD);
+        for (int value = 0; value < 16; ++value) {
+            const bool a = (value & 1) != 0, b = (value & 2) != 0, c = (value & 4) != 0, q = (value & 8) != 0;
+            const std::map<std::string, bool> given{{"A_PIN", a}, {"B_PIN", !b}, {"C_PIN", c}, {"Q", q}};
+            const bool y = (a && b) || (!c && q);
+            EXPECT_EQ(ValueOf(netlist, "Y_PIN", given), !y);
+            EXPECT_EQ(ValueOf(netlist, "a__PIN", given), (a != c) && y);
+            EXPECT_TRUE(ValueOf(netlist, "One_PIN", given));
+            EXPECT_EQ(ValueOf(netlist, InputOf(netlist, "Q", "AR"), given), a && !c);
+            const bool next = onlyD ? q != (a || b) : a || b;
+            EXPECT_EQ(ValueOf(netlist, InputOf(netlist, "Q", onlyD ? "D" : "T"), given), next);
+        }
+    }
+}
+
+// Each net has one driver, and each cell that stands in the text is declared in it.
+TEST(Netlist, EdifHoldsTogether) {
+    const auto done = Compile(kBody, "tm4");
+    const std::string text = done->Text(".EDF");
+    int depth = 0;
+    for (char c : text) {
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        ASSERT_GE(depth, 0);
+    }
+    EXPECT_EQ(depth, 0);
+    const front::Netlist netlist = MakeNetlist(done->Run->Result(), false);
+    std::set<std::string> driven;
+    for (const front::NetCell& cell : netlist.Cells) {
+        EXPECT_TRUE(driven.insert(cell.Output).second) << cell.Output;
+        EXPECT_NE(text.find("(cell " + cell.Kind + " "), std::string::npos) << cell.Kind;
+    }
+}
+
+TEST(Netlist, PinListAndEquations) {
+    const std::string text = Compile(kBody, "cm4")->Text(".PDS");
+    for (const char* line : {"PIN  2  /B  COMBINATORIAL\r\n", "PIN  7  Q  REGISTERED\r\n",
+                             "\r\nQ.CLKF = C\r\n", "\r\nOne = VCC\r\n", "\r\na.TRST = B\r\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << line;
+}
