@@ -7,9 +7,13 @@
 
 namespace logic {
 
+namespace {
+constexpr std::uint64_t maxCompared = 1000000000;  // some seconds; behind it only equal cubes are found
+}
+
 int Layout::Distance(const Word* a, const Word* b) const {
     int distance = OutputsMeet(a, b) ? 0 : 1;
-    for (int w = 0; w < inputWords_; ++w) distance += std::popcount(even & ~FilledPlaces(a[w] & b[w]));
+    for (int w = 0; w < inputWords_; ++w) distance += CountBits(even & ~FilledPlaces(a[w] & b[w]));
     return distance;
 }
 
@@ -19,13 +23,13 @@ bool Layout::SameInputs(const Word* a, const Word* b) const { return std::equal(
 
 int Layout::InputLiterals(const Word* cube) const {
     int literals = 0;
-    for (int w = 0; w < inputWords_; ++w) literals += std::popcount(even & ~FreePlaces(cube[w]));
+    for (int w = 0; w < inputWords_; ++w) literals += CountBits(even & ~FreePlaces(cube[w]));
     return literals;
 }
 
 int Layout::OutputCount(const Word* cube) const {
     int count = 0;
-    for (int w = inputWords_; w < words_; ++w) count += std::popcount(cube[w]);
+    for (int w = inputWords_; w < words_; ++w) count += CountBits(cube[w]);
     return count;
 }
 
@@ -101,21 +105,27 @@ void Cover::SortUnique() {
 }
 
 void Cover::Absorb() {
-    SortUnique();
-    std::vector<std::pair<int, std::size_t>> order;  // the large cubes first: only they can hold others
+    if (size_ < 2) return;
+    const std::size_t stride = Stride();
+    std::vector<std::pair<int, const Word*>> order;  // the large cubes first: only they can hold others
     order.reserve(size_);
     for (std::size_t i = 0; i < size_; ++i) {
         int bits = 0;
-        for (int w = 0; w < layout_.Words(); ++w) bits += std::popcount((*this)[i][w]);
-        order.emplace_back(-bits, i);
+        for (std::size_t w = 0; w < stride; ++w) bits += CountBits((*this)[i][w]);
+        order.emplace_back(-bits, (*this)[i]);
     }
-    std::sort(order.begin(), order.end());
+    std::sort(order.begin(), order.end(), [stride](const auto& a, const auto& b) {
+        if (a.first != b.first) return a.first < b.first;
+        return std::lexicographical_compare(a.second, a.second + stride, b.second, b.second + stride);
+    });
     Cover kept(layout_);
+    std::uint64_t compared = 0;
     for (const auto& entry : order) {
-        const Word* cube = (*this)[entry.second];
-        bool held = false;
-        for (std::size_t k = 0; k < kept.size_ && !held; ++k) held = layout_.Contains(kept[k], cube);
-        if (!held) kept.Add(cube);
+        bool held = kept.size_ > 0 && layout_.Same(kept[kept.size_ - 1], entry.second);
+        for (std::size_t k = 0; k < kept.size_ && !held && compared < maxCompared; ++k)
+            held = layout_.Contains(kept[k], entry.second);
+        compared += kept.size_;
+        if (!held) kept.Add(entry.second);
     }
     *this = std::move(kept);
 }

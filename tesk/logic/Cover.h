@@ -12,6 +12,13 @@ namespace logic {
 
 using Word = std::uint64_t;
 
+// Without help from the processor a call for each word would cost more than the count.
+constexpr int CountBits(Word word) {
+    word -= (word >> 1) & 0x5555555555555555u;
+    word = (word & 0x3333333333333333u) + ((word >> 2) & 0x3333333333333333u);
+    return static_cast<int>((((word + (word >> 4)) & 0x0F0F0F0F0F0F0F0Fu) * 0x0101010101010101u) >> 56);
+}
+
 // What a cube says of one input: the bits tell which values the input may have. `None` makes a cube empty.
 enum class Literal : std::uint8_t { None = 0, Zero = 1, One = 2, Free = 3 };
 
@@ -137,7 +144,8 @@ class Cover {
 
     // Sorts by words, so that equal lists of cubes have equal data, and drops equal cubes.
     void SortUnique();
-    // Drops every cube that lies in one other cube.
+    // Drops every cube that lies in one other cube, equal ones but one. Of more than some 30,000 cubes a few
+    // may stay, so that the time is bounded.
     void Absorb();
 
     // Whether the cubes at the point (bit v of word v/64 is input v) make the output 1.

@@ -86,18 +86,35 @@ class RowFinder {
     bool Filter(const Word* region, std::size_t begin, std::size_t end) {
         if (!budget_.Spend(end - begin + 1)) failed_ = true;
         if (failed_) return false;
-        for (std::size_t i = begin; i < end; ++i) {
+        // Most covers have their inputs in one word: the innermost loop of all is worth its own form for
+        // them.
+        return layout_.InputWords() == 1 ? FilterBy<1>(region, begin, end) : FilterBy<0>(region, begin, end);
+    }
+
+    template <int inputWords>
+    bool FilterBy(const Word* region, std::size_t begin, std::size_t end) {
+        std::size_t kept = stack_.size();
+        stack_.resize(kept + (end - begin));
+        bool open = true;
+        for (std::size_t i = begin; i < end && open; ++i) {
             const Entry entry = stack_[i];
-            if (!layout_.InputsMeet(entry.Cube, region)) continue;
-            if (!layout_.InputsContain(entry.Cube, region)) {
-                stack_.push_back(entry);
-                continue;
+            const bool meets = inputWords == 1
+                                   ? Layout::FilledPlaces(entry.Cube[0] & region[0]) == Layout::even
+                                   : layout_.InputsMeet(entry.Cube, region);
+            if (!meets) continue;
+            const bool holds = inputWords == 1 ? (region[0] & ~entry.Cube[0]) == 0
+                                               : layout_.InputsContain(entry.Cube, region);
+            if (!holds) {
+                stack_[kept++] = entry;
+            } else if (entry.Column == noColumn) {
+                open = false;
+            } else {
+                holding_.push_back(entry.Column);
+                marks_[static_cast<std::size_t>(entry.Column)] = 1;
             }
-            if (entry.Column == noColumn) return false;
-            holding_.push_back(entry.Column);
-            marks_[static_cast<std::size_t>(entry.Column)] = 1;
         }
-        return true;
+        stack_.resize(kept);
+        return open;
     }
 
     // Whether some row needs no more than the cubes that hold the whole region.

@@ -19,7 +19,7 @@ Cover Problem::Function() const {
 
 namespace {
 
-constexpr std::size_t maxPieces = 5000;
+constexpr std::size_t maxPieces = 2000;
 
 class Loop {
   public:

@@ -34,8 +34,8 @@ constexpr Bounds heuristicBounds{
     .PrimesPerCubeOfFewInputs = 0.09 * million,
     .PrimeLimit = 120000,
     .Table = 60 * million,
-    .Covering = {.Reduce = 100'000'000, .Relax = 8'000'000, .Search = 12'000'000, .Branch = 4'000'000},
-    .Expansion = {.Rounds = 40, .Idle = 6, .Work = 30'000'000, .Table = 20'000'000, .PoolLimit = 20000}};
+    .Covering = {.Reduce = 100'000'000, .Relax = 8'000'000, .Search = 12'000'000, .Branch = 1'000'000},
+    .Expansion = {.Rounds = 40, .Idle = 4, .Work = 30'000'000, .Table = 20'000'000, .PoolLimit = 20000}};
 constexpr Bounds exactBounds{
     .PrimesBase = 1000 * million,
     .PrimesPerCube = 0,

@@ -54,7 +54,7 @@ class SlicedCount {
 // the cube of an entry of the list.
 template <typename Entry, typename CubeOf>
 int MostFrequentInput(const Layout& layout, const Word* region, std::span<const Entry> list, CubeOf cubeOf) {
-    const std::size_t step = list.size() / 256 + 1;  // of a long list a sample is enough
+    const std::size_t step = list.size() / 64 + 1;  // of a long list a sample is enough
     std::uint32_t bestCount = 0;
     int best = -1;
     for (int w = 0; w < layout.InputWords(); ++w) {
