@@ -15,6 +15,7 @@ Expander::Expander(const Cover* off, const Cover& function, Budget& budget)
       best_(scratch_) {}
 
 bool Expander::IsImplicant(const Word* cube) {
+    if (budget_.Exhausted()) return false;
     if (off_ == nullptr) return search_.Covered(cube, function_);
     budget_.Spend(off_->Size() / 4 + 1);
     for (std::size_t i = 0; i < off_->Size(); ++i)

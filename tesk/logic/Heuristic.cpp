@@ -27,7 +27,7 @@ class Loop {
         : problem_(problem),
           bounds_(bounds),
           layout_(problem.On.Form()),
-          work_(bounds.Work),
+          work_(bounds.Work + bounds.WorkPerCube * problem.On.Size()),
           function_(problem.Function()),
           expander_(problem.Off ? &*problem.Off : nullptr, function_, work_),
           search_(layout_, work_),

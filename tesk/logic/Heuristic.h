@@ -19,6 +19,7 @@ struct HeuristicBounds {
     int Rounds = 1;
     int Idle = 3;                   // rounds without a smaller cover
     std::uint64_t Work = 0;         // for expansion and reduction
+    std::uint64_t WorkPerCube = 0;  // the same, with the cubes of the on-set
     std::uint64_t Table = 0;        // for each covering table
     std::size_t PoolLimit = 20000;  // primes kept
 };

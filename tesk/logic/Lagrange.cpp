@@ -66,7 +66,7 @@ void Lagrange::Improve(int steps, std::size_t target, Budget& budget) {
     for (int i = 0; i < steps && budget.Spend(entries_ / 2 + 1); ++i) {
         const std::size_t lower = LowerBound();
         if (lower >= std::min(target, best_.size()) || agility_ < 0.005) break;
-        Step(bestValue_ - 0 * epsilon, 1.02 * static_cast<double>(std::min(best_.size(), target)));
+        Step(bestValue_, 1.02 * static_cast<double>(std::min(best_.size(), target)));
         const double value = Relax();
         if (value > bestValue_ + 1e-4) {
             bestValue_ = value;

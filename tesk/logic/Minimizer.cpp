@@ -1,10 +1,12 @@
 #include "logic/Minimizer.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "logic/CoverTable.h"
 #include "logic/Covering.h"
+#include "logic/Polish.h"
 #include "logic/Primes.h"
 #include "logic/Quick.h"
 
@@ -26,16 +28,22 @@ constexpr double million = 1e6;
 constexpr int fewInputs = 16;
 
 constexpr double complementBound = 40 * million;
+constexpr double polishBound = 4 * million;
 constexpr std::size_t complementCubes = 50000;
 
 constexpr Bounds heuristicBounds{
     .PrimesBase = 9 * million,
     .PrimesPerCube = 0.015 * million,
     .PrimesPerCubeOfFewInputs = 0.09 * million,
-    .PrimeLimit = 120000,
+    .PrimeLimit = 200000,
     .Table = 60 * million,
     .Covering = {.Reduce = 100'000'000, .Relax = 8'000'000, .Search = 12'000'000, .Branch = 1'000'000},
-    .Expansion = {.Rounds = 40, .Idle = 4, .Work = 30'000'000, .Table = 20'000'000, .PoolLimit = 20000}};
+    .Expansion = {.Rounds = 40,
+                  .Idle = 4,
+                  .Work = 30'000'000,
+                  .WorkPerCube = 10'000,
+                  .Table = 20'000'000,
+                  .PoolLimit = 20000}};
 constexpr Bounds exactBounds{
     .PrimesBase = 1000 * million,
     .PrimesPerCube = 0,
@@ -43,7 +51,12 @@ constexpr Bounds exactBounds{
     .PrimeLimit = 250000,
     .Table = 600 * million,
     .Covering = {.Reduce = 1'000'000'000, .Relax = 100'000'000, .Search = 200'000'000, .Branch = 400'000'000},
-    .Expansion = {.Rounds = 100, .Idle = 20, .Work = 400'000'000, .Table = 200'000'000, .PoolLimit = 50000}};
+    .Expansion = {.Rounds = 100,
+                  .Idle = 20,
+                  .Work = 400'000'000,
+                  .WorkPerCube = 100'000,
+                  .Table = 200'000'000,
+                  .PoolLimit = 50000}};
 
 std::uint64_t Scaled(double steps, double effort) { return static_cast<std::uint64_t>(steps * effort) + 1; }
 std::uint64_t Scaled(std::uint64_t steps, double effort) {
@@ -55,7 +68,9 @@ CoveringBounds Scaled(const CoveringBounds& b, double effort) {
 }
 
 HeuristicBounds Scaled(const HeuristicBounds& b, double effort) {
-    return {b.Rounds, b.Idle, Scaled(b.Work, effort), Scaled(b.Table, effort), b.PoolLimit};
+    return {
+        b.Rounds,   b.Idle, Scaled(b.Work, effort), Scaled(b.WorkPerCube, effort), Scaled(b.Table, effort),
+        b.PoolLimit};
 }
 
 class Minimizer {
@@ -139,7 +154,7 @@ class Minimizer {
         SortBySize(primes);
         Budget tableBudget(Scaled(bounds.Table, effort_));
         CoverTable table;
-        if (!BuildTable(primes, problem_.DontCare, 20'000'000, tableBudget, table)) return false;
+        if (!BuildTable(primes, problem_.DontCare, 10'000'000, tableBudget, table)) return false;
         const CoveringResult chosen =
             SolveCovering(std::move(table.Rows), primes.Size(), Scaled(bounds.Covering, effort_));
         result.Terms = Cover(primes.Form());
@@ -205,6 +220,16 @@ void Complete(Problem& problem, double effort) {
     problem.Open = false;
 }
 
+#ifdef LOGIC_CHECK_RESULTS
+void CheckResult(const Cover& terms, const Problem& problem) {
+    Cover lower = terms;
+    lower.AddAll(problem.DontCare);
+    const bool missing = CoversWithin(lower, problem.On, 1000000) == false;
+    if (missing || (!problem.Open && CoversWithin(problem.Function(), terms, 1000000) == false))
+        throw std::logic_error("A minimized cover is not the function");
+}
+#endif
+
 }  // namespace
 
 MinimizeResult MinimizeProblem(Problem problem, Level level, const Options& options) {
@@ -222,7 +247,12 @@ MinimizeResult MinimizeProblem(Problem problem, Level level, const Options& opti
     MergeAdjacent(problem.On, true);
     Complete(problem, options.Effort);
     result = Minimizer(problem, options.Effort).Run(level);
+    Budget polish(Scaled(polishBound, std::clamp(options.Effort, 0.01, 1000.0)));
+    Polish(result.Terms, problem, polish);
     result.Terms.SortUnique();
+#ifdef LOGIC_CHECK_RESULTS
+    CheckResult(result.Terms, problem);
+#endif
     return result;
 }
 

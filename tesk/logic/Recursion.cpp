@@ -77,6 +77,7 @@ void RegionSearch::OpenSlot(int depth, int input, Literal half) {
 }
 
 bool RegionSearch::Covered(const Word* region, std::span<const Word* const> list) {
+    if (budget_.Exhausted()) return false;
     std::copy_n(region, words_, Slot(0));
     stack_.assign(list.begin(), list.end());
     return CoveredNode(0, 0, stack_.size());
@@ -104,6 +105,7 @@ bool RegionSearch::CoveredNode(int depth, std::size_t begin, std::size_t end) {
 }
 
 void RegionSearch::UncoveredHull(const Word* region, std::span<const Word* const> list, Word* hull) {
+    if (budget_.Exhausted()) layout_.Supercube(hull, hull, region);
     std::copy_n(region, words_, Slot(0));
     stack_.assign(list.begin(), list.end());
     HullNode(0, 0, stack_.size(), hull);

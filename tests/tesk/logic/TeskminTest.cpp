@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <regex>
+
+namespace {
+
+struct Outcome {
+    int Exit;
+    std::string Text;
+};
+
+// Runs the program in a shell; the arguments may redirect.
+Outcome RunTool(const std::string& arguments) {
+    FILE* pipe = popen((std::string(TESKMIN) + " " + arguments).c_str(), "r");
+    Outcome outcome{-1, ""};
+    char part[4096];
+    for (std::size_t n; (n = fread(part, 1, sizeof part, pipe)) > 0;) outcome.Text.append(part, n);
+    const int status = pclose(pipe);
+    if (WIFEXITED(status)) outcome.Exit = WEXITSTATUS(status);
+    return outcome;
+}
+
+std::string Write(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + "teskmin_" + std::to_string(getpid()) + name;
+    std::ofstream(path) << text;
+    return path;
+}
+
+}  // namespace
+
+TEST(Teskmin, CoverReportAndExitCodes) {
+    const std::string file = Write("a.pla", ".i 2\n.o 2\n.ilb a b\n.ob x y\n10 11\n11 10\n01 0-\n.e\n");
+    const Outcome cover = RunTool(file + " 2>/dev/null");
+    EXPECT_EQ(cover.Exit, 0);
+    EXPECT_EQ(cover.Text, ".i 2\n.o 2\n.ilb a b\n.ob x y\n.type f\n.p 2\n10 01\n1- 10\n.e\n");
+    EXPECT_EQ(RunTool("- 2>/dev/null <" + file).Text, cover.Text);
+    const Outcome report = RunTool("-m0 --single " + file + " 2>&1 >/dev/null");
+    EXPECT_TRUE(std::regex_match(report.Text, std::regex("terms 3 literals 9 seconds \\d+\\.\\d+\n")))
+        << report.Text;
+    EXPECT_EQ(RunTool("-m2 " + file + " 2>/dev/null").Exit, 0);
+
+    const std::string bad = Write("b.pla", ".i 2\n.o 1\n1x 1\n");
+    const Outcome error = RunTool(bad + " 2>&1");
+    EXPECT_EQ(error.Exit, 1);
+    EXPECT_EQ(error.Text, "teskmin: " + bad + ": line 3: 'x' is no input of a row\n");
+    EXPECT_EQ(RunTool("/no/such/file 2>/dev/null").Exit, 1);
+    EXPECT_EQ(RunTool("/ 2>/dev/null").Exit, 1);
+    EXPECT_EQ(RunTool(file + " >/dev/full 2>/dev/null").Exit, 1);
+    for (const char* wrong : {"", "-m5 x", "x y", "--what x"})
+        EXPECT_EQ(RunTool(std::string(wrong) + " 2>/dev/null").Exit, 2);
+}
