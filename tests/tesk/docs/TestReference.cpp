@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kHeader =
+    "Name Fragment; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n";
+
+std::string FileText(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// A fenced block: what stands behind the fence ("tesk", "tesk 1302ta", "si", ""), its text and first line.
+struct Block {
+    std::string Info;
+    std::string Text;
+    int Line;
+};
+
+std::vector<Block> Blocks(const std::string& page) {
+    std::vector<Block> blocks;
+    std::istringstream in(page);
+    bool open = false;
+    int number = 0;
+    for (std::string line; std::getline(in, line);) {
+        ++number;
+        if (line.starts_with("```")) {
+            open = !open;
+            if (open) blocks.push_back({line.substr(3), "", number + 1});
+        } else if (open) {
+            blocks.back().Text += line + "\n";
+        }
+    }
+    return blocks;
+}
+
+class Reference : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        char name[] = "/tmp/ReferenceTestXXXXXX";
+        folder = mkdtemp(name);
+        page = FileText(SOURCE_DIR "/docs/tesk-language.md");
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    // What teskc prints of a file of the folder.
+    std::string Compile(const std::string& arguments, int& code) const {
+        const std::string line =
+            "cd " + folder.string() + " && " STAGE_DIR "/bin/teskc " + arguments + " 2>&1";
+        std::FILE* pipe = popen(line.c_str(), "r");
+        std::string text;
+        for (int c; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+        code = WEXITSTATUS(pclose(pipe));
+        return text;
+    }
+    void Write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder / name, std::ios::binary) << text;
+    }
+
+    fs::path folder;
+    std::string page;
+};
+
+}  // namespace
+
+TEST_F(Reference, EveryExampleDoesWhatThePageSays) {
+    const std::vector<Block> blocks = Blocks(page);
+    std::string declarations;
+    std::size_t tried = 0;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const Block& block = blocks[i];
+        if (block.Info.empty() && declarations.empty()) declarations = block.Text;
+        if (!block.Info.starts_with("tesk")) continue;
+        SCOPED_TRACE("docs/tesk-language.md line " + std::to_string(block.Line));
+        const bool whole = block.Text.starts_with("Name");
+        const bool simulated = whole && i + 1 < blocks.size() && blocks[i + 1].Info == "si";
+        Write("BLOCK.PLD", whole ? block.Text : kHeader + declarations + block.Text);
+        if (simulated) Write("BLOCK.SI", blocks[i + 1].Text);
+        int code = -1;
+        const std::string said = Compile(
+            std::string("-o axlm4") + (whole ? "j" : "") + (simulated ? "s" : "") + " BLOCK.PLD", code);
+        const std::string expected = block.Info.size() > 5 ? block.Info.substr(5) : "";
+        if (expected.empty()) {
+            EXPECT_EQ(said, "");
+            EXPECT_EQ(code, 0);
+        } else {
+            EXPECT_NE(said.find("[" + expected + "]"), std::string::npos) << said;
+        }
+        const std::string results = simulated ? FileText(folder / "BLOCK.SO") : " 0 mismatches";
+        EXPECT_NE(results.find(" 0 mismatches"), std::string::npos);
+        ++tried;
+    }
+    EXPECT_GT(tried, 20u);
+}
+
+// Vectors for a block that is simulated with none would go unseen.
+TEST_F(Reference, EveryVectorExampleFollowsADesign) {
+    const std::vector<Block> blocks = Blocks(page);
+    std::size_t vectors = 0;
+    for (std::size_t i = 1; i < blocks.size(); ++i) {
+        if (blocks[i].Info != "si") continue;
+        EXPECT_TRUE(blocks[i - 1].Info == "tesk" && blocks[i - 1].Text.starts_with("Name")) << blocks[i].Line;
+        ++vectors;
+    }
+    EXPECT_GT(vectors, 1u);
+}
+
+TEST_F(Reference, EveryMessageIsListed) {
+    std::istringstream messages(FileText(SOURCE_DIR "/data/TeskErr.txt"));
+    std::size_t count = 0;
+    int number = 0;
+    for (std::string line; std::getline(messages, line); ++number) {
+        if (number % 3 != 0) continue;
+        while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.pop_back();
+        const std::string entry = "`" + line.substr(0, 6) + "` " + line.substr(7);
+        EXPECT_NE(page.find(entry), std::string::npos) << entry;
+        ++count;
+    }
+    EXPECT_GT(count, 100u);
+}
+
+// The vectors of an example pass, and they see each output that they expect anything of in both its levels.
+TEST_F(Reference, ExamplesAreTestedThoroughly) {
+    std::size_t designs = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(SOURCE_DIR "/data/Examples"))
+        fs::copy(entry.path(), folder);
+    for (const fs::directory_entry& entry : fs::directory_iterator(SOURCE_DIR "/data/Examples")) {
+        if (entry.path().extension() != ".PLD") continue;
+        SCOPED_TRACE(entry.path().filename().string());
+        int code = -1;
+        EXPECT_EQ(Compile("-o jaxlsm4 " + entry.path().filename().string(), code), "");
+        EXPECT_EQ(code, 0);
+        EXPECT_LE(entry.path().stem().string().size(), 8u);
+        std::istringstream jedec(FileText(folder / entry.path().stem().concat(".JED")));
+        std::map<std::size_t, std::set<char>> seen;
+        for (std::string line; std::getline(jedec, line);) {
+            if (line[0] != 'V') continue;
+            for (std::size_t pin = line.find(' ') + 1; line[pin] != '*'; ++pin) seen[pin].insert(line[pin]);
+        }
+        EXPECT_GT(seen.size(), 19u);
+        for (const auto& [pin, values] : seen) {
+            const int levels = values.contains('L') + values.contains('H') + values.contains('Z');
+            EXPECT_NE(levels, 1) << "pin " << pin - 5;
+        }
+        ++designs;
+    }
+    EXPECT_GE(designs, 8u);
+}
