@@ -39,8 +39,11 @@ class Loop {
 
     HeuristicResult Run() {
         best_ = problem_.On;
-        const Cover split = SplitOutputs(best_);  // small pieces leave the choice of outputs to the expansion
-        Grow(split.Size() <= maxPieces ? split : best_, bounds_.Rounds > 1 ? 3 : 1);
+        // Whole cubes lead to shared terms, small pieces leave the choice of outputs to the expansion.
+        const bool many = bounds_.Rounds > 1;
+        const Cover split = SplitOutputs(best_);
+        if (split.Size() <= maxPieces) Grow(split, many ? 3 : 1);
+        if (split.Size() > maxPieces || (many && split.Size() > best_.Size())) Grow(best_, many ? 3 : 1);
         ChooseFromPool();
         current_ = best_;
         std::size_t lower = LowerBound();
