@@ -75,6 +75,8 @@ enum class Code {
     DesignTooLarge,
     ExactFallback,
     XorExpanded,
+    Reduced,
+    Written,
     CannotWrite,
     OutputMissing,
     DeviceUnknown,

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "front/Analysis.h"
 #include "front/Files.h"
@@ -33,7 +34,11 @@ struct Run {
     front::Analysis Analysis;
     std::optional<Fitted> Fit;  // none for a virtual device
 
+    std::vector<std::string> Written;  // names of the output files
+
     Design& Result() { return Analysis.Result; }
+    // Writes an output and notes it; a failure is reported.
+    void Write(const std::string& path, std::string_view text);
     bool Ok() const { return Said.Errors() == 0; }
     std::string Output(std::string_view extension) const { return Base + std::string(extension); }
 };

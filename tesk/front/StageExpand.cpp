@@ -8,8 +8,7 @@ bool ExpandStage(Run& run) {
     run.Said.Status("Expanding");
     run.Said.Info(FileName(run.Output(".PLD")));
     Preprocess(run.Output(".PLD"), run.Disk, run.Said, run.Source);
-    if (run.Options.Expanded && !run.Disk.Write(run.Output(".MX"), ExpandedText(run.Source, run.Said)))
-        run.Said.Add(Code::CannotWrite, {}, run.Output(".MX"));
+    if (run.Options.Expanded) run.Write(run.Output(".MX"), ExpandedText(run.Source, run.Said));
     return run.Ok();
 }
 

@@ -8,8 +8,11 @@ bool MinimiseStage(Run& run) {
     Minimise(run.Result(), run.Options, run.Said);
     std::size_t terms = 0;
     for (const Equation& equation : run.Result().Equations) terms += equation.Chosen().Size();
-    run.Said.Info(std::to_string(terms) + " product terms");
-    return run.Ok();
+    if (!run.Ok()) return false;
+    run.Said.Add(Code::Reduced, {},
+                 std::to_string(terms) + " product terms in " +
+                     std::to_string(run.Result().Equations.size()) + " equations");
+    return true;
 }
 
 }  // namespace front

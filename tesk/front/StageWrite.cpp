@@ -22,9 +22,7 @@ constexpr std::array kMissing{
 };
 
 void Write(Run& run, std::string_view extension, const std::string& text) {
-    run.Said.Info(FileName(run.Output(extension)));
-    if (!run.Disk.Write(run.Output(extension), text))
-        run.Said.Add(Code::CannotWrite, {}, run.Output(extension));
+    run.Write(run.Output(extension), text);
 }
 
 const Fitted* FitOf(const Run& run) { return run.Fit ? &*run.Fit : nullptr; }
@@ -65,9 +63,7 @@ void WriteJed(Run& run) {
     std::replace_if(
         name.begin(), name.end(), [](char c) { return !IsWordChar(c) && c != '-'; }, '_');
     if (run.Options.Name) path = Beside(run.Base, name + ".JED");
-    run.Said.Info(FileName(path));
-    if (!run.Disk.Write(path, JedecText(run.Result(), run.Options, *run.Fit)))
-        run.Said.Add(Code::CannotWrite, {}, path);
+    run.Write(path, JedecText(run.Result(), run.Options, *run.Fit));
 }
 
 bool Fit(Run& run) {
@@ -98,7 +94,12 @@ bool WriteStage(Run& run) {
     if (run.Options.Xnf) WriteXnf(run);
     for (const Missing& missing : kMissing)
         if (run.Options.*missing.Asked) run.Said.Add(Code::OutputMissing, {0, 0, 0}, missing.Text);
-    return run.Ok();
+    if (!run.Ok()) return false;
+    std::string names;
+    if (run.Options.List) run.Written.push_back(std::string(FileName(run.Output(".LST"))));
+    for (const std::string& name : run.Written) names += (names.empty() ? "" : ", ") + name;
+    run.Said.Add(Code::Written, {}, (names.empty() ? "nothing" : names) + " for " + design.Device);
+    return true;
 }
 
 }  // namespace front

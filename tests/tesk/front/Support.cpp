@@ -15,18 +15,26 @@ bool MemoryFiles::Write(std::string_view path, std::string_view bytes) {
     return true;
 }
 
+namespace {
+
+// Header's warnings, and what a run without errors tells at its end.
+bool LeftOut(const front::Message& message) {
+    return message.Number == "1101ta" || message.Number == "3003tm" || message.Number == "4000tc";
+}
+
+}  // namespace
+
 std::vector<std::string> Compiled::Lines() const {
     std::vector<std::string> lines;
     for (const front::Message& message : Run->Said.Messages())
-        if (message.Number != "1101ta") lines.push_back(Run->Said.ListLine(message));
+        if (!LeftOut(message)) lines.push_back(Run->Said.ListLine(message));
     return lines;
 }
 
 std::vector<std::string> Compiled::Codes() const {
     std::vector<std::string> codes;
     for (const front::Message& message : Run->Said.Messages())
-        if (message.Number != "1101ta")
-            codes.push_back(message.Number + ":" + std::to_string(message.At.Line));
+        if (!LeftOut(message)) codes.push_back(message.Number + ":" + std::to_string(message.At.Line));
     return codes;
 }
 
