@@ -53,6 +53,7 @@ class Analyser {
     void AddTarget(ExprId names);
     void AddRuleTargets(const std::vector<Rule>& rules);
     void NoteRegister(int variable, Extension extension);
+    void ResolveField(int index, std::vector<const FieldDeclaration*>& open, std::size_t depth);
     void ResolveFields();
 
     // Statements, in the order of the text.
@@ -75,6 +76,8 @@ class Analyser {
     void AddOut(const Target& target, NodeId condition);
     NodeId TableCondition(const TableRow& row, const Value& in);
     std::vector<Slot> MachineSlots(const MachineStatement& machine, std::vector<int>& weights, bool& list);
+
+    void FreeInputs(const MachineStatement& machine);
 
     // Option "o".
     struct OneHotMachine {
@@ -107,6 +110,7 @@ class Analyser {
     Names names_;
     Elaborator elaborator_;
     std::map<std::pair<int, Extension>, Gathered> gathered_;
+    std::vector<int> fieldsInWork_;
     std::vector<OneHotMachine> oneHots_;
     std::map<int, Place> pins_;
     std::vector<std::pair<int, Extension>> fieldTargets_;

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <utility>
 
 #include "front/Analyser.h"
+#include "front/Limits.h"
 
 namespace front {
 
@@ -99,20 +101,40 @@ void Analyser::FindIntermediates(const Statement& statement) {
     }
 }
 
+// A field may name fields that are declared behind it; one that leads back to itself is an error.
+void Analyser::ResolveField(int index, std::vector<const FieldDeclaration*>& open, std::size_t depth) {
+    const FieldDeclaration* field = std::exchange(open[static_cast<std::size_t>(index)], nullptr);
+    if (field == nullptr) return;
+    fieldsInWork_.push_back(index);
+    for (const ListedName& name : names_.Listed(field->Members)) {
+        const auto symbol = names_.Find(name.Name);
+        if (!symbol || symbol->Kind != SymbolKind::Field) continue;
+        const bool inWork =
+            std::find(fieldsInWork_.begin(), fieldsInWork_.end(), symbol->Index) != fieldsInWork_.end();
+        if (inWork || depth >= Limits::Nesting)
+            report_.Add(inWork ? Code::FieldLoop : Code::Nesting, name.At, name.Name);
+        else
+            ResolveField(symbol->Index, open, depth + 1);
+    }
+    fieldsInWork_.pop_back();
+    for (const ListedName& name : names_.Members(field->Members)) {
+        if (const auto variable = names_.FindVariable(name.Name))
+            analysis_.Result.Fields[static_cast<std::size_t>(index)].Members.push_back(*variable);
+        else
+            names_.ReportUnknown(name.Name, name.At);
+    }
+}
+
 void Analyser::ResolveFields() {
+    std::vector<const FieldDeclaration*> open(analysis_.Result.Fields.size());
     for (const Statement& statement : syntax_.Statements) {
         const auto* field = std::get_if<FieldDeclaration>(&statement);
         const auto symbol = field != nullptr ? names_.Find(field->Name) : std::nullopt;
         if (!symbol || symbol->Kind != SymbolKind::Field) continue;
-        Field& target = analysis_.Result.Fields[static_cast<std::size_t>(symbol->Index)];
-        if (!target.Members.empty()) continue;  // declared twice, which is reported
-        for (const ListedName& name : names_.Members(field->Members)) {
-            if (const auto variable = names_.FindVariable(name.Name))
-                target.Members.push_back(*variable);
-            else
-                names_.ReportUnknown(name.Name, name.At);
-        }
+        const FieldDeclaration*& first = open[static_cast<std::size_t>(symbol->Index)];
+        if (first == nullptr) first = field;  // a second one is reported already
     }
+    for (std::size_t i = 0; i < open.size(); ++i) ResolveField(static_cast<int>(i), open, 0);
     for (const auto& [field, extension] : fieldTargets_)
         for (int member : analysis_.Result.Fields[static_cast<std::size_t>(field)].Members)
             NoteRegister(member, extension);

@@ -127,6 +127,17 @@ std::vector<Slot> Analyser::MachineSlots(const MachineStatement& machine, std::v
     return slots;
 }
 
+// J does nothing while the register is 1, K while it is 0.
+void Analyser::FreeInputs(const MachineStatement& machine) {
+    std::vector<int> weights;
+    bool list = false;
+    for (const Slot& slot : MachineSlots(machine, weights, list)) {
+        const NodeId set = elaborator_.SignalNode(slot.Variable, false);
+        At(slot.Variable, Extension::J, machine.At).DontCare.push_back(set);
+        At(slot.Variable, Extension::K, machine.At).DontCare.push_back(analysis_.Gates.Not(set));
+    }
+}
+
 void Analyser::Take(const MachineStatement& machine) {
     if (options_.Onehot) return TakeOneHot(machine);
     std::vector<int> weights;
@@ -138,6 +149,7 @@ void Analyser::Take(const MachineStatement& machine) {
             Fresh({slot.Variable, kind.Clear, false, machine.At});
     }
     const Value field = elaborator_.List(machine.Field);
+    if (machine.Kind == Extension::J) FreeInputs(machine);
     CheckStates(machine, field);
     for (const State& state : machine.States) {
         if (analysis_.Gates.Size() > Limits::Nodes) elaborator_.Fail(Code::DesignTooLarge, state.At);

@@ -48,6 +48,7 @@ enum class Code {
     NameTooLong,
     BadList,
     ListTooLong,
+    FieldLoop,
     UnknownName,
     IntermediateLoop,
     NotAssignable,

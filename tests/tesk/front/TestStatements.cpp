@@ -50,6 +50,15 @@ TEST(Sequence, GoesWhereItIsTold) {
     }
 }
 
+// J is free while its register is 1: the best reduction leaves the condition alone.
+TEST(Sequence, JkInputsUseWhatIsFree) {
+    const auto done =
+        Compile("PIN=G; PIN=Q; SEQUENCEJK [Q] { PRESENT 0 IF G NEXT 1; PRESENT 1 IF !G NEXT 0; }", "xm4");
+    const std::string text = done->Text(".DOC");
+    EXPECT_NE(text.find("Q.J =>\r\n    G\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("Q.K =>\r\n    !G\r\n"), std::string::npos) << text;
+}
+
 // With a register for each state the machine goes the same ways, told by the members and the outputs.
 TEST(Sequence, OneHotGoesTheSameWays) {
     for (const std::string kind : {"D", "JK"}) {
