@@ -8,7 +8,7 @@
 namespace logic {
 
 namespace {
-constexpr std::uint64_t maxCompared = 1000000000;  // some seconds; behind it only equal cubes are found
+constexpr std::uint64_t maxCompared = 300000000;  // about a second; behind it only equal cubes are found
 }
 
 int Layout::Distance(const Word* a, const Word* b) const {

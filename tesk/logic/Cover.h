@@ -144,7 +144,7 @@ class Cover {
 
     // Sorts by words, so that equal lists of cubes have equal data, and drops equal cubes.
     void SortUnique();
-    // Drops every cube that lies in one other cube, equal ones but one. Of more than some 30,000 cubes a few
+    // Drops every cube that lies in one other cube, equal ones but one. Of more than some 20,000 cubes a few
     // may stay, so that the time is bounded.
     void Absorb();
 

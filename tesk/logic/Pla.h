@@ -15,7 +15,7 @@ struct Pla {
     // Largest file taken, so that a lying header can't ask for memory.
     static constexpr int maxInputs = 1024;
     static constexpr int maxOutputs = 1024;
-    static constexpr std::size_t maxWords = std::size_t{1} << 22;  // of all cubes together
+    static constexpr std::size_t maxWords = std::size_t{1} << 19;  // of all cubes together
 
     std::string Type = "fd";
     Cover On, DontCare,
