@@ -70,10 +70,18 @@ void Convert(const Design& design, Fitted& fitted) {
         fitted.Input.Fuses.emplace_back(static_cast<std::size_t>(fuse.Number), fuse.Value != 0);
 }
 
-// Where the name of a message is declared or gets its equation; else the design's first line.
-Place PlaceOf(const Design& design, const std::string& subject) {
+// The equation that a message names; else where its name is declared, else the design's first line.
+Place PlaceOf(const Design& design, const fit::Message& message) {
+    for (const Equation& equation : design.Equations) {
+        if (design.Of(equation).Name != message.Subject) continue;
+        const std::string name = ": " + design.EquationName(equation);
+        const bool named =
+            message.Text.find(name + " needs") != std::string::npos ||
+            (equation.To != Extension::None && message.Text.find(name + ",") != std::string::npos);
+        if (named) return equation.At;
+    }
     for (const Variable& variable : design.Variables)
-        if (variable.Name == subject) return variable.At;
+        if (variable.Name == message.Subject) return variable.At;
     return {0, 1, 0};
 }
 
@@ -82,7 +90,7 @@ void Tell(const Design& design, const std::vector<fit::Message>& messages, Repor
         const Level level = message.Level == fit::Severity::Error ? Level::Error : Level::Warning;
         std::string text = message.Text;
         if (message.Line > 0) text += ", line " + std::to_string(message.Line) + " of the library";
-        report.AddForeign({message.Code, level, PlaceOf(design, message.Subject), text});
+        report.AddForeign({message.Code, level, PlaceOf(design, message), text});
     }
 }
 
