@@ -1,3 +1,4 @@
+#include "kernel/CompilerSteps.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
@@ -5,12 +6,6 @@
 #include "kernel/Stages.h"
 
 namespace {
-
-void Compile(front::Run& run) {
-    const bool compiled = TeskxStage(&run) != 0 && TeskaStage(&run) != 0 && TeskbStage(&run) != 0 &&
-                          TeskmStage(&run) != 0 && TeskcStage(&run) != 0;
-    (void)compiled;  // the reports tell
-}
 
 // Option "s": the simulator behind the compiler, on its .ABS. False if it found errors.
 bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& listener) {
@@ -37,7 +32,7 @@ extern "C" std::int32_t TeskkVB(kernel::RunRecord* record) {
     run.Device = kernel::TextOf(record->szDevice);
     run.Library = kernel::TextOf(record->szLibrary);
     run.Options = front::Options::Parse(kernel::TextOf(record->szOptions));
-    Compile(run);
+    kernel::RunCompiler(run);  // the reports tell how it went
     const bool simulated = !run.Ok() || !run.Options.Simulate || SimulateBehind(run, files, listener);
     front::WriteList(run);
     const bool clean = run.Ok() && simulated;

@@ -1,7 +1,24 @@
+#include "kernel/CompilerSteps.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
 #include "kernel/SimulatorSteps.h"
+
+namespace {
+
+// The run driver clears a design's outputs away before it simulates, so that the simulator makes what it
+// reads: the .ABS, and with option "j" the .JED that takes the vectors. False if the design has errors.
+bool CompileFirst(const kernel::RunRecord& record, front::Files& files, front::Listener& listener,
+                  bool withJedec) {
+    front::Run run(files, listener);
+    run.Base = kernel::TextOf(record.szDesign);
+    run.Device = kernel::TextOf(record.szDevice);
+    run.Library = kernel::TextOf(record.szLibrary);
+    run.Options = front::Options::Parse(withJedec ? "jakbm4" : "akbm4");
+    return kernel::RunCompiler(run);
+}
+
+}  // namespace
 
 // Simulates the design of the record. 0: no errors, 1: errors.
 extern "C" std::int32_t VornkVB(kernel::RunRecord* record) {
@@ -11,5 +28,10 @@ extern "C" std::int32_t VornkVB(kernel::RunRecord* record) {
     SimulatorRun run(files, listener);
     run.Base = kernel::TextOf(record->szDesign);
     run.Options = sim::ParseOptions(kernel::TextOf(record->szOptions));
+    const bool isCompiled = files.Read(run.Base + ".ABS", sim::AbsLimits::FileBytes).has_value();
+    if (!isCompiled && !CompileFirst(*record, files, listener, run.Options.Append)) {
+        run.Said.Status("Simulation ended with errors");
+        return 1;
+    }
     return kernel::RunSimulator(run) ? 0 : 1;
 }
