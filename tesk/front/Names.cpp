@@ -1,6 +1,7 @@
 #include "front/Names.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/Text.h"
 #include "front/Constant.h"
@@ -11,11 +12,13 @@ namespace front {
 namespace {
 
 constexpr int kMaxIndex = 31;
+constexpr std::size_t kLongest = 40;  // names are looked at as near up to here
 
 // Edit distance with swaps of neighbours, given up beyond `most`.
 std::size_t Distance(std::string_view a, std::string_view b, std::size_t most) {
     if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) > most) return most + 1;
-    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    if (std::max(a.size(), b.size()) > kLongest) return most + 1;
+    std::array<std::array<std::size_t, kLongest + 1>, kLongest + 1> d;
     for (std::size_t i = 0; i <= a.size(); ++i) {
         for (std::size_t j = 0; j <= b.size(); ++j) {
             if (i == 0 || j == 0) {

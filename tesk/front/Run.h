@@ -35,6 +35,7 @@ struct Run {
     std::optional<Fitted> Fit;  // none for a virtual device
 
     std::vector<std::string> Written;  // names of the output files
+    std::string JedecPath;             // of the .JED, empty if none was written
 
     Design& Result() { return Analysis.Result; }
     // Writes an output and notes it; a failure is reported.

@@ -27,12 +27,21 @@ void Write(Run& run, std::string_view extension, const std::string& text) {
 
 const Fitted* FitOf(const Run& run) { return run.Fit ? &*run.Fit : nullptr; }
 
+bool TooLarge(const sim::AbsDesign& design) {
+    std::size_t terms = 0;
+    std::size_t literals = 0;
+    for (const sim::Function& function : design.Functions) {
+        terms += function.Terms.size();
+        for (const sim::Term& term : function.Terms) literals += term.size();
+    }
+    return design.Nets.size() > sim::AbsLimits::Nets || design.Fields.size() > sim::AbsLimits::Fields ||
+           design.Functions.size() > sim::AbsLimits::Functions || terms > sim::AbsLimits::Terms ||
+           literals > sim::AbsLimits::Literals;
+}
+
 void WriteAbs(Run& run) {
     const sim::AbsDesign design = ToAbs(run.Result(), FitOf(run));
-    const bool large = design.Nets.size() > sim::AbsLimits::Nets ||
-                       design.Fields.size() > sim::AbsLimits::Fields ||
-                       design.Functions.size() > sim::AbsLimits::Functions;
-    if (large)
+    if (TooLarge(design))
         run.Said.Add(Code::OutputMissing, {0, 0, 0}, ".ABS, the design is larger than the simulator takes");
     else
         Write(run, ".ABS", sim::WriteAbs(design));
@@ -63,6 +72,7 @@ void WriteJed(Run& run) {
     std::replace_if(
         name.begin(), name.end(), [](char c) { return !IsWordChar(c) && c != '-'; }, '_');
     if (run.Options.Name) path = Beside(run.Base, name + ".JED");
+    run.JedecPath = path;
     run.Write(path, JedecText(run.Result(), run.Options, *run.Fit));
 }
 

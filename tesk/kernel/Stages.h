@@ -13,7 +13,8 @@ struct SimulatorRun {
 
     front::Files& Disk;
     front::Report Said;
-    std::string Base;  // the design's path without extension
+    std::string Base;   // the design's path without extension
+    std::string Jedec;  // the path of the .JED that vectors are appended to
     sim::SimulationOptions Options;
     sim::SimulationTexts Texts;
 };

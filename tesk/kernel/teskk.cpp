@@ -15,8 +15,9 @@ bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& liste
     }
     SimulatorRun simulator(files, listener);
     simulator.Base = run.Base;
+    simulator.Jedec = run.JedecPath;
     simulator.Options.Listing = run.Options.List;
-    simulator.Options.Append = run.Options.Jedec;
+    simulator.Options.Append = !run.JedecPath.empty();
     return kernel::RunSimulator(simulator);
 }
 

@@ -25,7 +25,7 @@ bool ReadVectors(SimulatorRun& run) {
     if (!Load(run, ".ABS", sim::AbsLimits::FileBytes, "0100va", run.Texts.Abs)) return false;
     if (!Load(run, ".SI", sim::SiLimits::FileBytes, "0200va", run.Texts.Si)) return false;
     if (run.Options.Append)
-        run.Texts.Jed = run.Disk.Read(run.Base + ".JED", sim::AbsLimits::FileBytes).value_or(std::string());
+        run.Texts.Jed = run.Disk.Read(run.Jedec, sim::AbsLimits::FileBytes).value_or(std::string());
     const sim::AbsResult abs = sim::ReadAbs(run.Texts.Abs);
     if (abs.Ok())
         run.Said.Info(std::to_string(sim::ReadSi(run.Texts.Si, abs.Design).File.Vectors) + " vectors");

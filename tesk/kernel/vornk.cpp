@@ -27,6 +27,7 @@ extern "C" std::int32_t VornkVB(kernel::RunRecord* record) {
     kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
     SimulatorRun run(files, listener);
     run.Base = kernel::TextOf(record->szDesign);
+    run.Jedec = run.Base + ".JED";
     run.Options = sim::ParseOptions(kernel::TextOf(record->szOptions));
     const bool isCompiled = files.Read(run.Base + ".ABS", sim::AbsLimits::FileBytes).has_value();
     if (!isCompiled && !CompileFirst(*record, files, listener, run.Options.Append)) {

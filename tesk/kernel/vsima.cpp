@@ -7,8 +7,7 @@ front::Level LevelOf(sim::Severity severity) {
     return severity == sim::Severity::Warning ? front::Level::Warning : front::Level::Information;
 }
 
-void Write(SimulatorRun& run, std::string_view extension, const std::string& text) {
-    const std::string path = run.Base + std::string(extension);
+void Write(SimulatorRun& run, const std::string& path, const std::string& text) {
     if (!run.Disk.Write(path, text)) run.Said.Add(front::Code::CannotWrite, {}, path);
 }
 
@@ -19,9 +18,9 @@ bool SimulateVectors(SimulatorRun& run) {
         const std::string file = run.Base + std::string(sim::FileExtension(message));
         run.Said.AddForeign(LevelOf(message.Level), sim::ListLine(message, front::FileName(file)));
     }
-    Write(run, ".SO", result.So);
-    if (!result.Vcd.empty()) Write(run, ".VCD", result.Vcd);
-    if (!result.Jed.empty()) Write(run, ".JED", result.Jed);
+    Write(run, run.Base + ".SO", result.So);
+    if (!result.Vcd.empty()) Write(run, run.Base + ".VCD", result.Vcd);
+    if (!result.Jed.empty()) Write(run, run.Jedec, result.Jed);
     run.Said.Info(std::to_string(result.Vectors) + " vectors, " + std::to_string(result.Mismatches) +
                   " mismatches");
     return result.Errors == 0;

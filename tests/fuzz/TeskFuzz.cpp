@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 
 #include "front/Run.h"
@@ -18,15 +19,18 @@ class OneFile : public front::Files {
 
 }  // namespace
 
-// Any text goes through the whole compiler.
+// The first byte chooses the options; any text behind it goes through the whole compiler.
+constexpr const char* kOptions[] = {"abelxkbm1", "oabxm4ks", "tczxkdm2", "bxm0", "abm3kx", "tzxokbm4"};
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
     OneFile files;
-    files.Text.assign(reinterpret_cast<const char*>(data), size);
+    files.Text.assign(reinterpret_cast<const char*>(data) + 1, size - 1);
     front::Listener silent;
     front::Run run(files, silent);
     run.Base = "T";
     run.Device = "virtual";
-    run.Options = front::Options::Parse("abelxkbm1");
+    run.Options = front::Options::Parse(kOptions[data[0] % std::size(kOptions)]);
     (void)(ExpandStage(run) && AnalyseStage(run) && BuildStage(run) && MinimiseStage(run) && WriteStage(run));
     WriteList(run);
     return 0;

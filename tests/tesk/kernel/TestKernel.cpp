@@ -203,6 +203,19 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
     EXPECT_NE(FileText(folder / "COUNT8.JED").find("V0001 "), std::string::npos);
 }
 
+// Option "n" names the JEDEC file by the header; the vectors go into that file.
+TEST_F(Kernel, JedecFileTakesTheNameOfTheHeader) {
+    std::string design = FileText(folder / "COUNT8.PLD");
+    WriteText(folder / "COUNT8.PLD", design.replace(design.find("Count8"), 6, "My-Part"));
+    std::string vectors = FileText(folder / "COUNT8.SI");
+    WriteText(folder / "COUNT8.SI", vectors.replace(vectors.find("Count8"), 6, "My-Part"));
+    int code = -1;
+    const std::string lines = Run("-o jasnm4 COUNT8.PLD", code);
+    EXPECT_EQ(code, 0) << lines;
+    EXPECT_NE(FileText(folder / "My-Part.JED").find("V0001 "), std::string::npos) << lines;
+    EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
+}
+
 TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
     int code = -1;
     const std::string lines = Run("-d virtual -o axlbm4 COUNT8.PLD", code);
