@@ -10,6 +10,7 @@ namespace front {
 namespace {
 constexpr std::size_t kManyTerms = 256;  // beyond, products of sums are not multiplied out at once
 constexpr std::uint64_t kWalkWork = 16;
+constexpr int kMostDetours = 8;  // such products inside one another, over variables too
 }  // namespace
 
 Expander::Expander(const Analysis& analysis, Report& report)
@@ -51,8 +52,22 @@ void Expander::Collect(NodeId node, unsigned phases, std::set<Need>& needs) cons
     }
 }
 
-// Expands what the gate needs, deepest first, without recursion: chains of variables may be long.
+// Expands what the gate needs. What an exception leaves half done is as if it had not been begun.
 void Expander::Prepare(NodeId node, unsigned phases) {
+    std::vector<Need> begun;
+    try {
+        PrepareAll(node, phases, begun);
+    } catch (...) {
+        for (const Need& need : begun) {
+            int& state = known_[static_cast<std::size_t>(need.Variable)].State[need.Phase];
+            if (state == 1) state = 0;
+        }
+        throw;
+    }
+}
+
+// Deepest first, without recursion: chains of variables may be long.
+void Expander::PrepareAll(NodeId node, unsigned phases, std::vector<Need>& begun) {
     std::set<Need> needs;
     Collect(node, phases, needs);
     std::vector<Need> stack(needs.begin(), needs.end());
@@ -66,6 +81,7 @@ void Expander::Prepare(NodeId node, unsigned phases) {
             continue;
         }
         state = 1;
+        begun.push_back(need);
         needs.clear();
         Collect(analysis_.Intermediates[static_cast<std::size_t>(need.Variable)],
                 need.Phase == 0 ? kPositive : kNegative, needs);
@@ -160,21 +176,27 @@ Expander::Phases Expander::WalkSum(NodeId node, unsigned phases) {
     return result;
 }
 
-// The sum of one phase of the kids; nothing if it is not asked for and would be too long.
+// The sum of one phase of the kids. If it is not asked for otherwise, the kids are walked anew with the
+// variables that they need in that phase; nothing then if it would be too long or lies too deep.
 std::optional<TermList> Expander::SumOf(std::span<const NodeId> kids, const std::vector<Phases>& parts,
                                         unsigned phase, bool wanted) {
+    if (!wanted && detours_ >= kMostDetours) return std::nullopt;
+    detours_ += wanted ? 0 : 1;
+    std::optional<TermList> result;
     try {
         TermList sum;
         for (std::size_t i = 0; i < kids.size(); ++i) {
+            if (!wanted) Prepare(kids[i], phase);
             const Phases again = wanted ? Phases{} : Walk(kids[i], phase);
             const Phases& part = wanted ? parts[i] : again;
             sum.Or(phase == kPositive ? part.Positive : part.Negative, budget_);
         }
-        return sum;
+        result = std::move(sum);
     } catch (const TermsExceeded&) {
         if (wanted) throw;
-        return std::nullopt;
     }
+    detours_ -= wanted ? 0 : 1;
+    return result;
 }
 
 Expander::Phases Expander::WalkXor(NodeId node) {

@@ -47,6 +47,7 @@ class Expander {
     };
 
     void Prepare(NodeId node, unsigned phases);
+    void PrepareAll(NodeId node, unsigned phases, std::vector<Need>& begun);
     void Collect(NodeId node, unsigned phases, std::set<Need>& needs) const;
     void ExpandKnown(const Need& need);
     Phases Walk(NodeId node, unsigned phases);
@@ -60,6 +61,7 @@ class Expander {
     Report& report_;
     TermBudget budget_;
     std::vector<Known> known_;
+    int detours_ = 0;
 };
 
 }  // namespace front

@@ -63,6 +63,39 @@ TEST(Expressions, RandomOnesKeepTheirMeaningAtEveryLevel) {
     }
 }
 
+// Long products of variables that stand for other expressions, in both senses, where the complement is taken
+// by way of the variables' own complements.
+TEST(Expressions, LongProductsOfVariables) {
+    const std::string body =
+        "PIN=[A5..0]; PIN=[B5..0]; PIN=[W,X,Y,Z];\nT = [A5..0]:$; V = !T & A0 # [A3..0]:$; U = [B5..0]:$;\n"
+        "W = T & U; X = !(T # U); Y = !T & U; Z = !(T & U) $ (V & U # T);";
+    for (const char* options : {"bm0", "bm1", "bm4"}) {
+        const auto done = Compile(body, options);
+        ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+        const Table table(done->Text(".PLA"));
+        for (unsigned value = 0; value < 4096; value += 7) {
+            Point point;
+            for (unsigned i = 0; i < 6; ++i) {
+                point["A" + std::to_string(i)] = (value >> i & 1) != 0;
+                point["B" + std::to_string(i)] = (value >> (6 + i) & 1) != 0;
+            }
+            const bool t = (__builtin_popcount(value & 63) & 1) != 0,
+                       u = (__builtin_popcount(value >> 6) & 1) != 0;
+            const bool v = (!t && (value & 1) != 0) || (__builtin_popcount(value & 15) & 1) != 0;
+            ASSERT_EQ(table.At("W", point), t && u ? '1' : '0');
+            ASSERT_EQ(table.At("X", point), !t && !u ? '1' : '0');
+            ASSERT_EQ(table.At("Y", point), !t && u ? '1' : '0');
+            ASSERT_EQ(table.At("Z", point), !(t && u) != ((v && u) || t) ? '1' : '0') << options << value;
+        }
+    }
+}
+
+// An equation that is too long leaves the variables behind it as they were.
+TEST(Expressions, VariablesAreWholeBehindAFailure) {
+    const auto done = Compile("PIN=[A29..0]; PIN=[Y,Z];\nT = [A29..0]:$; U = T & A0;\nY = U; Z = U # A1;");
+    EXPECT_EQ(done->Codes(), (std::vector<std::string>{"2001tb:4", "2001tb:4"}));
+}
+
 // Shared terms: two outputs keep their meaning and have terms in common.
 TEST(Expressions, SharedReduction) {
     const std::string body =
