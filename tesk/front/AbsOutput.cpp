@@ -90,14 +90,8 @@ void AddImplied(const Fitted& fitted, sim::AbsDesign& result) {
     }
 }
 
-}  // namespace
-
-sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted) {
-    sim::AbsDesign result;
-    for (std::size_t i = 0; i < headerWords.size(); ++i)
-        if (design.Head.Given[i]) result.Header[std::string(headerWords[i].Name)] = design.Head.Texts[i];
-    result.Device = design.Device;
-    result.PinCount = design.PinCount;
+// One net for each variable that is no intermediate one; gives the net of each variable.
+std::vector<std::size_t> AddNets(const Design& design, sim::AbsDesign& result) {
     std::set<int> enabled;
     for (const Equation& equation : design.Equations)
         if (equation.To == Extension::OE) enabled.insert(equation.Variable);
@@ -111,17 +105,34 @@ sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted) {
                                KindOf(variable, enabled.contains(static_cast<int>(i))), variable.ActiveLow,
                                RegisterOf(variable.Register), variable.PowerUp});
     }
+    return nets;
+}
+
+// The simulator knows nothing of intermediate variables, nor of fields with them.
+void AddFields(const Design& design, const std::vector<std::size_t>& nets, sim::AbsDesign& result) {
     for (const Field& field : design.Fields) {
         sim::Field& entry = result.Fields.emplace_back();
         entry.Name = field.Name;
         bool whole = true;
         for (int member : field.Members) {
-            whole = whole &&
-                    design.Variables[static_cast<std::size_t>(member)].Kind != VariableKind::Intermediate;
+            const Variable& variable = design.Variables[static_cast<std::size_t>(member)];
+            whole = whole && variable.Kind != VariableKind::Intermediate;
             entry.Members.push_back(nets[static_cast<std::size_t>(member)]);
         }
-        if (!whole) result.Fields.pop_back();  // the simulator knows nothing of intermediate variables
+        if (!whole) result.Fields.pop_back();
     }
+}
+
+}  // namespace
+
+sim::AbsDesign ToAbs(const Design& design, const Fitted* fitted) {
+    sim::AbsDesign result;
+    for (std::size_t i = 0; i < headerWords.size(); ++i)
+        if (design.Head.Given[i]) result.Header[std::string(headerWords[i].Name)] = design.Head.Texts[i];
+    result.Device = design.Device;
+    result.PinCount = design.PinCount;
+    const std::vector<std::size_t> nets = AddNets(design, result);
+    AddFields(design, nets, result);
     for (const Equation& equation : design.Equations)
         result.Functions.push_back(FunctionOf(design, equation, nets));
     if (fitted != nullptr) AddImplied(*fitted, result);

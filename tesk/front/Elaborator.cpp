@@ -189,19 +189,24 @@ Value Elaborator::Fold(const Expr& expr, const Value& value) {
     return Value::Bit(Gate(what, value.Bits));
 }
 
-Value Elaborator::Call(const Expr& expr) {
-    const auto entry = Functions.find(expr.Text);
+const FunctionStatement& Elaborator::FunctionOf(const Expr& call) {
+    const auto entry = Functions.find(call.Text);
     if (entry == Functions.end()) {
-        names_.ReportUnknown(expr.Text, expr.At);
+        names_.ReportUnknown(call.Text, call.At);
         throw MeaningFault{};
     }
     const FunctionStatement& function = *entry->second;
-    if (expr.KidCount != function.Parameters.size())
-        Fail(Code::FunctionArguments, expr.At,
-             std::string(expr.Text) + " takes " + std::to_string(function.Parameters.size()) + ", got " +
-                 std::to_string(expr.KidCount));
+    if (call.KidCount != function.Parameters.size())
+        Fail(Code::FunctionArguments, call.At,
+             std::string(call.Text) + " takes " + std::to_string(function.Parameters.size()) + ", got " +
+                 std::to_string(call.KidCount));
     const bool again = std::find(calls_.begin(), calls_.end(), &function) != calls_.end();
-    if (again || calls_.size() >= Limits::CallDepth) Fail(Code::FunctionDepth, expr.At, expr.Text);
+    if (again || calls_.size() >= Limits::CallDepth) Fail(Code::FunctionDepth, call.At, call.Text);
+    return function;
+}
+
+Value Elaborator::Call(const Expr& expr) {
+    const FunctionStatement& function = FunctionOf(expr);
     Environment values;
     for (std::uint32_t i = 0; i < expr.KidCount; ++i)
         values.emplace_back(function.Parameters[i], Evaluate(syntax_.Kids[expr.FirstKid + i]));

@@ -60,6 +60,7 @@ class Elaborator {
     NodeId Reference(const ListedName& name);
     Value Combine(const Expr& expr, const std::vector<Value>& kids);
     NodeId Gate(Op what, const std::vector<NodeId>& kids);
+    const FunctionStatement& FunctionOf(const Expr& call);
     Value Call(const Expr& expr);
     Value Fold(const Expr& expr, const Value& value);
     Value Invert(const Value& value, Place at);
