@@ -88,27 +88,35 @@ bool Fit(Run& run) {
     return run.Ok();
 }
 
-}  // namespace
-
-bool WriteStage(Run& run) {
-    if (!Fit(run)) return false;
-    run.Said.Status("Writing");
-    const Design& design = run.Result();
-    const bool document = run.Options.Equations || run.Options.Fuse;
-    if (run.Options.Jedec) WriteJed(run);
-    if (document) Write(run, ".DOC", DocumentText(design, run.Options, FitOf(run)));
-    if (run.Options.Absolute || run.Options.Simulate) WriteAbs(run);
+// What needs no device: a design that does not fit is looked into with these.
+void WriteReadable(Run& run) {
+    if (run.Options.Equations || run.Options.Fuse)
+        Write(run, ".DOC", DocumentText(run.Result(), run.Options, FitOf(run)));
     if (run.Options.Pla) WritePla(run);
-    if (run.Options.Palasm) Write(run, ".PDS", PdsText(design));
-    if (run.Options.Edif) Write(run, ".EDF", EdifText(design));
+}
+
+void WriteForDevice(Run& run) {
+    if (run.Options.Jedec) WriteJed(run);
+    if (run.Options.Absolute || run.Options.Simulate) WriteAbs(run);
+    if (run.Options.Palasm) Write(run, ".PDS", PdsText(run.Result()));
+    if (run.Options.Edif) Write(run, ".EDF", EdifText(run.Result()));
     if (run.Options.Xnf) WriteXnf(run);
     for (const Missing& missing : kMissing)
         if (run.Options.*missing.Asked) run.Said.Add(Code::OutputMissing, {0, 0, 0}, missing.Text);
+}
+
+}  // namespace
+
+bool WriteStage(Run& run) {
+    const bool fits = Fit(run);
+    run.Said.Status("Writing");
+    WriteReadable(run);
+    if (fits) WriteForDevice(run);
     if (!run.Ok()) return false;
     std::string names;
-    if (run.Options.List) run.Written.push_back(std::string(FileName(run.Output(".LST"))));
+    if (run.Options.List) run.Written.emplace_back(FileName(run.Output(".LST")));
     for (const std::string& name : run.Written) names += (names.empty() ? "" : ", ") + name;
-    run.Said.Add(Code::Written, {}, (names.empty() ? "nothing" : names) + " for " + design.Device);
+    run.Said.Add(Code::Written, {}, (names.empty() ? "nothing" : names) + " for " + run.Result().Device);
     return true;
 }
 

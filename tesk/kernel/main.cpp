@@ -1,12 +1,15 @@
 #include <unistd.h>
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "base/Text.h"
+#include "front/Options.h"
 #include "kernel/Host.h"
+#include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
 
 // teskc: the compiler without the desktop. Prints the message list; ends with 0, or 1 if there were errors.
@@ -45,6 +48,27 @@ bool Parse(int count, char** values, Arguments& arguments) {
             arguments.File = value;
     }
     return !arguments.File.empty();
+}
+
+struct OutputOf {
+    bool front::Options::*Asked;
+    std::string_view Extension;
+};
+constexpr std::array kOutputs{
+    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Fuse, ".DOC"},
+    OutputOf{&front::Options::Equations, ".DOC"}, OutputOf{&front::Options::Absolute, ".ABS"},
+    OutputOf{&front::Options::List, ".LST"},      OutputOf{&front::Options::Expanded, ".MX"},
+    OutputOf{&front::Options::Pla, ".PLA"},       OutputOf{&front::Options::Palasm, ".PDS"},
+    OutputOf{&front::Options::Edif, ".EDF"},      OutputOf{&front::Options::Xnf, ".XNF"},
+    OutputOf{&front::Options::Simulate, ".SO"},   OutputOf{&front::Options::Simulate, ".VCD"},
+};
+
+// A run that fails leaves no output of an earlier one beside it, as the desktop does it.
+void RemoveOld(const std::string& base, const front::Options& options) {
+    std::error_code error;
+    for (const OutputOf& output : kOutputs)
+        if (options.*output.Asked)
+            std::filesystem::remove(kernel::HostPath(base + std::string(output.Extension)), error);
 }
 
 // The record holds 255 bytes of a path: a longer one is worked on from its own folder.
@@ -87,5 +111,6 @@ int main(int count, char** values) {
     kernel::SetText(record.szOptions, arguments.Options);
     kernel::SetText(record.szDevice, arguments.Device);
     kernel::SetText(record.szDesign, base);
+    RemoveOld(base, front::Options::Parse(arguments.Options));
     return TeskkVB(&record) == 0 ? 0 : 1;
 }

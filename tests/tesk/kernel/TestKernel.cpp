@@ -216,12 +216,23 @@ TEST_F(Kernel, JedecFileTakesTheNameOfTheHeader) {
     EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
 }
 
+// A design that does not fit: its terms can be read, its fuses are not those of an earlier run.
+TEST_F(Kernel, FailureLeavesNoOldFuses) {
+    int code = -1;
+    Run("-o jxlm4 COUNT8.PLD", code);
+    ASSERT_TRUE(fs::exists(folder / "COUNT8.JED"));
+    EXPECT_NE(Run("-o jxlm4 -d G16V8 COUNT8.PLD", code).find("Error"), std::string::npos);
+    EXPECT_EQ(code, 1);
+    EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
+    EXPECT_NE(FileText(folder / "COUNT8.DOC").find("Q7.D =>"), std::string::npos);
+}
+
 TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
     int code = -1;
     const std::string lines = Run("-d virtual -o axlbm4 COUNT8.PLD", code);
     EXPECT_TRUE(lines.starts_with("[3003tm] Reduced: ")) << lines;
     EXPECT_TRUE(
-        lines.ends_with("\n[4000tc] Written: COUNT8.DOC, COUNT8.ABS, COUNT8.PLA, COUNT8.LST for virtual\n"))
+        lines.ends_with("\n[4000tc] Written: COUNT8.DOC, COUNT8.PLA, COUNT8.ABS, COUNT8.LST for virtual\n"))
         << lines;
     EXPECT_EQ(code, 0);
     WriteText(folder / "BAD.PLD",
