@@ -40,10 +40,10 @@ picture() {
     import -window root "$pictures/$file"
     say "picture: $file"
 }
-# wait_window TITLE: waits for a visible window of that title, at most 15 seconds, and gives it the keys.
+# wait_window TITLE: waits for a visible window of that title, at most 60 seconds, and gives it the keys.
 wait_window() {
     local id i
-    for i in $(seq 150); do
+    for i in $(seq 600); do
         id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1 || true)
         if [ -n "$id" ]; then
             xdotool windowactivate --sync "$id" 2>/dev/null || xdotool windowfocus "$id" || true
@@ -74,43 +74,89 @@ open_file() {
     wait_gone '^Open'
 }
 
+start() {
+    "$installation/Korvane/Korvane" >>"$pictures/output.txt" 2>&1 &
+    program=$!
+}
+close_program() {
+    wait_window '^Korvane'
+    key alt+F4
+    for _ in $(seq 50); do
+        kill -0 "$program" 2>/dev/null || break
+        sleep 0.1
+    done
+    if kill -0 "$program" 2>/dev/null; then echo "tour: the program did not end" >&2; exit 1; fi
+    wait "$program" || { echo "tour: the program ended with an error" >&2; exit 1; }
+    program=
+}
+main_size() { xdotool search --onlyvisible --name '^Korvane' windowmove 60 40 windowsize "$1" "$2"; sleep 0.4; }
+compile() {
+    key F9
+    wait_window "$1"
+}
+
 say "starting Korvane"
-"$installation/Korvane/Korvane" >"$pictures/output.txt" 2>&1 &
-program=$!
+start
 sleep 0.35
 picture splash
 wait_window '^Korvane'
-picture main-window
+picture first-run
+main_size 1100 780
 
 say "opening COUNT8.PLD"
 open_file "$work/COUNT8.PLD"
 picture design
 
 say "compiling it (F9)"
-key F9
-if xdotool search --onlyvisible --name '^Project$' >/dev/null 2>&1; then key Return; fi
-wait_window '^Compilation Results'
+compile '^Compilation Results'
 sleep 1
 picture status
 key Return
 wait_gone '^Compilation Results'
 picture messages
-for file in COUNT8.LST COUNT8.DOC COUNT8.ABS COUNT8.PLA; do
+for file in COUNT8.LST COUNT8.DOC COUNT8.ABS COUNT8.PLA COUNT8.JED; do
     [ -s "$work/$file" ] || { echo "tour: $file was not written" >&2; exit 1; }
     say "written: $file ($(stat -c %s "$work/$file") bytes)"
 done
-for station_script in "$(dirname "$0")"/tour.d/*.sh; do
-    # shellcheck disable=SC1090
-    [ -f "$station_script" ] && source "$station_script"
-done
 
-say "closing"
-wait_window '^Korvane'
-key alt+F4
-for _ in $(seq 50); do
-    kill -0 "$program" 2>/dev/null || break
-    sleep 0.1
+say "compiling a design with an error"
+printf 'Name Wrong;\r\nDevice G16V8;\r\nPIN 2 = A;\r\nPIN 19 = Y;\r\nY = A & (B;\r\n' >"$work/WRONG.PLD"
+open_file "$work/WRONG.PLD"
+compile '^Project'
+picture project-question
+key Return
+wait_window '^Compilation Results'
+sleep 0.5
+key Return
+wait_gone '^Compilation Results'
+picture two-documents
+say "reading a message (a click on a line of the list)"
+xdotool mousemove 200 690 click 1
+wait_window '^Compile Message'
+picture message-explained
+key Return
+wait_gone '^Compile Message'
+
+say "the compiler's options, tab by tab"
+open_file "$work/COUNT8.PLD"
+key ctrl+w
+wait_window '^Compiler Options'
+for tab in output-files minimization optimization general library; do
+    picture "options-$tab"
+    key ctrl+Tab
 done
-if kill -0 "$program" 2>/dev/null; then echo "tour: the program did not end" >&2; exit 1; fi
-program=
+key Escape
+wait_gone '^Compiler Options'
+
+say "closing, and starting again with every tool on the toolbar"
+close_program
+settings="$XDG_CONFIG_HOME/korvane/settings.ini"
+sed -i -E 's/^(StdUtil[0-6][MT])=number:.*/\1=number:4294967295/; s/^(CustUtil[0-5][MT])=number:.*/\1=number:4294967295/;
+    s/^CustUtil([0-5])P=.*/CustUtil\1P="tool\1"/; s/^CustUtil([0-5])N=.*/CustUtil\1N="My tool \1"/' "$settings"
+start
+wait_window '^Korvane'
+open_file "$work/COUNT8.PLD"
+sleep 0.6
+picture all-tools
+close_program
 say "done: $station pictures in $pictures"

@@ -183,6 +183,8 @@ void frmDocument::SetMenuCaption(const std::string& name, const std::string& cap
 }
 bool frmDocument::IsMenuChecked(const std::string& name) const { return menus_->Entry(name).isChecked(); }
 
+bool frmDocument::IsInserting() const { return !text_->IsOvertyping(); }
+
 void frmDocument::Move(float left, float top, float width, float height) {
     setGeometry(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height));
 }

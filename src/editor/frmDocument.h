@@ -42,6 +42,7 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     void SetMenuChecked(const std::string& name, bool checked) override;
     void SetMenuCaption(const std::string& name, const std::string& caption) override;
     bool IsMenuChecked(const std::string& name) const override;
+    bool IsInserting() const;  // false: typing overwrites
     bool IsMinimized() const override { return isMinimized(); }
     bool IsMaximized() const override { return isMaximized(); }
     void Move(float left, float top, float width, float height) override;

@@ -10,6 +10,7 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "editor/frmDocument.h"
+#include "platform/qt/KeyLocks.h"
 #include "platform/qt/Twips.h"
 #include "shell/MainMenu.h"
 
@@ -59,6 +60,8 @@ void frmMain::SetCommands(std::map<std::string, Command> commands) {
         if (menus_->Menu(row.Name) != nullptr || row.Count > 0 || std::string(row.Caption) == "-") continue;
         if (!HasCommand(row.Name)) menus_->Entry(row.Name).setEnabled(false);
     }
+    QMenu* windows = menus_->Menu("mnuWindow");
+    connect(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
     ShowMenusOfActiveChild();
 }
 
@@ -99,6 +102,37 @@ std::string frmMain::Panel(int panel) const {
     return panels_.at(static_cast<std::size_t>(panel - 1))->text().toStdString();
 }
 
+void frmMain::ShowKeyState(bool inserting) {
+    const platform::qt::KeyLockState locks = platform::qt::KeyLocks();
+    const bool on[] = {inserting, locks.Caps, locks.Num, locks.Scroll};
+    for (std::size_t i = 0; i < std::size(on); ++i) panels_[i + 2]->setEnabled(on[i]);
+}
+
+// The open windows at the foot of the Window menu, made anew whenever it opens.
+void frmMain::FillWindowList(QMenu& menu) {
+    for (QAction* action : menu.actions()) {
+        if (action->property("windowList").toBool()) delete action;
+    }
+    const auto add = [&](QAction* action) { action->setProperty("windowList", true); };
+    const QList<QMdiSubWindow*> windows = area_->subWindowList();
+    if (!windows.isEmpty()) add(menu.addSeparator());
+    int number = 0;
+    for (QMdiSubWindow* window : windows) {
+        if (!window->isVisible()) continue;
+        QString title = window->windowTitle();
+        title.replace("&", "&&");
+        const QString head = ++number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
+        QAction* action = menu.addAction(head + title);
+        add(action);
+        action->setCheckable(true);
+        action->setChecked(window == area_->currentSubWindow());
+        connect(action, &QAction::triggered, window, [this, window] {
+            if (window->isMinimized()) window->showNormal();
+            area_->setActiveSubWindow(window);
+        });
+    }
+}
+
 MainMeasures frmMain::Measures() const {
     return {.Width = ToTwips(frameGeometry().width()),
             .Height = ToTwips(frameGeometry().height()),
@@ -110,9 +144,20 @@ editor::frmDocument* frmMain::ActiveDocument() const {
     return qobject_cast<editor::frmDocument*>(area_->currentSubWindow());
 }
 
+QMdiSubWindow& frmMain::AddChild(QWidget& content) {
+    QMdiSubWindow* window = area_->addSubWindow(&content);
+    window->setWindowIcon(windowIcon());
+    // The frame's own key to close would stand against a shortcut of the menus.
+    for (QAction* action : window->systemMenu()->actions()) {
+        if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence("Ctrl+F4"));
+    }
+    return *window;
+}
+
 void frmMain::AddDocument(editor::frmDocument& document) {
-    area_->addSubWindow(&document);
-    document.setWindowIcon(windowIcon());
+    AddChild(document);
+    QMenu* windows = document.Menus().Menu("mnuWindow");
+    connect(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
     connect(&document, &QObject::destroyed, children_.get(), [this] {
         shownMenus_ = nullptr;  // they went with the window
         ShowMenusOfActiveChild();

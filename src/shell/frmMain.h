@@ -15,6 +15,7 @@
 #include "shell/modMain.h"
 
 class QLabel;
+class QMdiSubWindow;
 class QToolBar;
 
 namespace editor {
@@ -49,10 +50,12 @@ class frmMain : public QMainWindow {
     // Panels 1 to 6, repainted at once.
     void SetPanel(int panel, const std::string& text);
     std::string Panel(int panel) const;
+    void ShowKeyState(bool inserting);  // the panels INS, CAPS, NUM and SCRL
 
     MainMeasures Measures() const;  // twips
     editor::frmDocument* ActiveDocument() const;
     void AddDocument(editor::frmDocument& document);
+    QMdiSubWindow& AddChild(QWidget& content);  // a child window of another kind
 
     // Called before the window closes; false refuses.
     std::function<bool()> OnQueryUnload;
@@ -70,6 +73,7 @@ class frmMain : public QMainWindow {
   private:
     void BuildStatusBar();
     void ShowMenusOfActiveChild();
+    void FillWindowList(QMenu& menu);
 
     std::unique_ptr<QObject> children_ = std::make_unique<QObject>();  // hears of them while this stands
     QMdiArea* area_ = nullptr;

@@ -22,6 +22,8 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     explicit TextBox(QWidget* parent = nullptr);
     ~TextBox() override;
 
+    bool IsOvertyping() const { return SendScintilla(SCI_GETOVERTYPE) != 0; }
+
     std::string Text() const override;
     void SetText(std::string_view text) override;
     std::int32_t TextLength() const override;

@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     qt::HostApplication application(argc, argv);
     qt::HostFileSystem files;
     qt::HostRegistry settings;
-    qt::HostDialogs boxes(files);
+    qt::HostDialogs boxes(files, [] { return qt::HostApplication::activeWindow(); });
     qt::HostClipboard clip;
     qt::HostProcesses programs(files);
     qt::ToolHost libraries;

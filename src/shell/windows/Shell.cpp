@@ -71,10 +71,9 @@ void Shell::LoadMainSettings() {
 
 void Shell::LoadMessages() {
     messages_ = new toolchain::frmMessage(app_, errors_);
-    QMdiSubWindow* window = main_->Area().addSubWindow(messages_);
-    window->setWindowIcon(main_->windowIcon());
-    window->setAttribute(Qt::WA_DeleteOnClose, false);
-    window->show();
+    QMdiSubWindow& window = main_->AddChild(*messages_);
+    window.setAttribute(Qt::WA_DeleteOnClose, false);
+    window.show();
     runWindows_ = std::make_unique<toolchain::StatusWindows>(
         app_, [this]() -> toolchain::frmMessage& { return *messages_; }, main_.get());
     compiler_ = std::make_unique<toolchain::Compiler>(app_, *runWindows_);

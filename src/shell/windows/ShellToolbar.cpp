@@ -43,6 +43,7 @@ void Shell::TickToolbar() {
         set(document->Menus().Entry("mnuEditCopy"), effects.mnuEditCopy);
         set(document->Menus().Entry("mnuEditPaste"), effects.mnuEditPaste);
     }
+    main_->ShowKeyState(document == nullptr || document->IsInserting());
     if (effects.ClearPanel1) main_->SetPanel(1, "");
 }
 

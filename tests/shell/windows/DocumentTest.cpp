@@ -177,3 +177,25 @@ TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
     EXPECT_EQ(document.txtText().SelFontSize(), 14);
     EXPECT_FALSE(document.Dirty);
 }
+
+TEST_F(ShellFixture, EveryDesignIsColouredOnLoadAndWhileTyping) {
+    Start();
+    for (const char* name : {"one.pld", "two.pld"}) {
+        editor::frmDocument& document = Open(name, "Name Wrong;\r\nPIN 2 = A;\r\n/* c */\r\n");
+        platform::RichTextBox& text = document.txtText();
+        const auto colorAt = [&](int offset) {
+            text.SetSelStart(offset);
+            text.SetSelLength(1);
+            return text.SelFormat().Color;
+        };
+        EXPECT_EQ(colorAt(0), 0xFF0000) << name;
+        EXPECT_EQ(colorAt(6), 0) << name;
+        EXPECT_EQ(colorAt(13), 0xFF0000) << name;
+        EXPECT_EQ(colorAt(27), 0x008000) << name;
+        EXPECT_FALSE(document.Dirty);
+        text.SetSelStart(text.TextLength());
+        Type(document, "NODE x");
+        EXPECT_EQ(colorAt(34), 0xFF0000) << name;
+        EXPECT_EQ(colorAt(39), 0) << name;
+    }
+}

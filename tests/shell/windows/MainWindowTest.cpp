@@ -55,6 +55,17 @@ TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
     EXPECT_FALSE(document.Menus().Entry("mnuImportVhdl").isEnabled());
 }
 
+TEST_F(ShellFixture, NoOtherKeyStandsAgainstAMenusShortcut) {
+    Start();
+    editor::frmDocument& document = Open("a.txt", "");
+    std::map<QKeySequence, int> uses;
+    for (const QAction* action : document.findChildren<QAction*>()) {
+        if (!action->shortcut().isEmpty()) ++uses[action->shortcut()];
+    }
+    EXPECT_GT(uses.size(), 15u);
+    for (const auto& [key, count] : uses) EXPECT_EQ(count, 1) << key.toString().toStdString();
+}
+
 TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
     std::filesystem::remove_all(folder.Path() / "Korvane/Utility");
     std::filesystem::remove_all(folder.Path() / "Korvane/ZrxPart");
