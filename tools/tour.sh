@@ -52,6 +52,9 @@ wait_window() {
         sleep 0.1
     done
     echo "tour: no window \"$1\"" >&2
+    if ! kill -0 "$program" 2>/dev/null; then
+        wait "$program" || echo "tour: the program has ended with $?" >&2
+    fi
     import -window root "$pictures/failed.png" || true
     return 1
 }

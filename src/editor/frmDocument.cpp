@@ -109,6 +109,10 @@ void frmDocument::FillCommands() {
     commands_["mnuViewStatusBar"] = [this](int) {
         ToggleView("mnuViewStatusBar", [this](bool on) { app_.Hall.ToggleStatusBar(on); });
     };
+    commands_["mnuUtilTool"] = [this](int index) {
+        const QAction& entry = menus_->Entry(MenuSet::ElementName("mnuUtilTool", index));
+        app_.Hall.RunUtility(entry.text().toStdString());
+    };
     commands_["mnuFont"] = [this](int) { ChooseFont(app_, *this); };
     commands_["mnuViewRefresh"] = [this](int) { app_.Hall.HighlightSyntax(*this); };
 }

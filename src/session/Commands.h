@@ -31,6 +31,7 @@ class Commands {
     virtual bool HasMainCommand(const std::string& name) const = 0;
     virtual void ExitProgram() = 0;
     virtual void ShowHelpTopic(const std::string& topic) = 0;
+    virtual void RunUtility(const std::string& caption) = 0;  // of the Utilities menu
     virtual void LaunchTool(const std::string& tool, const std::string& file) = 0;
 
     // Editor.

@@ -1,6 +1,8 @@
 #include "shell/CompanionTools.h"
 
 #include "base/RunTimeError.h"
+#include "base/Text.h"
+#include "shell/ToolbarModel.h"
 
 namespace shell {
 
@@ -28,6 +30,26 @@ void ActivateTool(session::App& app, int index) {
     } catch (const base::RunTimeError&) {
         // A tool that can't be started is passed over without a word.
     }
+}
+
+void RunUtility(session::App& app, const std::string& caption) {
+    const auto start = [&](const std::string& program) {
+        try {
+            app.Host.Programs.Start(program);
+        } catch (const base::RunTimeError&) {
+            app.Host.Boxes.Say(CannotBeFoundText(program));
+        }
+    };
+    for (const session::CustomUtility& tool : app.State.StdUtils) {
+        if (tool.Name == caption) return start(tool.Program);
+    }
+    for (const session::CustomUtility& tool : app.State.CustUtils) {
+        if (tool.Name != caption) continue;
+        if (tool.Program == "MACRO*") return app.Host.Boxes.Say(UndefinedMacroText);
+        if (!base::StartsWith(tool.Program, "MACRO")) start(tool.Program);
+        return;
+    }
+    app.Host.Boxes.Say(CannotBeFoundText(app.State.StdUtils[6].Program));
 }
 
 }  // namespace shell

@@ -12,4 +12,8 @@ void LaunchTool(session::App& app, const std::string& tool, const std::string& f
 // Starts the standard tool of that index and keeps its process id. Silent if it is not installed.
 void ActivateTool(session::App& app, int index);
 
+// The choice of a tool in the Utilities menu, by its caption: a further copy of a standard tool, else the
+// first custom tool of that name.
+void RunUtility(session::App& app, const std::string& caption);
+
 }  // namespace shell

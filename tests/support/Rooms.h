@@ -35,6 +35,7 @@ class Hall : public session::Commands {
     bool HasMainCommand(const std::string&) const override { return true; }
     void ExitProgram() override { Note("ExitProgram"); }
     void ShowHelpTopic(const std::string& topic) override { Note("ShowHelpTopic " + topic); }
+    void RunUtility(const std::string& caption) override { Note("RunUtility " + caption); }
     void LaunchTool(const std::string& tool, const std::string& file) override {
         Note("LaunchTool " + tool + " " + file);
     }

@@ -54,6 +54,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     bool HasMainCommand(const std::string& name) const override { return main_->HasCommand(name); }
     void ExitProgram() override { main_->close(); }
     void ShowHelpTopic(const std::string& topic) override;
+    void RunUtility(const std::string& caption) override { shell::RunUtility(app_, caption); }
     void LaunchTool(const std::string& tool, const std::string& file) override {
         shell::LaunchTool(app_, tool, file);
     }

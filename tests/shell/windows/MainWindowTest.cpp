@@ -170,3 +170,22 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     ASSERT_TRUE(Close());
     EXPECT_TRUE(files.List(folder.Logic("state/recovery/*")).empty());
 }
+
+TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
+    Start();
+    state.StdUtils[0].Menu = state.StdUtils[0].Toolbar = true;
+    state.CustUtils[1] = {.Program = "C:\\own tool", .Name = "Own & fine", .Menu = true, .Toolbar = true};
+    state.CustUtils[2] = {.Program = "MACRO*", .Name = "Slot", .Menu = true, .Toolbar = true};
+    editor::frmDocument& document = Open("a.txt", "");
+    for (int index : {1, 2, 3}) document.RunCommand("mnuUtilTool", index);
+    EXPECT_EQ(desktop.Programs.Started, (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
+    EXPECT_EQ(desktop.Boxes.LastText(),
+              "The macro has not been defined.  You must define a macro before it can be used.");
+    desktop.Programs.FailWith = base::errFileNotFound;
+    auto* button = shell->MainWindow().findChild<QAction*>("Util2");
+    ASSERT_TRUE(button != nullptr && button->isVisible());
+    EXPECT_EQ(button->text(), "Own & fine");
+    button->trigger();
+    EXPECT_EQ(desktop.Boxes.LastText(), "File C:\\own tool cannot be found");
+    EXPECT_FALSE(shell->MainWindow().findChild<QAction*>("Util4")->isVisible());
+}
