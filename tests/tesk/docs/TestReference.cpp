@@ -144,6 +144,7 @@ TEST_F(Reference, ExamplesAreTestedThoroughly) {
         if (entry.path().extension() != ".PLD") continue;
         SCOPED_TRACE(entry.path().filename().string());
         int code = -1;
+        EXPECT_EQ(Compile("-o jm1 " + entry.path().filename().string(), code), "");  // quick does as well
         EXPECT_EQ(Compile("-o jaxlsm4 " + entry.path().filename().string(), code), "");
         EXPECT_EQ(code, 0);
         EXPECT_LE(entry.path().stem().string().size(), 8u);
