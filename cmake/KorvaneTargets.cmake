@@ -23,6 +23,13 @@ if(KORVANE_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Everything that a fuzz program of tests/fuzz links is watched, not its own file alone.
+option(KORVANE_FUZZ "Build the fuzz programs (clang)" OFF)
+if(KORVANE_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
 # korvane_library(name [SOURCES file…] [LINKS target…])
 # A static library. Without SOURCES it takes the .cpp files of the folder.
 function(korvane_library name)
@@ -77,7 +84,7 @@ function(korvane_test name)
     endif()
     target_compile_options(test_${name} PRIVATE -Wno-conversion)
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
-        PROPERTIES TIMEOUT 110 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;ASAN_OPTIONS=detect_leaks=0")
+        PROPERTIES TIMEOUT 110 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()
 
 include(GoogleTest)

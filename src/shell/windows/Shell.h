@@ -37,6 +37,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     frmMain& MainWindow() { return *main_; }
     session::App& TheApp() { return app_; }
     toolchain::frmMessage& Messages() { return *messages_; }
+    void TickToolbar();  // TBMenuTimer's work
 
     // session::Commands
     void SetTBMenu(session::Document& document) override;
@@ -94,7 +95,6 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void CloseActiveChild();
     void ProjectOpen();
     void LoadToolbar();
-    void TickToolbar();
     void ClickToolbar(const std::string& key);
     void ClickChildCommand(const std::string& command);
     void RunTool(const std::string& tip);
