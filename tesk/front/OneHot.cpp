@@ -54,7 +54,10 @@ void Analyser::TakeOneHot(const MachineStatement& machine) {
     bool list = false;
     OneHotMachine hot;
     hot.At = machine.At;
-    for (const Slot& slot : MachineSlots(machine, weights, list)) hot.Members.push_back(slot.Variable);
+    for (const Slot& slot : MachineSlots(machine, weights, list)) {
+        hot.Members.push_back(slot.Variable);
+        Fresh({slot.Variable, Extension::None, false, machine.At});  // one that is 1 in no state is 0
+    }
     CheckStates(machine, elaborator_.List(machine.Field));
     std::map<std::string, NodeId> holds;  // by value: the machine is in this state
     std::map<std::string, int> registers;

@@ -37,6 +37,8 @@ std::string JedecText(const Design& design, const Options& options, const Fitted
 // .PDS: the equations for the pin list and equation language of PAL assemblers; names declared with "/" are
 // active low, as here.
 std::string PdsText(const Design& design);
+// Why the format cannot say what the design does; empty if it can.
+std::string PdsObstacle(const Design& design);
 
 // .EDF: an EDIF 2.0.0 netlist of gates and registers.
 std::string EdifText(const Design& design);

@@ -85,10 +85,11 @@ Token ExpressionParser::NeedName() {
     return lexer_.Next();
 }
 
-int ExpressionParser::NeedDecimal(int most) {
+int ExpressionParser::NeedDecimal(int most, int least) {
     if (!lexer_.Peek().Is(TokenKind::Word)) Expected("a decimal number");
     const auto value = ParseDecimal(lexer_.Peek().Text, most);
-    if (!value) Expected("a decimal number up to " + std::to_string(most));
+    const std::string from = least > 0 ? "from " + std::to_string(least) + " to " : "up to ";
+    if (!value || *value < least) Expected("a decimal number " + from + std::to_string(most));
     lexer_.Next();
     return *value;
 }

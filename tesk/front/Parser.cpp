@@ -156,11 +156,11 @@ bool Parser::ReadHeader() {
 void Parser::ReadNumbers(Declaration& declaration) {
     const bool list = Take('[');
     do {
-        const int first = NeedDecimal(kMaxPin);
+        const int first = NeedDecimal(kMaxPin, 1);
         declaration.Numbers.push_back(first);
         if (!list || !lexer_.Peek().Is(TokenKind::Range)) continue;
         lexer_.Next();
-        const int last = NeedDecimal(kMaxPin);
+        const int last = NeedDecimal(kMaxPin, 1);
         for (int number = first; number != last;)
             declaration.Numbers.push_back(number += number < last ? 1 : -1);
     } while (list && Take(','));

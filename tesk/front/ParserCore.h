@@ -28,7 +28,7 @@ class ExpressionParser {
     void Need(char sign);
     Token NeedName();
     void NeedEnd();  // the ";" of a statement; a missing one is reported where the statement ends
-    int NeedDecimal(int most);
+    int NeedDecimal(int most, int least = 0);
 
     ExprId Expression();
     ExprId NameOrList();  // with extension

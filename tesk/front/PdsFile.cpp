@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -62,7 +63,27 @@ std::string EquationText(const Design& design, const Equation& equation) {
     return text + "\r\n";
 }
 
+bool Has(const Design& design, int variable, Extension to) {
+    return std::any_of(design.Equations.begin(), design.Equations.end(), [&](const Equation& equation) {
+        return equation.Variable == variable && equation.To == to;
+    });
+}
+
 }  // namespace
+
+std::string PdsObstacle(const Design& design) {
+    for (const Equation& equation : design.Equations) {
+        const bool reset = equation.To == Extension::AR && Has(design, equation.Variable, Extension::SR);
+        const bool preset = equation.To == Extension::AP && Has(design, equation.Variable, Extension::SP);
+        if (reset || preset)
+            return "it has one " + std::string(reset ? "reset for .AR and .SR" : "preset for .AP and .SP") +
+                   " of \"" + design.Of(equation).Name + "\"";
+        for (int signal : equation.Inputs)
+            if (design.Signals[static_cast<std::size_t>(signal)].Pin)
+                return "it has no way to tell \"" + design.SignalName(signal) + "\" from the register";
+    }
+    return {};
+}
 
 std::string PdsText(const Design& design) {
     std::string text;

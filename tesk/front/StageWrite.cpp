@@ -54,6 +54,14 @@ void WritePla(Run& run) {
         run.Said.Add(Code::PlaTooLarge, {0, 0, 0});
 }
 
+void WritePds(Run& run) {
+    const std::string obstacle = PdsObstacle(run.Result());
+    if (obstacle.empty())
+        Write(run, ".PDS", PdsText(run.Result()));
+    else
+        run.Said.Add(Code::OutputMissing, {0, 0, 0}, ".PDS, " + obstacle);
+}
+
 void WriteXnf(Run& run) {
     const auto text = run.Fit ? std::nullopt : XnfText(run.Result());
     if (text)
@@ -98,7 +106,7 @@ void WriteReadable(Run& run) {
 void WriteForDevice(Run& run) {
     if (run.Options.Jedec) WriteJed(run);
     if (run.Options.Absolute || run.Options.Simulate) WriteAbs(run);
-    if (run.Options.Palasm) Write(run, ".PDS", PdsText(run.Result()));
+    if (run.Options.Palasm) WritePds(run);
     if (run.Options.Edif) Write(run, ".EDF", EdifText(run.Result()));
     if (run.Options.Xnf) WriteXnf(run);
     for (const Missing& missing : kMissing)

@@ -43,7 +43,7 @@ const std::vector<MessageEntry>& MessageTable() {
         {"0205va", warning, "Input is not in ORDER, it stays unknown",
          "Outputs that depend on it will be unknown.", "Add the input to the ORDER: statement."},
         {"0206va", error, "Entry of ORDER is not valid",
-         "An entry is a name, a field, a list or %n, and each name stands once.",
+         "An entry is a name, a field, a list or %n; commas stand between them, and each name stands once.",
          "%n takes 0 to 80 blanks; a list is [A, B] or [A3..0]."},
         {"0207va", error, "Name is not known to the design", "The absolute file has no signal of this name.",
          "Names are case-sensitive. Compile the design again if it was changed."},

@@ -10,17 +10,33 @@
 namespace sim {
 namespace {
 
+struct Entry {
+    std::string Text;         // without blanks
+    std::string BeforeComma;  // what a "," is missing behind, if one is
+};
+
+// Whether `next` begins a name, list or blanks of its own though no "," parts it from `text`.
+bool BeginsAnew(std::string_view text, bool blank, char next) {
+    if (text.empty() || (!base::IsWordChar(text.back()) && text.back() != ']')) return false;
+    if (next == '[' || next == '!' || next == '%') return true;
+    return base::IsWordChar(next) && (blank || text.back() == ']');
+}
+
 // Splits at the commas outside of brackets.
-std::vector<std::string> SplitEntries(std::string_view text) {
-    std::vector<std::string> entries(1);
+std::vector<Entry> SplitEntries(std::string_view text) {
+    std::vector<Entry> entries(1);
     bool inList = false;
+    bool blank = false;
     for (const char c : text) {
         if (c == '[' || c == ']') inList = c == '[';
+        Entry& entry = entries.back();
         if (c == ',' && !inList) {
             entries.emplace_back();
         } else if (!base::IsBlankChar(c) || (static_cast<unsigned char>(c) >= 127)) {
-            entries.back() += c;
+            if (entry.BeforeComma.empty() && BeginsAnew(entry.Text, blank, c)) entry.BeforeComma = entry.Text;
+            entry.Text += c;
         }
+        blank = base::IsBlankChar(c);
     }
     return entries;
 }
@@ -51,7 +67,12 @@ class Reader {
     }
 
     std::vector<OrderItem> Read(std::string_view text) {
-        for (const auto& entry : SplitEntries(text)) TakeEntry(entry);
+        for (const auto& entry : SplitEntries(text)) {
+            if (entry.BeforeComma.empty())
+                TakeEntry(entry.Text);
+            else
+                Fault("0206va", "\",\" missing behind \"" + entry.BeforeComma + "\"");
+        }
         return std::move(items_);
     }
 

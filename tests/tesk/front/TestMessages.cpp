@@ -7,6 +7,7 @@
 #include "Support.h"
 #include "fit/Message.h"
 #include "sim/Message.h"
+#include "sim/SiOrder.h"
 
 namespace {
 
@@ -47,6 +48,9 @@ TEST(Messages, FaultsNameTheirLine) {
         {"PIN = A; Y = A;", {"1110ta:3"}},
         {"PIN 3 = M; PIN 3 = N; Y = A;", {"1111ta:3"}},
         {"PIN [1,2] = [M]; Y = A;", {"1112ta:3"}},
+        {"PIN 0 = M;\nY = A;", {"1001ta:3"}},
+        {"PIN [1,0] = [M,N];\nPIN [2..0] = [O,P,R];\nPINNODE 0 = S; Y = A;",
+         {"1001ta:3", "1001ta:4", "1001ta:5"}},
         {"Y = F;", {"1301ta:3"}},
         {"[Y,Z] = F;", {"1301ta:3"}},
         {"Y = F:1F;", {"1302ta:3"}},
@@ -109,6 +113,29 @@ TEST(Messages, ReadingGoesOnBehindAFault) {
     const std::string list = done->Text(".LST");
     EXPECT_NE(list.find("    3: X0 = A & ;\r\n[1001ta] Error: "), std::string::npos) << list.substr(0, 500);
     EXPECT_EQ(done->Files.Texts.count("T.DOC"), 0u);
+}
+
+// A comma forgotten between two entries is told as that, not as a name that nobody wrote.
+TEST(Messages, CommaForgottenInOrder) {
+    sim::AbsDesign design;
+    for (const char* name : {"CLK", "A", "B1", "B0"}) design.Nets.emplace_back().Name = name;
+    const std::pair<const char*, const char*> cases[] = {{"CLK A, B1", "CLK"},
+                                                         {"CLK, A [B1, B0]", "A"},
+                                                         {"CLK, [B1..0]A", "[B1..0]"},
+                                                         {"CLK, [B1 B0]", "[B1"},
+                                                         {"CLK %2, A", "CLK"},
+                                                         {"A, %2 !CLK", "%2"},
+                                                         {" CLK , % 2,! A,\r\n [ B1 .. 0 ]", ""},
+                                                         {"[ B1 , B0 ], A", ""}};
+    for (const auto& [order, behind] : cases) {
+        sim::MessageLog log;
+        sim::ReadOrder(order, 1, design, log);
+        std::string told;
+        for (const auto& message : log.Items()) told += message.Code + " " + message.Text;
+        const std::string expected = std::string("\",\" missing behind \"") + behind + "\"";
+        EXPECT_EQ(told.find(expected) != std::string::npos, *behind != 0) << order << ": " << told;
+        EXPECT_EQ(told.empty(), *behind == 0) << order << ": " << told;
+    }
 }
 
 TEST(Messages, HeaderStatementsThatAreMissing) {

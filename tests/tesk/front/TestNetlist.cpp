@@ -78,6 +78,23 @@ TEST(Netlist, EdifHoldsTogether) {
     }
 }
 
+// What the pin list's language has one word for is not written as something else.
+TEST(Netlist, PinListIsLeftOutWhereItWouldLie) {
+    const std::string body = "PIN=[A,B,C]; PIN=Q; PIN=Y; Q.D = A; Q.CK = C; ";
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"Q.AR = A; Q.SR = B;", ".AR and .SR of \"Q\""},
+        {"Q.AP = A; Q.SP = B;", ".AP and .SP of \"Q\""},
+        {"Q.OE = B; Y = Q.IO;", "\"Q.IO\""},
+        {"Q.AR = A; Q.AP = B; Y = Q.DQ;", ""}};
+    for (const auto& [equations, reason] : cases) {
+        const auto done = Compile(body + equations, "cm1");
+        ASSERT_TRUE(done->Run->Ok()) << equations;
+        EXPECT_EQ(done->Files.Texts.contains("T.PDS"), reason.empty()) << equations;
+        EXPECT_EQ(done->Lines().size(), reason.empty() ? 0u : 1u) << equations;
+        for (const std::string& line : done->Lines()) EXPECT_NE(line.find(reason), std::string::npos) << line;
+    }
+}
+
 TEST(Netlist, PinListAndEquations) {
     const std::string text = Compile(kBody, "cm4")->Text(".PDS");
     for (const char* line : {"PIN  2  /B  COMBINATORIAL\r\n", "PIN  7  Q  REGISTERED\r\n",

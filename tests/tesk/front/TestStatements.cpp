@@ -88,6 +88,17 @@ TEST(Sequence, OneHotGoesTheSameWays) {
     }
 }
 
+// A member that is 1 in no state is an output all the same.
+TEST(Sequence, OneHotMemberThatIsNever1) {
+    const auto done = Compile(
+        "PIN=[G,C]; PIN=[Q1..0]; FIELD S=[Q1..0]; S.CK = C;\n"
+        "SEQUENCE S { PRESENT 0 IF G NEXT 1; PRESENT 1 NEXT 0; }",
+        "boxm4");
+    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
+    EXPECT_NE(done->Text(".DOC").find("Q1 =>\r\n    'b'0\r\n"), std::string::npos) << done->Text(".DOC");
+    EXPECT_EQ(Column(Table(done->Text(".PLA")), "Q0", {"S_1"}), "01");
+}
+
 TEST(Condition, OrsItsOutputsAndHasADefault) {
     const auto done =
         Compile("PIN=[A,B]; PIN=[W,X,Y];\nCONDITION { IF A & B OUT W, !X; IF A OUT Y; DEFAULT OUT W; }");
