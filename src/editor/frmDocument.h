@@ -28,6 +28,7 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     const platform::qt::MenuSet& Menus() const { return *menus_; }
     // Runs the command of a menu entry by its name, as a click does. Error 5 for an entry without one.
     void RunCommand(const std::string& name, int index = -1);
+    bool HasCommand(const std::string& name) const { return commands_.contains(name); }
 
     platform::RichTextBox& txtText() override;
     std::string Caption() const override { return caption_; }

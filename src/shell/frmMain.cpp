@@ -118,7 +118,8 @@ void frmMain::FillWindowList(QMenu& menu) {
     if (!windows.isEmpty()) add(menu.addSeparator());
     int number = 0;
     for (QMdiSubWindow* window : windows) {
-        if (!window->isVisible()) continue;
+        // A closed document is about to go; other windows are only hidden.
+        if (!window->isVisible() && qobject_cast<editor::frmDocument*>(window) != nullptr) continue;
         QString title = window->windowTitle();
         title.replace("&", "&&");
         const QString head = ++number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
@@ -127,7 +128,8 @@ void frmMain::FillWindowList(QMenu& menu) {
         action->setCheckable(true);
         action->setChecked(window == area_->currentSubWindow());
         connect(action, &QAction::triggered, window, [this, window] {
-            if (window->isMinimized()) window->showNormal();
+            window->isMinimized() ? window->showNormal() : window->show();
+            window->widget()->show();
             area_->setActiveSubWindow(window);
         });
     }

@@ -75,8 +75,19 @@ void Shell::LoadMessages() {
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.show();
     runWindows_ = std::make_unique<toolchain::StatusWindows>(
-        app_, [this]() -> toolchain::frmMessage& { return *messages_; }, main_.get());
+        app_, [this]() -> toolchain::frmMessage& { return ShownMessages(); }, main_.get());
     compiler_ = std::make_unique<toolchain::Compiler>(app_, *runWindows_);
+}
+
+toolchain::frmMessage& Shell::ShownMessages() {
+    // The user may have closed it; a run brings it back, the document stays active.
+    if (!messages_->parentWidget()->isVisible()) {
+        QMdiSubWindow* active = main_->Area().currentSubWindow();
+        messages_->show();
+        messages_->parentWidget()->show();
+        if (active != nullptr) main_->Area().setActiveSubWindow(active);
+    }
+    return *messages_;
 }
 
 void Shell::ShowMain() {

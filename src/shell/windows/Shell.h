@@ -90,6 +90,8 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     std::map<std::string, frmMain::Command> MainCommands();
     void LoadMainSettings();
     void LoadMessages();
+    toolchain::frmMessage& ShownMessages();
+    ToolbarState WithoutMissingCommands() const;
     void ShowRecentFiles();
     void CopyRecentFiles(session::Document& document);
     void CloseActiveChild();

@@ -32,7 +32,7 @@ void Shell::TickToolbar() {
     }
     const TickEffects effects =
         shell::TBMenuTimer(toolbar_, child, app_.Host.Clip.HasText(), app_.State.Documents.Count() > 0);
-    toolbarView_->Show(toolbar_);
+    toolbarView_->Show(WithoutMissingCommands());
     const auto set = [](QAction& entry, const std::optional<bool>& enabled) {
         if (enabled) entry.setEnabled(*enabled);
     };
@@ -47,9 +47,24 @@ void Shell::TickToolbar() {
     if (effects.ClearPanel1) main_->SetPanel(1, "");
 }
 
+// A button whose command does not exist is disabled, as its menu entry is.
+ToolbarState Shell::WithoutMissingCommands() const {
+    ToolbarState shown = toolbar_;
+    const auto* document = main_->ActiveDocument();
+    for (int i = 1; i <= ButtonCount; ++i) {
+        const ToolbarRow& row = ToolbarTable()[static_cast<std::size_t>(i - 1)];
+        if (row.Click == ClickKind::TileTools) shown.Button(i).Enabled = main_->HasCommand("mnuAllTeskTools");
+        if (row.Click == ClickKind::ChildCommand && document != nullptr &&
+            !document->HasCommand(row.Command)) {
+            shown.Button(i).Enabled = false;
+        }
+    }
+    return shown;
+}
+
 void Shell::SetTBMenu(session::Document& document) {
     shell::SetTBMenu(toolbar_, document, app_.State);
-    if (toolbarView_ != nullptr) toolbarView_->Show(toolbar_);
+    if (toolbarView_ != nullptr) toolbarView_->Show(WithoutMissingCommands());
 }
 
 void Shell::ClickToolbar(const std::string& key) {

@@ -78,6 +78,18 @@ TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
     EXPECT_FALSE(shell->MainWindow().Menus().Entry("mnuImport").isEnabled());
 }
 
+TEST_F(ShellFixture, ARunBringsClosedMessagesBack) {
+    Start();
+    editor::frmDocument& document = Open("a.pld", "");
+    QWidget& window = *shell->Messages().parentWidget();
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    desktop.Libraries.Missing = "teskx.dll";
+    document.mnuRunDepCompile_Click();
+    EXPECT_TRUE(window.isVisible() && shell->Messages().isVisible());
+    EXPECT_EQ(shell->MainWindow().ActiveDocument(), &document);
+}
+
 TEST_F(ShellFixture, FileOpenComparesCaptionsExactly) {
     Start();
     Open("A.TXT", "x");
@@ -178,7 +190,8 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     state.CustUtils[2] = {.Program = "MACRO*", .Name = "Slot", .Menu = true, .Toolbar = true};
     editor::frmDocument& document = Open("a.txt", "");
     for (int index : {1, 2, 3}) document.RunCommand("mnuUtilTool", index);
-    EXPECT_EQ(desktop.Programs.Started, (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
+    EXPECT_EQ(desktop.Programs.Started,
+              (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The macro has not been defined.  You must define a macro before it can be used.");
     desktop.Programs.FailWith = base::errFileNotFound;
