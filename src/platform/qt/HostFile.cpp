@@ -179,13 +179,14 @@ void AtomicFile::SetModified(const struct timespec& time) {
     if (::futimens(file_.Get(), times) != 0) RaiseErrno(errno, target_);
 }
 
-void AtomicFile::Commit() {
+void AtomicFile::Commit(Durability durability) {
+    const bool settle = durability == Durability::Settled;
     // Some file systems know no fsync and say so with EINVAL.
-    if (::fsync(file_.Get()) != 0 && errno != EINVAL && errno != EROFS) RaiseErrno(errno, target_);
+    if (settle && ::fsync(file_.Get()) != 0 && errno != EINVAL && errno != EROFS) RaiseErrno(errno, target_);
     if (!file_.Close()) RaiseErrno(errno, target_);
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) RaiseErrno(errno, target_);
     temporary_.clear();
-    SyncFolder(FolderOf(target_));
+    if (settle) SyncFolder(FolderOf(target_));
 }
 
 }  // namespace platform::qt

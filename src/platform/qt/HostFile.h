@@ -58,7 +58,10 @@ class AtomicFile {
 
     void Write(std::string_view bytes);
     void SetModified(const struct timespec& time);
-    void Commit();
+    // Settled: on the disk when this returns, which may take seconds on a busy one. Quick: in the system's
+    // hands; a power failure leaves the old file or the new one.
+    enum class Durability { Settled, Quick };
+    void Commit(Durability durability = Durability::Settled);
 
   private:
     void OpenBeside();

@@ -106,7 +106,7 @@ void HostFileSystem::CopyFile(std::string_view from, std::string_view to) {
     AtomicFile target(ToHostPath(to));
     ReadBlocks(source, host, [&](std::string_view block) { target.Write(block); });
     target.SetModified(status.st_mtim);
-    target.Commit();
+    target.Commit(AtomicFile::Durability::Quick);  // there is still the source
 }
 
 void HostFileSystem::DeleteFile(std::string_view path) {

@@ -45,7 +45,7 @@ bool HostRegistry::Save() {
         std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), ignored);
         AtomicFile file(path_);
         file.Write(bytes);
-        file.Commit();
+        file.Commit(AtomicFile::Durability::Quick);  // the start of the program waits for this
         changed_ = false;
         return true;
     } catch (const base::RunTimeError&) {
