@@ -88,6 +88,9 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
 
   private:
     std::map<std::string, frmMain::Command> MainCommands();
+    void AddFileCommands(std::map<std::string, frmMain::Command>& commands);
+    void AddWindowCommands(std::map<std::string, frmMain::Command>& commands);
+    bool FlipCheck(const std::string& entry);  // the new state
     void LoadMainSettings();
     void LoadMessages();
     toolchain::frmMessage& ShownMessages();

@@ -9,9 +9,21 @@ namespace shell {
 
 std::map<std::string, frmMain::Command> Shell::MainCommands() {
     std::map<std::string, frmMain::Command> commands;
+    AddFileCommands(commands);
+    AddWindowCommands(commands);
+    commands["mnuViewToolbar"] = [this](int) { ToggleToolbar(FlipCheck("mnuViewToolbar")); };
+    commands["mnuViewStatusBar"] = [this](int) { ToggleStatusBar(FlipCheck("mnuViewStatusBar")); };
+    commands["mnuCompiler"] = [this](int) {
+        toolchain::frmCompiler(app_, compilerOptions_, main_.get()).exec();
+    };
+    return commands;
+}
+
+void Shell::AddFileCommands(std::map<std::string, frmMain::Command>& commands) {
     commands["mnuNewText"] = [this](int) { OpenDocument(); };
     commands["mnuFileOpen"] = [this](int) { FileOpen(app_); };
     commands["mnuClose"] = [this](int) { CloseActiveChild(); };
+    commands["mnuProjectOpen"] = [this](int) { ProjectOpen(); };
     commands["mnuFilePrintSetup"] = [this](int) { app_.Host.Boxes.SetUpPrinter(); };
     commands["mnuFilePrint"] = [](int) {};  // for its enabled state only: documents print from their own menu
     commands["mnuFileMru"] = [this](int index) {
@@ -21,16 +33,9 @@ std::map<std::string, frmMain::Command> Shell::MainCommands() {
         SaveSettings();
         main_->close();
     };
-    commands["mnuViewToolbar"] = [this](int) {
-        const bool on = !main_->Menus().Entry("mnuViewToolbar").isChecked();
-        main_->Menus().Entry("mnuViewToolbar").setChecked(on);
-        ToggleToolbar(on);
-    };
-    commands["mnuViewStatusBar"] = [this](int) {
-        const bool on = !main_->Menus().Entry("mnuViewStatusBar").isChecked();
-        main_->Menus().Entry("mnuViewStatusBar").setChecked(on);
-        ToggleStatusBar(on);
-    };
+}
+
+void Shell::AddWindowCommands(std::map<std::string, frmMain::Command>& commands) {
     const struct {
         const char* Entry;
         MdiArrangement Code;
@@ -41,12 +46,13 @@ std::map<std::string, frmMain::Command> Shell::MainCommands() {
     for (const auto& row : arrangements) {
         commands[row.Entry] = [this, code = row.Code](int) { Arrange(main_->Area(), code); };
     }
-    commands["mnuCompiler"] = [this](int) {
-        toolchain::frmCompiler(app_, compilerOptions_, main_.get()).exec();
-    };
-    commands["mnuProjectOpen"] = [this](int) { ProjectOpen(); };
     commands["mnuWindowAuto"] = [this](int) { ArrangeWindows(); };
-    return commands;
+}
+
+bool Shell::FlipCheck(const std::string& entry) {
+    QAction& action = main_->Menus().Entry(entry);
+    action.setChecked(!action.isChecked());
+    return action.isChecked();
 }
 
 void Shell::ProjectOpen() {
