@@ -17,6 +17,7 @@ class Document {
     std::int16_t ID = 0;   // DocumentCount when the window was created; its decimal text is the key
     std::string FileName;  // upper-case path; empty for an untitled document
     bool Dirty = false;    // set by every change of txtText
+    bool Unread = false;               // the file is there and could not be read: the text is not its text
     std::uint64_t Revision = 0;        // counts the changes of txtText
     std::vector<std::string> Symbols;  // pins, nodes and fields of the design
     bool InComment = false;            // a comment was opened by typing and not closed

@@ -23,7 +23,9 @@ void EnterProject(session::App& app, const std::string& path) {
 void OpenFile(session::App& app, session::Document& document, const std::string& path) {
     document.SetCaption(path);
     document.FileName = path;
+    document.Unread = app.Host.Files.FileExists(path);
     document.txtText().SetText(app.Host.Files.ReadFile(path));
+    document.Unread = false;
     app.State.DefaultTextColor = document.txtText().SelFormat().Color;
     const editor::DocumentKind kind = editor::KindOf(path);
     if (kind == editor::DocumentKind::Design) app.Hall.HighlightSyntax(document);

@@ -44,6 +44,21 @@ TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
     EXPECT_EQ(folder.Read("NEW.PLD"), "x");
 }
 
+TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
+    Start();
+    folder.Write("big.txt", "x");
+    std::filesystem::resize_file(folder.Path() / "big.txt", platform::FileSystem::MaxFileSize + 1);  // sparse
+    shell->OpenDocument(folder.Logic("big.txt"));
+    editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
+    EXPECT_EQ(document.txtText().TextLength(), 0);
+    desktop.Boxes.Answers = {Answer::No};
+    document.mnuFileSave_Click();
+    EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
+    desktop.Boxes.Answers = {Answer::Yes};
+    document.mnuFileSave_Click();
+    EXPECT_EQ(folder.Read("big.txt"), "");
+}
+
 TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
     Start();
     const std::string odd("\xff\xfe a\x00z \xc3\xa4 \xe4\r\n\tend", 18);
