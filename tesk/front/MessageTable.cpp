@@ -196,7 +196,7 @@ constexpr std::array kTable{
                  "The expressions of the design need more room or work than the limit.",
                  "Give large common parts nodes of their own."},
     MessageEntry{Code::ExactFallback, "3001tm", Warning, "Exact minimization given up",
-                 "A variable is too large for level m2; m4 was used.",
+                 "A variable is too large for level m2; m4 was used, in a very large design m1.",
                  "Set MIN for the variable to a heuristic level to avoid the attempt."},
     MessageEntry{Code::XorExpanded, "3002tm", Information, "Exclusive or expanded",
                  "Option kx was given and the device has no gates for exclusive or.",

@@ -5,6 +5,7 @@
 #include "front/Build.h"
 #include "front/Expander.h"
 #include "front/Limits.h"
+#include "front/Quick.h"
 #include "logic/Minimize.h"
 
 namespace front {
@@ -13,26 +14,71 @@ namespace {
 
 constexpr std::size_t kShownEquations = 40;  // a window repaints for each
 constexpr std::size_t kManyTerms = 4096;     // such sums get the least effort, exact reduction is not tried
+constexpr std::size_t kQuickTerms = 1024;    // such sums are reduced here at level 1
 constexpr double kLeastEffort = 0.01;
+constexpr std::size_t kShortSum = 256;  // far more than any macrocell has
+constexpr double kQuick = 0;            // instead of an effort: level 1
 
-logic::Cover Reduce(const Equation& equation, const logic::Cover& on, bool& fellBack) {
-    const bool large = on.Size() > kManyTerms;
+// In a design of many terms effort goes to the small equations first, as far as it lasts. Costs are estimates
+// in microseconds, by what the minimizer took for random sums.
+constexpr std::size_t kLargeDesign = 8192;  // terms
+constexpr double kFullShare = 400'000;      // for equations that get the whole effort
+constexpr double kLeastShare = 400'000;     // for those that get the least
+
+struct Cost {
+    double Full;
+    double Least;
+};
+
+Cost CostOf(const Equation& equation) {
+    const auto terms = static_cast<double>(equation.On.Size());
+    const double pairs = terms * terms;
+    const double full = pairs * static_cast<double>(equation.Inputs.size());
+    return {full, std::min(full, 15'000.0) + pairs / 400};
+}
+
+std::vector<double> EffortsFor(const Design& design) {
+    std::size_t terms = 0;
+    std::vector<std::pair<double, std::size_t>> order;
+    std::vector<double> efforts;
+    for (const Equation& equation : design.Equations) {
+        terms += equation.On.Size();
+        order.emplace_back(CostOf(equation).Full, efforts.size());
+        efforts.push_back(equation.On.Size() > kManyTerms ? kLeastEffort : 1.0);
+    }
+    if (terms <= kLargeDesign) return efforts;
+    std::sort(order.begin(), order.end());
+    double full = 0;
+    double least = 0;
+    for (const auto& [cost, place] : order) {
+        if ((full += cost) <= kFullShare) continue;
+        least += CostOf(design.Equations[place]).Least;
+        efforts[place] = least <= kLeastShare ? kLeastEffort : kQuick;
+    }
+    return efforts;
+}
+
+logic::Cover Reduce(const Equation& equation, const logic::Cover& on, double effort, bool& fellBack) {
     const bool exact = equation.Level == 2;
-    const auto level = static_cast<logic::Level>(exact && large ? 4 : equation.Level);
-    const logic::Options options{.Shared = false, .Effort = large ? kLeastEffort : 1.0};
+    const bool quick = equation.Level == 1 ? on.Size() > kQuickTerms : equation.Level > 1 && effort == kQuick;
+    fellBack = exact && quick;
+    if (quick) return QuickReduce(on);
+    const auto level = static_cast<logic::Level>(exact && effort < 1.0 ? 4 : equation.Level);
+    const logic::Options options{.Shared = false, .Effort = effort};
     logic::MinimizeResult result = logic::Minimize(on, equation.DontCare, level, options);
     fellBack = exact && result.Used != logic::Level::m2;
     return std::move(result.Terms);
 }
 
 // What the complement of the equation needs, reduced like the equation; nothing if it would be too long.
-std::optional<logic::Cover> ReducedComplement(const Equation& equation) {
-    logic::Cover taken = equation.On;
+std::optional<logic::Cover> ReducedComplement(const Equation& equation, const logic::Cover& on, double effort,
+                                              std::size_t limit) {
+    logic::Cover taken = on;
     taken.AddAll(equation.DontCare);
-    const auto off = logic::Complement(taken, Limits::Terms);
+    const auto off = logic::Complement(taken, limit);
     bool fellBack = false;
     if (!off) return std::nullopt;
-    return Reduce(equation, *off, fellBack);
+    return Reduce(equation, *off, effort, fellBack);
 }
 
 // The output of a register of this kind can be inverted behind it; of a T register or of two inputs it can't.
@@ -111,13 +157,18 @@ void ReduceGroups(Design& design, std::vector<bool>& done) {
 }
 
 // One equation alone, and its complement where that may be taken.
-void ReduceOne(Equation& equation, bool done, const Design& design, const Options& options, Report& report) {
+void ReduceOne(Equation& equation, bool done, double effort, const Design& design, const Options& options,
+               Report& report) {
     bool fellBack = false;
-    logic::Cover reduced = done ? equation.On : Reduce(equation, equation.On, fellBack);
+    logic::Cover reduced = done ? equation.On : Reduce(equation, equation.On, effort, fellBack);
     if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
     const bool wanted = options.Best || options.Demorgan || design.Device != "virtual";
     if (wanted && CanInvert(equation)) {
-        if (auto complement = ReducedComplement(equation)) {
+        // With less effort only complements are looked for that a macrocell or option "kb" takes.
+        const std::size_t shorter = options.Best ? std::max(reduced.Size(), kShortSum) : kShortSum;
+        const std::size_t limit = effort < 1.0 && !options.Demorgan ? shorter : Limits::Terms;
+        if (auto complement =
+                ReducedComplement(equation, effort == kQuick ? reduced : equation.On, effort, limit)) {
             equation.Inverted = options.Demorgan || (options.Best && complement->Size() < reduced.Size());
             equation.Off = std::move(*complement);
             equation.HasOff = true;
@@ -132,11 +183,12 @@ void Minimise(Design& design, const Options& options, Report& report) {
     if (options.Keep) report.Add(Code::XorExpanded, {});
     std::vector<bool> done(design.Equations.size());
     if (options.Share) ReduceGroups(design, done);
+    const std::vector<double> efforts = EffortsFor(design);
     const std::size_t step = 1 + design.Equations.size() / kShownEquations;
     for (std::size_t i = 0; i < design.Equations.size(); ++i) {
         if (report.Full()) return;
         if ((i + 1) % step == 0) report.Info(design.EquationName(design.Equations[i]));
-        ReduceOne(design.Equations[i], done[i], design, options, report);
+        ReduceOne(design.Equations[i], done[i], efforts[i], design, options, report);
     }
 }
 
