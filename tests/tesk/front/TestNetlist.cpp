@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <random>
 #include <set>
 
 #include "Support.h"
@@ -56,6 +57,56 @@ TEST(Netlist, GatesDoWhatTheEquationsSay) {
             EXPECT_EQ(ValueOf(netlist, InputOf(netlist, "Q", "AR"), given), a && !c);
             const bool next = onlyD ? q != (a || b) : a || b;
             EXPECT_EQ(ValueOf(netlist, InputOf(netlist, "Q", onlyD ? "D" : "T"), given), next);
+        }
+    }
+}
+
+// Random sums at random polarities, one output used by the other.
+TEST(Netlist, RandomGates) {
+    std::mt19937 dice(11);
+    for (int round = 0; round < 60; ++round) {
+        const std::string names[] = {"A", "B", "C", "Y"};
+        std::map<std::string, bool> low;
+        std::string body;
+        for (const char* name : {"A", "B", "C", "Y", "Z"}) {
+            low[name] = dice() % 2 == 0;
+            body += std::string("PIN = ") + (low[name] ? "!" : "") + name + ";\n";
+        }
+        // Per output its terms: for each name 0, 1 or 2, which is free.
+        std::map<std::string, std::vector<std::vector<unsigned>>> sums;
+        for (const char* output : {"Y", "Z"}) {
+            body += std::string(output) + " = 'b'0";
+            for (std::size_t i = 0, count = dice() % 4; i < count; ++i) {
+                std::vector<unsigned>& term = sums[output].emplace_back();
+                body += " # 'b'1";
+                for (std::size_t k = 0; k < (*output == 'Y' ? 3u : 4u); ++k) {
+                    term.push_back(static_cast<unsigned>(dice() % 3));
+                    if (term[k] < 2) body += (term[k] == 0 ? " & !" : " & ") + names[k];
+                }
+            }
+            body += ";\n";
+        }
+        const auto done = Compile(body, "tm" + std::to_string(round % 5) + (round % 2 == 0 ? "kd" : ""));
+        ASSERT_TRUE(done->Run->Ok()) << body;
+        const front::Netlist netlist = MakeNetlist(done->Run->Result(), round % 3 == 0);
+        for (unsigned value = 0; value < 8; ++value) {
+            std::map<std::string, bool> pins;
+            std::vector<bool> states;
+            for (unsigned k = 0; k < 3; ++k) {
+                states.push_back((value >> k & 1) != 0);
+                pins[names[k] + "_PIN"] = states[k] != low[names[k]];
+            }
+            for (const char* output : {"Y", "Z"}) {
+                bool sum = false;
+                for (const auto& term : sums[output]) {
+                    bool holds = true;
+                    for (std::size_t k = 0; k < term.size(); ++k)
+                        holds = holds && (term[k] == 2 || (term[k] == 1) == states[k]);
+                    sum = sum || holds;
+                }
+                states.push_back(sum);
+                ASSERT_EQ(ValueOf(netlist, std::string(output) + "_PIN", pins), sum != low[output]) << body;
+            }
         }
     }
 }

@@ -220,3 +220,47 @@ TEST(Random, MachinesWithARegisterForEachState) {
         }
     }
 }
+
+// Conditions over a field, with outputs set and cleared, and what APPEND adds; the pins active-low at random.
+TEST(Random, ConditionsAndAppendedTerms) {
+    std::mt19937 dice(2029);
+    for (int round = 0; round < 100; ++round) {
+        struct Rule {
+            unsigned Low, High;
+            bool Sets, Clears;
+        };
+        std::vector<Rule> rules(1 + dice() % 5);
+        const auto sense = [&] { return std::string(dice() % 2 == 0 ? "!" : ""); };
+        const bool otherwise = dice() % 2 == 0;
+        bool sets = otherwise;
+        std::string body = "PIN = " + sense() + "[A3..0]; PIN = " + sense() + "X; PIN = " + sense() +
+                           "W; FIELD F=[A3..0];\nCONDITION {\n";
+        for (Rule& rule : rules) {
+            rule = {static_cast<unsigned>(dice() % 16), 0, dice() % 2 == 0, false};
+            rule.High = rule.Low + static_cast<unsigned>(dice() % (16 - rule.Low));
+            rule.Clears = !rule.Sets;
+            sets = sets || rule.Sets;
+            body += "IF F:['d'" + std::to_string(rule.Low) + "..'d'" + std::to_string(rule.High) + "] OUT " +
+                    (rule.Sets ? "X" : "!X") + ", W;\n";
+        }
+        const unsigned appended = static_cast<unsigned>(dice() % 16);
+        body += std::string(otherwise ? "DEFAULT OUT X;\n" : "") + "}\nAPPEND W = F:'d'" +
+                std::to_string(appended) + ";\n";
+        const auto done = Compile(body, "bm" + std::to_string(round % 5) + (round % 3 == 0 ? "kb" : ""));
+        ASSERT_TRUE(done->Run->Ok()) << body << done->Lines().front();
+        const Table table(done->Text(".PLA"));
+        for (unsigned value = 0; value < 16; ++value) {
+            bool any = false, set = false, cleared = false;
+            for (const Rule& rule : rules) {
+                const bool holds = rule.Low <= value && value <= rule.High;
+                any = any || holds;
+                set = set || (holds && rule.Sets);
+                cleared = cleared || (holds && rule.Clears);
+            }
+            set = set || !sets || (otherwise && !any);
+            ASSERT_EQ(table.At("X", PointOf("A", 4, value)) == '1', set && !cleared) << body << value;
+            ASSERT_EQ(table.At("W", PointOf("A", 4, value)) == '1', any || value == appended)
+                << body << value;
+        }
+    }
+}
