@@ -24,6 +24,11 @@ mkdir -m 700 -p "$XDG_RUNTIME_DIR"
 
 openbox >/dev/null 2>&1 &
 manager=$!
+# A window that is mapped while the window manager takes over the display can get lost.
+for _ in $(seq 100); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    sleep 0.1
+done
 program=
 finish() {
     [ -n "$program" ] && kill "$program" 2>/dev/null
