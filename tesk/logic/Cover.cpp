@@ -120,11 +120,15 @@ void Cover::Absorb() {
     });
     Cover kept(layout_);
     std::uint64_t compared = 0;
+    std::size_t larger = 0;  // the first ones of `kept`: a cube of the same size holds no other
+    int bits = 1;
     for (const auto& entry : order) {
+        if (entry.first != bits) larger = kept.size_;
+        bits = entry.first;
         bool held = kept.size_ > 0 && layout_.Same(kept[kept.size_ - 1], entry.second);
-        for (std::size_t k = 0; k < kept.size_ && !held && compared < maxCompared; ++k)
+        for (std::size_t k = 0; k < larger && !held && compared < maxCompared; ++k)
             held = layout_.Contains(kept[k], entry.second);
-        compared += kept.size_;
+        compared += larger;
         if (!held) kept.Add(entry.second);
     }
     *this = std::move(kept);
