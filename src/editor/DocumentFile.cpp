@@ -3,6 +3,7 @@
 #include "base/Number.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "session/MayReplace.h"
 
 namespace editor {
 namespace {
@@ -21,17 +22,6 @@ void ReportSaveFailure(session::App& app, const RunTimeError& error) {
          .Title = "Save File Error"});
 }
 
-// An empty window under the name of a file that could not be read must not replace that file unasked.
-bool MayReplace(session::App& app, const session::Document& document) {
-    if (!document.Unread || !app.Host.Files.FileExists(document.Caption())) return true;
-    const auto answer = app.Host.Boxes.MessageBox(
-        {.Text = document.Caption() + " exists and could not be read. Do you want to replace it with this text?",
-         .Title = "Save File",
-         .Choice = platform::Buttons::YesNo,
-         .Picture = platform::Icon::Warning});
-    return answer == platform::Answer::Yes;
-}
-
 }  // namespace
 
 DocumentKind KindOf(const std::string& path) {
@@ -44,7 +34,7 @@ DocumentKind KindOf(const std::string& path) {
 }
 
 void SaveFile(session::App& app, session::Document& document) {
-    if (!MayReplace(app, document)) return;
+    if (!session::MayReplace(app, document, document.Caption())) return;
     try {
         app.Host.Files.WriteFile(document.Caption(), document.txtText().TextView());
         document.Dirty = false;

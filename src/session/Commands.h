@@ -4,7 +4,6 @@
 #include <string>
 
 #include "session/Document.h"
-#include "session/Records.h"
 
 namespace session {
 
@@ -22,8 +21,6 @@ class Commands {
     virtual void SetPanel(int panel, const std::string& text) = 0;  // 1 to 6, refreshed at once
     virtual std::string Panel(int panel) const = 0;
     virtual Document* ActiveDocument() = 0;  // null if the active child is none
-    virtual Placement MainPlacement() const = 0;
-    virtual Placement MessagePlacement() const = 0;
     virtual void ToggleToolbar(bool visible) = 0;
     virtual void ToggleStatusBar(bool visible) = 0;
     // A command of frmMain by its name, such as "mnuFileOpen". An unknown name is error 5.

@@ -2,6 +2,7 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "base/modLib.h"
+#include "session/MayReplace.h"
 #include "toolchain/Compiler.h"
 
 namespace toolchain {
@@ -12,8 +13,10 @@ void Compiler::OfferSave(session::Document& document) {
                                                     .Title = "Save editor file",
                                                     .Choice = platform::Buttons::YesNo});
     if (answer != platform::Answer::Yes) return;  // the run takes the file as it stands on disk
+    if (!session::MayReplace(app_, document, document.FileName)) return;
     app_.Host.Files.WriteFile(document.FileName, document.txtText().Text());
     document.Dirty = false;
+    document.Unread = false;
 }
 
 bool Compiler::OfferSaveTrapped(session::Document& document) {

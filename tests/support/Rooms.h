@@ -17,8 +17,6 @@ class Hall : public session::Commands {
     std::vector<std::string> Calls;
     std::map<int, std::string> Panels;
     session::Document* Active = nullptr;
-    session::Placement Main{0, 0, 12000, 9000};
-    session::Placement Messages;
 
     void SetTBMenu(session::Document&) override { Note("SetTBMenu"); }
     void ArrangeWindows() override { Note("ArrangeWindows"); }
@@ -27,8 +25,6 @@ class Hall : public session::Commands {
     void SetPanel(int panel, const std::string& text) override { Panels[panel] = text; }
     std::string Panel(int panel) const override { return Panels.contains(panel) ? Panels.at(panel) : ""; }
     session::Document* ActiveDocument() override { return Active; }
-    session::Placement MainPlacement() const override { return Main; }
-    session::Placement MessagePlacement() const override { return Messages; }
     void ToggleToolbar(bool visible) override { Note(visible ? "ToggleToolbar 1" : "ToggleToolbar 0"); }
     void ToggleStatusBar(bool visible) override { Note(visible ? "ToggleStatusBar 1" : "ToggleStatusBar 0"); }
     void MainCommand(const std::string& name) override { Note("MainCommand " + name); }

@@ -92,7 +92,10 @@ toolchain::frmMessage& Shell::ShownMessages() {
 
 void Shell::ShowMain() {
     main_->show();
-    ArrangeWindows();
+    const MainMeasures main = main_->Measures();
+    MoveMessages(toolchain::frmMessage::InitialPlacement({.Width = main.Width, .Height = main.Height},
+                                                         main.InnerHeight));
+    if (app_.State.AutoArrange) ArrangeWindows();
     recovery_ = std::make_unique<RecoveryKeeper>(app_, *main_, stateFolder_ + "recovery\\");
     recovery_->OfferCopies();
     recovery_->Start();
@@ -128,13 +131,17 @@ void Shell::ArrangeWindows() {
     if (main_->isMinimized() || messages_ == nullptr) return;
     const platform::HourglassScope hourglass(app_.Host.Desktop);
     const session::Placement messages = MessageListPlacement(main_->Measures());
-    messages_->parentWidget()->setGeometry(ToPixels(messages.Left), ToPixels(messages.Top),
-                                           ToPixels(messages.Width), ToPixels(messages.Height));
+    MoveMessages(messages);
     const session::Placement place = DocumentPlacement(messages);
     for (session::Document* document : app_.State.Documents.All()) {
         if (document->IsMinimized() || document->IsMaximized()) continue;
         document->Move(place.Left, place.Top, place.Width, place.Height);
     }
+}
+
+void Shell::MoveMessages(const session::Placement& place) {
+    messages_->parentWidget()->setGeometry(ToPixels(place.Left), ToPixels(place.Top), ToPixels(place.Width),
+                                           ToPixels(place.Height));
 }
 
 void Shell::SaveSettings() {

@@ -47,8 +47,6 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void SetPanel(int panel, const std::string& text) override { main_->SetPanel(panel, text); }
     std::string Panel(int panel) const override { return main_->Panel(panel); }
     session::Document* ActiveDocument() override { return main_->ActiveDocument(); }
-    session::Placement MainPlacement() const override;
-    session::Placement MessagePlacement() const override;
     void ToggleToolbar(bool visible) override;
     void ToggleStatusBar(bool visible) override;
     void MainCommand(const std::string& name) override { main_->RunCommand(name); }
@@ -94,6 +92,9 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void LoadMainSettings();
     void LoadMessages();
     toolchain::frmMessage& ShownMessages();
+    session::Placement MainPlacement() const;  // as the settings keep it
+    session::Placement MessagePlacement() const;
+    void MoveMessages(const session::Placement& place);
     ToolbarState WithoutMissingCommands() const;
     void ShowRecentFiles();
     void CopyRecentFiles(session::Document& document);

@@ -54,9 +54,14 @@ TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
     desktop.Boxes.Answers = {Answer::No};
     document.mnuFileSave_Click();
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
+    Type(document, "x");
+    desktop.Boxes.Answers = {Answer::Yes, Answer::No};  // a run saves too
+    document.mnuRunIndepCompile_Click();
+    EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
+    EXPECT_TRUE(document.Dirty);
     desktop.Boxes.Answers = {Answer::Yes};
     document.mnuFileSave_Click();
-    EXPECT_EQ(folder.Read("big.txt"), "");
+    EXPECT_EQ(folder.Read("big.txt"), "x");
 }
 
 TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {

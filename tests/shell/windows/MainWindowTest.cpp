@@ -157,6 +157,17 @@ TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
     EXPECT_FALSE(document.geometry().intersects(shell->Messages().parentWidget()->geometry()));
 }
 
+TEST_F(ShellFixture, WithoutAutoArrangeMessagesStartAtTheFoot) {
+    Start();
+    state.AutoArrange = false;
+    ASSERT_TRUE(Close());
+    state = {};
+    Start();
+    ASSERT_FALSE(state.AutoArrange);
+    const QRect messages = shell->Messages().parentWidget()->geometry();
+    EXPECT_NEAR(messages.y() + messages.height(), shell->MainWindow().Area().viewport()->height(), 1);
+}
+
 TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     Start();
     editor::frmDocument& document = Open("a.txt", "saved");
