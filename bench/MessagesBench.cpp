@@ -19,7 +19,7 @@ void Flood(benchmark::State& state, const char* order) {
     doubles::Desktop parts{files};
     platform::qt::ToolHost libraries(platform::PathMap(), TOOLHOST);
     platform::Host host{files,          parts.Settings, parts.Boxes, parts.Clip,
-                        parts.Programs, libraries,      parts.Desk};
+                        parts.Programs, libraries,      parts.Desk,  parts.Time};
     session::Session shared;
     doubles::Hall hall;
     session::App app{shared, host, hall};

@@ -9,6 +9,7 @@
 
 #include "platform/qt/HostApplication.h"
 #include "platform/qt/HostClipboard.h"
+#include "platform/qt/HostClock.h"
 #include "platform/qt/HostDialogs.h"
 #include "platform/qt/HostFileSystem.h"
 #include "platform/qt/HostProcesses.h"
@@ -65,7 +66,8 @@ int main(int argc, char** argv) {
         qt::HostProcesses programs(files);
         qt::ToolHost libraries;
         qt::HostSystem desktop(files, (installation / "Korvane/Korvane").string());
-        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop};
+        qt::HostClock time;
+        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time};
         session::Session state;
         shell::Shell shell(state, host, qt::StateFolder(files));
         if (!shell.Start()) return 1;

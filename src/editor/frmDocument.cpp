@@ -19,7 +19,7 @@ using platform::qt::ToPixels;
 
 namespace {
 
-constexpr int statusInterval = 1000;  // milliseconds
+constexpr std::chrono::milliseconds statusInterval{1000};
 
 // Entries that a missing folder of the installation takes away.
 constexpr const char* partitionerEntries[] = {"mnuZonerex", "mnuRunZrx"};
@@ -47,10 +47,8 @@ frmDocument::frmDocument(session::App& app) : app_(app) {
     const session::FontRecord& font = app_.State.EditorFont;
     ApplyFont(*text_, font);
     ConnectText();
-    StatusBarTimer.setObjectName("StatusBarTimer");
-    connect(&StatusBarTimer, &QTimer::timeout, this,
-            [this] { UpdatePosition(app_, *text_, positionCache_); });
-    StatusBarTimer.start(statusInterval);
+    StatusBarTimer =
+        app_.Host.Time.Every(statusInterval, [this] { UpdatePosition(app_, *text_, positionCache_); });
 }
 
 frmDocument::~frmDocument() = default;
@@ -210,7 +208,7 @@ void frmDocument::closeEvent(QCloseEvent* event) {
         return;
     }
     isUnloaded_ = true;
-    StatusBarTimer.stop();
+    StatusBarTimer.reset();
     emit Unloaded();
     QMdiSubWindow::closeEvent(event);
 }

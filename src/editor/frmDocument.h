@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMdiSubWindow>
-#include <QTimer>
 #include <functional>
 #include <map>
 #include <string>
@@ -82,7 +81,7 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     platform::qt::TextBox* text_ = nullptr;
     std::unique_ptr<platform::qt::MenuSet> menus_;
     std::map<std::string, Command> commands_;
-    QTimer StatusBarTimer;
+    std::unique_ptr<platform::Timer> StatusBarTimer;
     std::string caption_;
     std::string positionCache_;
     bool isRegistered_ = false;

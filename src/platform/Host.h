@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clipboard.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
 #include "platform/Processes.h"
@@ -19,6 +20,7 @@ struct Host {
     Processes& Programs;
     ToolLibraries& Libraries;
     System& Desktop;
+    Clock& Time;
 };
 
 }  // namespace platform

@@ -168,4 +168,46 @@ bool System::AppActivate(const std::string& title) {
     return true;
 }
 
+struct Clock::Alarm {
+    Milliseconds Due;
+    Milliseconds Interval;
+    std::function<void()> Action;
+};
+
+namespace {
+
+struct HeldTimer : platform::Timer {
+    std::shared_ptr<void> Alarm;  // it lives as long as this
+};
+
+}  // namespace
+
+std::unique_ptr<platform::Timer> Clock::Every(Milliseconds interval, std::function<void()> action) {
+    auto alarm = std::make_shared<Alarm>();
+    alarm->Due = now_ + interval;
+    alarm->Interval = interval;
+    alarm->Action = std::move(action);
+    alarms_.push_back(alarm);
+    auto timer = std::make_unique<HeldTimer>();
+    timer->Alarm = alarm;
+    return timer;
+}
+
+void Clock::Advance(Milliseconds time) {
+    const Milliseconds end = now_ + time;
+    for (;;) {
+        std::shared_ptr<Alarm> next;
+        std::erase_if(alarms_, [](const auto& alarm) { return alarm.expired(); });
+        for (const auto& each : alarms_) {
+            const auto alarm = each.lock();
+            if (alarm->Due <= end && (next == nullptr || alarm->Due < next->Due)) next = alarm;
+        }
+        if (next == nullptr) break;
+        now_ = next->Due;
+        next->Due += next->Interval;
+        next->Action();
+    }
+    now_ = end;
+}
+
 }  // namespace doubles

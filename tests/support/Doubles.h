@@ -139,16 +139,32 @@ class System : public platform::System {
     void SetHourglass(bool on) override { Hourglass = on; }
 };
 
+// Stands still until a test moves it.
+class Clock : public platform::Clock {
+  public:
+    Milliseconds Now() const override { return now_; }
+    std::unique_ptr<platform::Timer> Every(Milliseconds interval, std::function<void()> action) override;
+
+    // What falls due meanwhile runs, each at its time.
+    void Advance(Milliseconds time);
+
+  private:
+    struct Alarm;
+    Milliseconds now_{1000};
+    std::vector<std::weak_ptr<Alarm>> alarms_;
+};
+
 // All of them with a real file system that the test gives.
 struct Desktop {
     explicit Desktop(platform::FileSystem& files)
-        : Host{files, Settings, Boxes, Clip, Programs, Libraries, Desk} {}
+        : Host{files, Settings, Boxes, Clip, Programs, Libraries, Desk, Time} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;
     Processes Programs;
     ToolLibraries Libraries;
     System Desk;
+    Clock Time;
     platform::Host Host;
 };
 

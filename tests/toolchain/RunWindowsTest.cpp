@@ -56,7 +56,7 @@ class WholeRun : public testing::Test {
     doubles::Desktop Parts{Files};
     platform::qt::ToolHost Libraries{platform::PathMap(), TOOLHOST};
     platform::Host Host{Files,          Parts.Settings, Parts.Boxes, Parts.Clip,
-                        Parts.Programs, Libraries,      Parts.Desk};
+                        Parts.Programs, Libraries,      Parts.Desk,  Parts.Time};
     session::Session State;
     doubles::Hall Hall;
     session::App App{State, Host, Hall};

@@ -1,5 +1,6 @@
 #include "platform/qt/HostApplication.h"
 #include "platform/qt/HostClipboard.h"
+#include "platform/qt/HostClock.h"
 #include "platform/qt/HostDialogs.h"
 #include "platform/qt/HostFileSystem.h"
 #include "platform/qt/HostProcesses.h"
@@ -20,8 +21,9 @@ int main(int argc, char** argv) {
     qt::HostProcesses programs(files);
     qt::ToolHost libraries;
     qt::HostSystem desktop(files);
+    qt::HostClock time;
     application.ShowErrorsWith(boxes);
-    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop};
+    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time};
     session::Session state;
     shell::Shell shell(state, host, qt::StateFolder(files));
     bool started = false;

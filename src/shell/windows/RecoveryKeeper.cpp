@@ -7,14 +7,16 @@
 namespace shell {
 namespace {
 
-constexpr int interval = 2000;  // milliseconds: with the writing, a copy is less than five seconds old
+// With the writing, a copy is less than five seconds old.
+constexpr std::chrono::milliseconds interval{2000};
 
 }  // namespace
 
 RecoveryKeeper::RecoveryKeeper(session::App& app, frmMain& main, std::string folder)
-    : app_(app), main_(main), recovery_(app.Host.Files, std::move(folder)) {
-    RecoveryTimer.setInterval(interval);
-    QObject::connect(&RecoveryTimer, &QTimer::timeout, &main, [this] { Tick(); });
+    : app_(app), main_(main), recovery_(app.Host.Files, std::move(folder)) {}
+
+void RecoveryKeeper::Start() {
+    RecoveryTimer = app_.Host.Time.Every(interval, [this] { Tick(); });
 }
 
 void RecoveryKeeper::Tick() {
@@ -36,7 +38,7 @@ void RecoveryKeeper::Tick() {
 }
 
 void RecoveryKeeper::Watch(editor::frmDocument& document) {
-    QObject::connect(&document, &editor::frmDocument::Unloaded, &RecoveryTimer, [this, gone = &document] {
+    QObject::connect(&document, &editor::frmDocument::Unloaded, &alive_, [this, gone = &document] {
         recovery_.Forget(gone);
         kept_.erase(gone);
     });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QTimer>
+#include <QObject>
 #include <map>
 
 #include "editor/Recovery.h"
@@ -22,7 +22,7 @@ class RecoveryKeeper {
 
     // To be called when the main window stands.
     void OfferCopies();
-    void Start() { RecoveryTimer.start(); }
+    void Start();
     // One look at all documents; the timer's work.
     void Tick();
     void Flush() { recovery_.Flush(); }
@@ -35,7 +35,8 @@ class RecoveryKeeper {
     frmMain& main_;
     editor::Recovery recovery_;
     std::map<const editor::frmDocument*, std::uint64_t> kept_;  // revision of the copy
-    QTimer RecoveryTimer;
+    std::unique_ptr<platform::Timer> RecoveryTimer;
+    QObject alive_;  // hears of the documents while this stands
 };
 
 }  // namespace shell

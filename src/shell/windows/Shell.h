@@ -119,7 +119,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     toolchain::CompilerOptions compilerOptions_;  // outlives its window
     ToolbarState toolbar_;
     ToolbarView* toolbarView_ = nullptr;  // owned by the toolbar
-    QTimer TBMenuTimer;
+    std::unique_ptr<platform::Timer> TBMenuTimer;
     bool configFailed_ = false;
 };
 

@@ -8,17 +8,15 @@
 namespace shell {
 namespace {
 
-constexpr int toolbarInterval = 500;  // milliseconds
+constexpr std::chrono::milliseconds toolbarInterval{500};
 
 }  // namespace
 
 void Shell::LoadToolbar() {
     toolbarView_ = new ToolbarView(main_->ToolBar());
     toolbarView_->OnClick = [this](const std::string& key) { ClickToolbar(key); };
-    TBMenuTimer.setObjectName("TBMenuTimer");
-    QObject::connect(&TBMenuTimer, &QTimer::timeout, main_.get(), [this] { TickToolbar(); });
     QObject::connect(main_.get(), &frmMain::ActiveChildChanged, main_.get(), [this] { TickToolbar(); });
-    TBMenuTimer.start(toolbarInterval);
+    TBMenuTimer = app_.Host.Time.Every(toolbarInterval, [this] { TickToolbar(); });
     TickToolbar();
 }
 

@@ -66,7 +66,7 @@ class CompileTest : public ShellFixture {
 
     platform::qt::ToolHost tools{platform::PathMap(), TOOLHOST};
     platform::Host real{files, desktop.Settings, desktop.Boxes, desktop.Clip, desktop.Programs,
-                        tools, desktop.Desk};
+                        tools, desktop.Desk,     desktop.Time};
     QString Errors;
     QString Warnings;
 

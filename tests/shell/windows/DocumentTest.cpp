@@ -154,17 +154,18 @@ TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
 }
 
 TEST_F(ShellFixture, ThePositionReadsColumnOneTwice) {
+    constexpr std::chrono::milliseconds statusInterval{1000};
     Start();
     editor::frmDocument& document = Open("a.txt", "abc\r\ndef");
-    QTest::qWait(1100);
+    desktop.Time.Advance(statusInterval);
     EXPECT_EQ(shell->Panel(2), " Line:1 Col:1 ");
     document.txtText().SetSelStart(6);
     shell->SetPanel(1, "Macro recording stopped.");
-    QTest::qWait(1100);
+    desktop.Time.Advance(statusInterval);
     EXPECT_EQ(shell->Panel(2), " Line:2 Col:1 ");
     EXPECT_EQ(shell->Panel(1), "");
     document.txtText().SetSelStart(8);
-    QTest::qWait(1100);
+    desktop.Time.Advance(statusInterval);
     EXPECT_EQ(shell->Panel(2), " Line:2 Col:3 ");
 }
 

@@ -173,7 +173,9 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     editor::frmDocument& document = Open("a.txt", "saved");
     Type(document, "lost? ");
     NewText();
-    QTest::qWait(2600);  // the keeper's interval and the writing
+    desktop.Time.Advance(std::chrono::seconds(2));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return files.List(folder.Logic("state/recovery/*.copy")).size() == 1; }));
     std::filesystem::rename(folder.Path() / "state",
                             folder.Path() / "kept");  // as a killed process leaves it
     desktop.Boxes.Answers = {Answer::No};
