@@ -9,12 +9,15 @@
 #include "editor/DocumentFile.h"
 #include "editor/DocumentMenu.h"
 #include "editor/Highlighter.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/TextBox.h"
 #include "platform/qt/Twips.h"
 
 namespace editor {
 
+using platform::qt::Guarded;
 using platform::qt::MenuSet;
+using platform::qt::On;
 using platform::qt::ToPixels;
 
 namespace {
@@ -75,15 +78,15 @@ void frmDocument::DisableEntriesWithoutCommand() {
 }
 
 void frmDocument::ConnectText() {
-    connect(text_, &platform::qt::TextBox::Changed, this, [this] {
+    On(text_, &platform::qt::TextBox::Changed, this, [this] {
         Dirty = true;
         ++Revision;
     });
-    connect(text_, &platform::qt::TextBox::KeyReleased, this, [this](int key) {
+    On(text_, &platform::qt::TextBox::KeyReleased, this, [this](int key) {
         if (IsHighlightKey(app_.State, key)) app_.Hall.HighlightWord(*this);
     });
-    connect(text_, &platform::qt::TextBox::RightButtonPressed, this,
-            [this](const QPoint& at) { menus_->Menu("mnuEdit")->popup(at); });
+    On(text_, &platform::qt::TextBox::RightButtonPressed, this,
+       [this](const QPoint& at) { menus_->Menu("mnuEdit")->popup(at); });
 }
 
 void frmDocument::RunCommand(const std::string& name, int index) {
@@ -203,11 +206,9 @@ bool frmDocument::Unload() {
 }
 
 void frmDocument::closeEvent(QCloseEvent* event) {
-    if (!isUnloaded_ && !QueryUnload(app_, *this, isRegistered_)) {
-        event->ignore();
-        return;
-    }
-    isUnloaded_ = true;
+    event->ignore();  // what the question throws leaves the text open
+    Guarded([&] { isUnloaded_ = isUnloaded_ || QueryUnload(app_, *this, isRegistered_); });
+    if (!isUnloaded_) return;
     StatusBarTimer.reset();
     emit Unloaded();
     QMdiSubWindow::closeEvent(event);

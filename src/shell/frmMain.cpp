@@ -10,6 +10,7 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "editor/frmDocument.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/KeyLocks.h"
 #include "platform/qt/Twips.h"
 #include "shell/MainMenu.h"
@@ -19,6 +20,8 @@ static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace shell {
 
+using platform::qt::Guarded;
+using platform::qt::On;
 using platform::qt::ToTwips;
 
 void InitPictures() { InitIcons(); }
@@ -40,7 +43,7 @@ frmMain::frmMain() {
     addToolBar(toolBar_);
     setContextMenuPolicy(Qt::NoContextMenu);
     BuildStatusBar();
-    connect(area_, &QMdiArea::subWindowActivated, children_.get(), [this] {
+    On(area_, &QMdiArea::subWindowActivated, children_.get(), [this] {
         ShowMenusOfActiveChild();
         emit ActiveChildChanged();
     });
@@ -61,7 +64,7 @@ void frmMain::SetCommands(std::map<std::string, Command> commands) {
         if (!HasCommand(row.Name)) menus_->Entry(row.Name).setEnabled(false);
     }
     QMenu* windows = menus_->Menu("mnuWindow");
-    connect(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
+    On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
     ShowMenusOfActiveChild();
 }
 
@@ -127,7 +130,7 @@ void frmMain::FillWindowList(QMenu& menu) {
         add(action);
         action->setCheckable(true);
         action->setChecked(window == area_->currentSubWindow());
-        connect(action, &QAction::triggered, window, [this, window] {
+        On(action, &QAction::triggered, window, [this, window] {
             window->isMinimized() ? window->showNormal() : window->show();
             window->widget()->show();
             area_->setActiveSubWindow(window);
@@ -159,8 +162,8 @@ QMdiSubWindow& frmMain::AddChild(QWidget& content) {
 void frmMain::AddDocument(editor::frmDocument& document) {
     AddChild(document);
     QMenu* windows = document.Menus().Menu("mnuWindow");
-    connect(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
-    connect(&document, &QObject::destroyed, children_.get(), [this] {
+    On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
+    On(&document, &QObject::destroyed, children_.get(), [this] {
         shownMenus_ = nullptr;  // they went with the window
         ShowMenusOfActiveChild();
     });
@@ -175,22 +178,19 @@ void frmMain::ShowMenusOfActiveChild() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (OnQueryUnload && !OnQueryUnload()) {
-        event->ignore();
-        return;
-    }
-    try {
+    event->ignore();  // what is thrown interrupts the end of the program
+    Guarded([this, event] {
+        if (OnQueryUnload && !OnQueryUnload()) return;
         if (OnUnload) OnUnload();
         event->accept();
-    } catch (const base::RunTimeError& error) {
-        event->ignore();  // the end of the program is interrupted
-        if (OnError) OnError(error);
-    }
+    });
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    if (OnResize) OnResize();
+    Guarded([this] {
+        if (OnResize) OnResize();
+    });
 }
 
 }  // namespace shell

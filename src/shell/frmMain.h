@@ -60,7 +60,6 @@ class frmMain : public QMainWindow {
     // Called before the window closes; false refuses.
     std::function<bool()> OnQueryUnload;
     std::function<void()> OnUnload;
-    std::function<void(const base::RunTimeError&)> OnError;  // what OnUnload raised
     std::function<void()> OnResize;
 
   signals:

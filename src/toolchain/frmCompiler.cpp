@@ -13,8 +13,13 @@
 #include <QTabWidget>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 
 namespace toolchain {
+
+using platform::qt::Guarded;
+using platform::qt::On;
+
 namespace {
 
 struct FrameRow {
@@ -142,7 +147,7 @@ QWidget* frmCompiler::BuildLibrary() {
     library_->setObjectName(QStringLiteral("Library"));
     library_->setAccessibleName(QStringLiteral("Library"));
     auto* choose = Button("ChooseLibrary", "Library", page);
-    connect(choose, &QPushButton::clicked, this, &frmCompiler::ChooseLibrary_Click);
+    On(choose, &QPushButton::clicked, this, [this] { ChooseLibrary_Click(); });
     layout->addWidget(library_, 0, 0);
     layout->addWidget(choose, 0, 1);
     layout->setRowStretch(1, 1);
@@ -176,9 +181,9 @@ QWidget* frmCompiler::BuildButtons() {
     auto* apply = Button("cmdApply", "Apply", row);
     for (QPushButton* button : {ok, cancel, apply}) layout->addWidget(button);
     ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, &frmCompiler::OK_Click);
-    connect(cancel, &QPushButton::clicked, this, &frmCompiler::Cancel_Click);
-    connect(apply, &QPushButton::clicked, this, &frmCompiler::cmdApply_Click);
+    On(ok, &QPushButton::clicked, this, [this] { OK_Click(); });
+    On(cancel, &QPushButton::clicked, this, [this] { Cancel_Click(); });
+    On(apply, &QPushButton::clicked, this, [this] { cmdApply_Click(); });
     return row;
 }
 
@@ -234,8 +239,8 @@ void frmCompiler::ChooseLibrary_Click() {
 bool frmCompiler::ShowCatalog() { return toolchain::ShowCatalog(app_); }
 
 void frmCompiler::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) return app_.Hall.ShowHelpTopic("Compiler");
-    QDialog::keyPressEvent(event);
+    if (event->key() != Qt::Key_F1) return QDialog::keyPressEvent(event);
+    Guarded([this] { app_.Hall.ShowHelpTopic("Compiler"); });
 }
 
 }  // namespace toolchain

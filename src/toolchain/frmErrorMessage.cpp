@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "ui_frmErrorMessage.h"
 
 namespace toolchain {
@@ -32,7 +33,7 @@ void frmErrorMessage::keyPressEvent(QKeyEvent* event) {
         return;
     }
     event->accept();
-    hall_.ShowHelpTopic("Errors");
+    platform::qt::Guarded([this] { hall_.ShowHelpTopic("Errors"); });
 }
 
 }  // namespace toolchain

@@ -8,11 +8,16 @@
 #include <utility>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/Twips.h"
 #include "toolchain/frmErrorMessage.h"
 #include "toolchain/windows/DisplayText.h"
 
 namespace toolchain {
+
+using platform::qt::Guarded;
+using platform::qt::On;
+
 namespace {
 
 constexpr int lineMargin = 6;  // pixels, on either side of a line
@@ -45,9 +50,9 @@ frmMessage::frmMessage(session::App& app, const ErrorCodes& codes, QWidget* pare
     lstMessages_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     lstMessages_->installEventFilter(this);
     setFocusProxy(lstMessages_);
-    connect(lstMessages_, &QListView::clicked, this, &frmMessage::lstMessages_Click);
+    On(lstMessages_, &QListView::clicked, this, [this] { lstMessages_Click(); });
     layoutTimer_.setSingleShot(true);
-    connect(&layoutTimer_, &QTimer::timeout, this, &frmMessage::LayOut);
+    On(&layoutTimer_, &QTimer::timeout, this, [this] { LayOut(); });
     handle_ =
         app_.Host.Libraries.Register([this](const platform::ToolMessage& message) { Receive(message); });
     ResetFont();
@@ -119,7 +124,7 @@ bool frmMessage::eventFilter(QObject* watched, QEvent* event) {
     if (!isKey || !OpensLookup(static_cast<QKeyEvent*>(event)->key())) {
         return QWidget::eventFilter(watched, event);
     }
-    if (event->type() == QEvent::KeyPress) lstMessages_Click();
+    if (event->type() == QEvent::KeyPress) Guarded([this] { lstMessages_Click(); });
     event->accept();  // the key is the list's: no shortcut of the main window takes it
     return true;
 }

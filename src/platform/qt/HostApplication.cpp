@@ -2,29 +2,15 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <new>
 
-#include "base/RunTimeError.h"
+#include "platform/qt/Guard.h"
 
 namespace platform::qt {
 namespace {
 
 constexpr std::size_t MaxOpenBoxes = 4;
 
-// The text of the exception under way.
-std::string ErrorText() {
-    try {
-        throw;
-    } catch (const base::RunTimeError& error) {
-        return error.Description();
-    } catch (const std::bad_alloc&) {
-        return "Out of memory";
-    } catch (const std::exception& error) {
-        return error.what();
-    } catch (...) {
-        return "Unexpected error";
-    }
-}
+void Print(const std::string& text) { std::fprintf(stderr, "Korvane: %s\n", text.c_str()); }
 
 }  // namespace
 
@@ -33,44 +19,41 @@ HostApplication::HostApplication(int& argc, char** argv) : QApplication(argc, ar
 }
 
 bool HostApplication::notify(QObject* receiver, QEvent* event) {
-    std::string text;
-    try {
-        return QApplication::notify(receiver, event);
-    } catch (...) {
-        text = ErrorText();
-    }
-    ShowError(text);
-    return true;
+    bool handled = true;
+    Guarded([&] { handled = QApplication::notify(receiver, event); });
+    return handled;
 }
 
 bool HostApplication::Attempt(const std::function<void()>& action) {
-    std::string text;
+    const auto error = ErrorOf(action);
+    if (error) ShowError(*error);
+    return !error;
+}
+
+void HostApplication::ShowErrorSoon(const std::string& text) {
+    const bool isShown = std::find(shown_.begin(), shown_.end(), text) != shown_.end();
+    if (isShown || shown_.size() >= MaxOpenBoxes) return Print(text);
     try {
-        action();
-        return true;
+        shown_.push_back(text);
+        QMetaObject::invokeMethod(
+            this,
+            [this, text] {
+                ShowError(text);
+                shown_.erase(std::find(shown_.begin(), shown_.end(), text));
+            },
+            Qt::QueuedConnection);
     } catch (...) {
-        text = ErrorText();
+        Print(text);
     }
-    ShowError(text);
-    return false;
 }
 
 void HostApplication::ShowError(const std::string& text) {
-    while (overrideCursor() != nullptr) restoreOverrideCursor();
-    if (boxes_ == nullptr) {
-        std::fprintf(stderr, "Korvane: %s\n", text.c_str());
-        return;
-    }
-    // A timer or a painting that fails again behind the open box must not pile up boxes.
-    if (shown_.size() >= MaxOpenBoxes) return;
-    if (std::find(shown_.begin(), shown_.end(), text) != shown_.end()) return;
-    shown_.push_back(text);
+    if (boxes_ == nullptr) return Print(text);
     try {
         boxes_->Say(text);
     } catch (...) {
-        std::fputs("Korvane: the error could not be shown\n", stderr);
+        Print(text);
     }
-    shown_.pop_back();
 }
 
 }  // namespace platform::qt

@@ -2,13 +2,21 @@
 
 #include <QTimer>
 
+#include "platform/qt/Guard.h"
+
 namespace platform::qt {
 namespace {
 
 class HostTimer : public Timer {
   public:
     HostTimer(Clock::Milliseconds interval, std::function<void()> action) {
-        QObject::connect(&timer_, &QTimer::timeout, &timer_, std::move(action));
+        // What fails at every turn is told once.
+        const auto run = [action = std::move(action), told = std::optional<std::string>()]() mutable {
+            auto error = ErrorOf(action);
+            if (error && error != told) ShowErrorSoon(*error);
+            told = std::move(error);
+        };
+        On(&timer_, &QTimer::timeout, &timer_, run);
         timer_.start(interval);
     }
 

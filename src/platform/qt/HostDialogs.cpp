@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/HostFileDialog.h"
 
 namespace platform::qt {
@@ -203,8 +204,7 @@ std::optional<FontChoice> HostDialogs::ChooseFont(const FontChoice& preset) {
     if (auto* buttons = box->findChild<QDialogButtonBox*>()) {
         auto* button = buttons->addButton("&Color...", QDialogButtonBox::ActionRole);
         button->setObjectName("Color");
-        QObject::connect(button, &QPushButton::clicked, button,
-                         [&] { color = ChooseColor(color).value_or(color); });
+        On(button, &QPushButton::clicked, button, [&] { color = ChooseColor(color).value_or(color); });
     }
     if (!box.Run()) return std::nullopt;
     const QFont font = box->selectedFont();

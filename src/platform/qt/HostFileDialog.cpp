@@ -4,6 +4,7 @@
 
 #include "base/Text.h"
 #include "platform/PathMap.h"
+#include "platform/qt/Guard.h"
 
 namespace platform::qt {
 namespace {
@@ -76,6 +77,10 @@ void HostFileDialog::Place(const FileDialogRequest& request) {
 }
 
 void HostFileDialog::accept() {
+    Guarded([this] { TakeChoice(); });
+}
+
+void HostFileDialog::TakeChoice() {
     auto* edit = findChild<QLineEdit*>("fileNameEdit");
     const QString typed = edit == nullptr ? "" : edit->text();
     const QStringList selected = selectedFiles();  // a folder in the list, if nothing is typed

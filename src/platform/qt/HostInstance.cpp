@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <cerrno>
 
+#include "platform/qt/Guard.h"
+
 namespace platform::qt {
 namespace {
 
@@ -23,7 +25,7 @@ HostInstance::HostInstance(std::string folder, std::function<bool(const std::str
     : folder_(std::move(folder)), raise_(std::move(raise)) {
     if (folder_.empty())
         folder_ = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
-    QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Serve(); });
+    On(&server_, &QLocalServer::newConnection, &server_, [this] { Serve(); });
 }
 
 bool HostInstance::Take() {
@@ -58,7 +60,7 @@ void HostInstance::Serve() {
             client->write(raised ? "1\n" : "0\n");
             client->disconnectFromServer();
         };
-        QObject::connect(client, &QLocalSocket::readyRead, client, answer);
+        On(client, &QLocalSocket::readyRead, client, answer);
         answer();
     }
 }

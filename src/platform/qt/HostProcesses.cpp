@@ -14,6 +14,7 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "platform/PathMap.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/HostFile.h"
 
 namespace platform::qt {
@@ -120,7 +121,7 @@ HostProcesses::HostProcesses(const FileSystem& files) : files_(files) {
     if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
         std::signal(SIGCHLD, SIG_DFL);
     reaper_.setInterval(ReapInterval);
-    QObject::connect(&reaper_, &QTimer::timeout, &reaper_, [this] { Reap(); });
+    On(&reaper_, &QTimer::timeout, &reaper_, [this] { Reap(); });
 }
 
 Processes::Id HostProcesses::Start(const std::string& commandLine) {
@@ -142,7 +143,7 @@ void HostProcesses::Wait(Id process) {
     if (!IsRunning(process)) return;
     QEventLoop loop;
     QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+    On(&poll, &QTimer::timeout, &loop, [&] {
         if (!IsRunning(process)) loop.quit();
     });
     poll.start(WaitInterval);

@@ -3,6 +3,7 @@
 #include <QMenuBar>
 
 #include "base/RunTimeError.h"
+#include "platform/qt/Guard.h"
 
 namespace platform::qt {
 
@@ -51,7 +52,7 @@ void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index, const Click& 
     action->setEnabled((row.Flags & menuDisabled) == 0);
     action->setCheckable((row.Flags & (menuChecked | menuCheckable)) != 0);
     action->setChecked((row.Flags & menuChecked) != 0);
-    QObject::connect(action, &QAction::triggered, &menu, [click, base = std::string(row.Name), index, action] {
+    On(action, &QAction::triggered, &menu, [click, base = std::string(row.Name), index, action] {
         // The command alone says what is checked.
         if (action->isCheckable()) action->setChecked(!action->isChecked());
         click(base, index);

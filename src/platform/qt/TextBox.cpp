@@ -5,6 +5,7 @@
 
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/TextBoxSearch.h"
 
 namespace platform::qt {
@@ -26,13 +27,12 @@ TextBox::TextBox(QWidget* parent)
     SetUpColors();
     styles_.Reset(default_);
     DefineOwnStyles();
-    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
+    On(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
         marginLines_ = -1;
         UpdateMargin();
     });
-    connect(
-        this, &QsciScintillaBase::SCN_MODIFIED, this,
-        [this](int position, int type, const char*, int length) { OnModification(position, type, length); });
+    On(this, &QsciScintillaBase::SCN_MODIFIED, this,
+       [this](int position, int type, const char*, int length) { OnModification(position, type, length); });
     ListenToModifications();
     QAccessible::installActivationObserver(this);
 }

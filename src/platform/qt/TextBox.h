@@ -138,6 +138,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     StyleTable::Number InsertionNumber(Span span);
     void RememberRemoved(std::int32_t start, std::int32_t length);
     bool RestoreRemoved(Span span);
+    void PressKey(QKeyEvent& event);
     Span CaretSurroundings() const;
 
     CharStyle SelStyle() const;

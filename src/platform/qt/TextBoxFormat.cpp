@@ -1,6 +1,5 @@
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QTimer>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -8,6 +7,7 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/TextBox.h"
 
 namespace platform::qt {
@@ -257,7 +257,7 @@ StyleTable::NumberSet TextBox::NumbersInUse() const {
 void TextBox::TidyStylesLater() {
     if (tidyDue_) return;
     tidyDue_ = true;
-    QTimer::singleShot(0, this, [this] { TidyStyles(); });
+    Soon(this, [this] { TidyStyles(); });
 }
 
 void TextBox::TidyStyles() {

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/TextBox.h"
 #include "platform/qt/TextBoxKeys.h"
 
@@ -27,31 +28,41 @@ bool TextBox::event(QEvent* event) {
         event->setAccepted(EditCommand(*key).has_value() || TypesText(*key));
         return true;
     }
-    const bool handled = QsciScintillaBase::event(event);
-    Settle();
+    bool handled = true;
+    Guarded([&] {
+        handled = QsciScintillaBase::event(event);
+        Settle();
+    });
     return handled;
 }
 
 bool TextBox::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::Paint) Settle();
-    const bool handled = QsciScintillaBase::viewportEvent(event);
-    Settle();
+    bool handled = true;
+    Guarded([&] {
+        if (event->type() == QEvent::Paint) Settle();
+        handled = QsciScintillaBase::viewportEvent(event);
+        Settle();
+    });
     return handled;
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
-    if (const auto command = EditCommand(*event)) {
+    Guarded([&] { PressKey(*event); });
+}
+
+void TextBox::PressKey(QKeyEvent& event) {
+    if (const auto command = EditCommand(event)) {
         Sci(static_cast<unsigned>(*command));
-    } else if (!TypesText(*event)) {
-        return event->ignore();
-    } else if (event->text().at(0).isPrint()) {
-        QsciScintillaBase::keyPressEvent(event);
+    } else if (!TypesText(event)) {
+        return event.ignore();
+    } else if (event.text().at(0).isPrint()) {
+        QsciScintillaBase::keyPressEvent(&event);
     } else {
         // The base class knows no characters beyond the first 65,536 and drops invisible ones.
-        SendScintilla(SCI_REPLACESEL, event->text().toUtf8().constData());
+        SendScintilla(SCI_REPLACESEL, event.text().toUtf8().constData());
         Sci(SCI_SCROLLCARET);
     }
-    event->accept();
+    event.accept();
 }
 
 void TextBox::keyReleaseEvent(QKeyEvent* event) {
@@ -60,8 +71,10 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void TextBox::inputMethodEvent(QInputMethodEvent* event) {
-    QsciScintillaBase::inputMethodEvent(event);
-    Settle();
+    Guarded([&] {
+        QsciScintillaBase::inputMethodEvent(event);
+        Settle();
+    });
     if (!event->commitString().isEmpty()) emit KeyReleased(processKey);
 }
 
@@ -108,7 +121,7 @@ void TextBox::mousePressEvent(QMouseEvent* event) {
         emit RightButtonPressed(event->globalPosition().toPoint());
         return;
     }
-    QsciScintillaBase::mousePressEvent(event);
+    Guarded([&] { QsciScintillaBase::mousePressEvent(event); });
 }
 
 void TextBox::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
@@ -126,7 +139,7 @@ void TextBox::dragMoveEvent(QDragMoveEvent* event) {
 
 void TextBox::dropEvent(QDropEvent* event) {
     if (event->mimeData()->hasUrls()) return event->ignore();
-    QsciScintillaBase::dropEvent(event);
+    Guarded([&] { QsciScintillaBase::dropEvent(event); });
 }
 
 QByteArray TextBox::fromMimeData(const QMimeData* source, bool& rectangular) const {

@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
     qt::ToolHost libraries;
     qt::HostSystem desktop(files);
     qt::HostClock time;
-    application.ShowErrorsWith(boxes);
+    application.ShowErrorsWith(&boxes);
     platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time};
     session::Session state;
     shell::Shell shell(state, host, qt::StateFolder(files));

@@ -2,6 +2,7 @@
 
 #include "editor/DocumentFile.h"
 #include "editor/frmDocument.h"
+#include "platform/qt/Guard.h"
 #include "shell/frmMain.h"
 
 namespace shell {
@@ -38,7 +39,7 @@ void RecoveryKeeper::Tick() {
 }
 
 void RecoveryKeeper::Watch(editor::frmDocument& document) {
-    QObject::connect(&document, &editor::frmDocument::Unloaded, &alive_, [this, gone = &document] {
+    platform::qt::On(&document, &editor::frmDocument::Unloaded, &alive_, [this, gone = &document] {
         recovery_.Forget(gone);
         kept_.erase(gone);
     });

@@ -46,7 +46,6 @@ void Shell::LoadMain() {
     main_->SetCommands(MainCommands());
     main_->OnQueryUnload = [this] { return QueryUnloadAll(); };
     main_->OnUnload = [this] { Unload(); };
-    main_->OnError = [this](const base::RunTimeError& error) { app_.Host.Boxes.Say(error.Description()); };
     main_->OnResize = [this] {
         if (app_.State.AutoArrange) ArrangeWindows();
     };

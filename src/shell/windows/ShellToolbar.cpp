@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 #include "shell/windows/Shell.h"
 #include "shell/windows/ToolbarView.h"
 
@@ -15,7 +16,7 @@ constexpr std::chrono::milliseconds toolbarInterval{500};
 void Shell::LoadToolbar() {
     toolbarView_ = new ToolbarView(main_->ToolBar());
     toolbarView_->OnClick = [this](const std::string& key) { ClickToolbar(key); };
-    QObject::connect(main_.get(), &frmMain::ActiveChildChanged, main_.get(), [this] { TickToolbar(); });
+    platform::qt::On(main_.get(), &frmMain::ActiveChildChanged, main_.get(), [this] { TickToolbar(); });
     TBMenuTimer = app_.Host.Time.Every(toolbarInterval, [this] { TickToolbar(); });
     TickToolbar();
 }

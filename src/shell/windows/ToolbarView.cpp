@@ -6,6 +6,7 @@
 #include <QToolBar>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 
 namespace shell {
 
@@ -19,7 +20,7 @@ ToolbarView::ToolbarView(QToolBar& bar) : QObject(&bar), bar_(bar) {
         ShowButton(i, shown_.Buttons[i]);
         if (key.empty()) continue;
         button->setObjectName(QString::fromStdString(key));
-        connect(button, &QAction::triggered, this, [this, key] {
+        platform::qt::On(button, &QAction::triggered, this, [this, key] {
             if (OnClick) OnClick(key);
         });
         if (QWidget* widget = bar.widgetForAction(button)) widget->installEventFilter(this);
@@ -50,7 +51,7 @@ bool ToolbarView::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
         for (std::size_t i = 0; i < buttons_.size(); ++i) {
             if (bar_.widgetForAction(buttons_[i]) == watched && OnRightClick)
-                OnRightClick(shown_.Buttons[i].Tip);
+                platform::qt::Guarded([&] { OnRightClick(shown_.Buttons[i].Tip); });
         }
     }
     return QObject::eventFilter(watched, event);

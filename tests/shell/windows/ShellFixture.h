@@ -8,10 +8,12 @@
 
 #include "base/Text.h"
 #include "editor/frmDocument.h"
+#include "platform/qt/HostApplication.h"
 #include "platform/qt/HostFileSystem.h"
 #include "platform/qt/TextBox.h"
 #include "shell/windows/Shell.h"
 #include "support/Doubles.h"
+#include "support/QtMain.h"
 
 // The whole program from Main on, on an installation in a temporary folder, with scripted dialogs.
 class ShellFixture : public testing::Test {
@@ -25,7 +27,15 @@ class ShellFixture : public testing::Test {
                      "0101ta Syntax error\r\nError. What was found\r\nLook there.\r\n");
         desktop.Desk.Program = folder.Logic("Korvane/Korvane");
     }
-    ~ShellFixture() override { shell.reset(); }
+    ~ShellFixture() override {
+        ShowErrorsWith(UnexpectedErrors());
+        shell.reset();
+    }
+
+    // What no command traps is shown there instead of failing the test.
+    static void ShowErrorsWith(platform::Dialogs& boxes) {
+        static_cast<platform::qt::HostApplication*>(qApp)->ShowErrorsWith(&boxes);
+    }
 
     void Start() {
         shell = std::make_unique<shell::Shell>(state, desktop.Host, folder.Logic("state") + "\\");
