@@ -88,8 +88,8 @@ constexpr std::array kTable{
                  "The run stops after 100 errors.",
                  "Mend the first ones; the others often follow from them."},
     MessageEntry{
-        Code::HeaderMissing, "1101ta", Warning, "Header statement missing",
-        "The design's header lacks a statement.",
+        Code::HeaderMissing, "1101ta", Warning, "Missing in the header",
+        "The design's header lacks statements.",
         "Name, Partno, Date, Revision, Designer, Company, Assembly, Location and Device make the header."},
     MessageEntry{Code::NameMissing, "1102ta", Error, "Design has no Name",
                  "The header lacks the Name statement, or it is empty.",
