@@ -222,6 +222,9 @@ constexpr std::array kTable{
     MessageEntry{Code::NoVectors, "4201tc", Warning, "No vectors to simulate",
                  "The simulator was asked for and the design has no .SI file.",
                  "Write a .SI file beside the design or take the option off."},
+    MessageEntry{Code::InternalFault, "9000tc", Error, "Internal fault",
+                 "The tool chain failed by a fault of its own; the run ends here.",
+                 "The design need not be wrong. Keep it and report it with this line."},
 };
 static_assert(kTable.size() == static_cast<std::size_t>(Code::Count));
 

@@ -84,6 +84,7 @@ enum class Code {
     LibraryUnreadable,
     PlaTooLarge,
     NoVectors,
+    InternalFault,
     Count
 };
 
