@@ -3,14 +3,16 @@
 #include <dirent.h>
 #include <unistd.h>
 
+#include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
 
+#include "base/AtomicFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
-#include "platform/qt/HostFile.h"
 
 namespace platform::qt {
 namespace {
@@ -31,9 +33,17 @@ std::optional<struct stat> StatusOf(const std::string& hostPath) {
 // A file may go only if it may be changed; of a link, the link goes.
 void CheckRemovable(const std::string& hostPath) {
     struct stat status {};
-    if (::lstat(hostPath.c_str(), &status) != 0) RaiseErrno(errno, hostPath);
-    if (S_ISDIR(status.st_mode) || (!S_ISLNK(status.st_mode) && IsReadOnly(status, hostPath)))
-        RaiseErrno(EACCES, hostPath);
+    if (::lstat(hostPath.c_str(), &status) != 0) base::RaiseErrno(errno, hostPath);
+    if (S_ISDIR(status.st_mode) || (!S_ISLNK(status.st_mode) && base::IsReadOnly(status, hostPath)))
+        base::RaiseErrno(EACCES, hostPath);
+}
+
+// A new user has no trash yet. Where none can be made the toolkit would take the current folder for it.
+bool HasTrash() {
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString trash = data + "/Trash";
+    return QDir().mkpath(data) &&
+           ::access(QFile::encodeName(QDir(trash).exists() ? trash : data).constData(), W_OK) == 0;
 }
 
 }  // namespace
@@ -89,43 +99,43 @@ std::optional<FileStamp> HostFileSystem::Stamp(std::string_view path) const {
 }
 
 std::string HostFileSystem::ReadFile(std::string_view path) const {
-    return ReadWhole(ToHostPath(path), MaxFileSize);
+    return base::ReadWhole(ToHostPath(path), MaxFileSize);
 }
 
 void HostFileSystem::WriteFile(std::string_view path, std::string_view bytes) {
-    AtomicFile file(ToHostPath(path));
+    base::AtomicFile file(ToHostPath(path));
     file.Write(bytes);
     file.Commit();
 }
 
 void HostFileSystem::CopyFile(std::string_view from, std::string_view to) {
     const std::string host = ToHostPath(from);
-    Descriptor source;
+    base::Descriptor source;
     struct stat status {};
-    OpenRegular(host, source, status);
-    AtomicFile target(ToHostPath(to));
-    ReadBlocks(source, host, [&](std::string_view block) { target.Write(block); });
+    base::OpenRegular(host, source, status);
+    base::AtomicFile target(ToHostPath(to));
+    base::ReadBlocks(source, host, [&](std::string_view block) { target.Write(block); });
     target.SetModified(status.st_mtim);
-    target.Commit(AtomicFile::Durability::Quick);  // there is still the source
+    target.Commit(base::AtomicFile::Durability::Quick);  // there is still the source
 }
 
 void HostFileSystem::DeleteFile(std::string_view path) {
     const std::string host = ToHostPath(path);
     CheckRemovable(host);
-    if (::unlink(host.c_str()) != 0) RaiseErrno(errno, host);
+    if (::unlink(host.c_str()) != 0) base::RaiseErrno(errno, host);
 }
 
 void HostFileSystem::TrashFile(std::string_view path) {
     const std::string host = ToHostPath(path);
     CheckRemovable(host);
-    if (!QFile::moveToTrash(QFile::decodeName(host.c_str()))) RaiseErrno(EACCES, host);
+    if (!HasTrash() || !QFile::moveToTrash(QFile::decodeName(host.c_str()))) base::RaiseErrno(EACCES, host);
 }
 
 void HostFileSystem::MakeDirectory(std::string_view path) {
     const std::string host = ToHostPath(path);
     std::error_code error;
     std::filesystem::create_directories(host, error);
-    if (error) RaiseErrno(error.value(), host);
+    if (error) base::RaiseErrno(error.value(), host);
 }
 
 std::vector<std::string> HostFileSystem::List(std::string_view pattern) const {
@@ -145,16 +155,23 @@ std::vector<std::string> HostFileSystem::List(std::string_view pattern) const {
     return names;
 }
 
+std::string HostFileSystem::CurrentDirectory() const {
+    const std::lock_guard lock(mutex_);
+    return current_;
+}
+
 void HostFileSystem::SetCurrentDirectory(std::string_view path) {
     if (!DirectoryExists(path)) throw base::RunTimeError(base::errPathNotFound);
     const std::string host = ToHostPath(path);
-    if (::chdir(host.c_str()) != 0) RaiseErrno(errno, host);
-    current_ = FromHostPath(host);
+    if (::chdir(host.c_str()) != 0) base::RaiseErrno(errno, host);
+    const std::string current = FromHostPath(host);
+    const std::lock_guard lock(mutex_);
+    current_ = current;
 }
 
 std::string HostFileSystem::ToHostPath(std::string_view path) const {
     if (path.find('\0') != std::string_view::npos) throw base::RunTimeError(base::errFileNotFound);
-    return paths_.ToHost(path, current_);
+    return paths_.ToHost(path, CurrentDirectory());
 }
 
 std::string HostFileSystem::FromHostPath(std::string_view hostPath) const {

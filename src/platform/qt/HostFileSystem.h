@@ -1,12 +1,14 @@
 #pragma once
 
+#include <mutex>
+
 #include "platform/FileSystem.h"
 #include "platform/PathMap.h"
 
 namespace platform::qt {
 
 // The files of a POSIX host. A path without drive is taken from the current directory, which is also the
-// process's, so that started programs inherit it.
+// process's, so that started programs inherit it. All operations may be called from any thread.
 class HostFileSystem : public FileSystem {
   public:
     explicit HostFileSystem(PathMap paths = PathMap());
@@ -24,7 +26,7 @@ class HostFileSystem : public FileSystem {
 
     std::vector<std::string> List(std::string_view pattern) const override;
 
-    std::string CurrentDirectory() const override { return current_; }
+    std::string CurrentDirectory() const override;
     void SetCurrentDirectory(std::string_view path) override;
 
     std::string ToHostPath(std::string_view path) const override;
@@ -32,6 +34,7 @@ class HostFileSystem : public FileSystem {
 
   private:
     PathMap paths_;
+    mutable std::mutex mutex_;  // of current_
     std::string current_;
 };
 

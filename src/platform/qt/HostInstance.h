@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/qt/HostFile.h"
+#include "base/PosixFile.h"
 
 namespace platform::qt {
 
@@ -29,7 +29,7 @@ class HostInstance {
 
     std::string folder_;
     std::function<bool(const std::string&)> raise_;
-    Descriptor lock_;
+    base::Descriptor lock_;
     QLocalServer server_;
 };
 

@@ -11,11 +11,11 @@
 #include <csignal>
 #include <optional>
 
+#include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "platform/PathMap.h"
 #include "platform/qt/Guard.h"
-#include "platform/qt/HostFile.h"
 
 namespace platform::qt {
 namespace {
@@ -133,7 +133,7 @@ Processes::Id HostProcesses::Start(const std::string& commandLine) {
     pid_t process = 0;
     const int failed = ::posix_spawn(&process, line.Program.c_str(), &settings.Actions, &settings.Attributes,
                                      arguments.data(), environ);
-    if (failed != 0) RaiseErrno(failed, line.Program);
+    if (failed != 0) base::RaiseErrno(failed, line.Program);
     running_.insert(static_cast<Id>(process));
     reaper_.start();
     return static_cast<Id>(process);

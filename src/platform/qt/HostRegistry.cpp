@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "base/RunTimeError.h"
-#include "platform/qt/HostFile.h"
+#include "base/AtomicFile.h"
 
 namespace platform::qt {
 namespace {
@@ -29,7 +29,7 @@ bool HostRegistry::Load() {
     try {
         struct stat status {};
         const bool missing = ::stat(path_.c_str(), &status) != 0 && errno == ENOENT;
-        text_ = RegistryText(missing ? "" : ReadWhole(path_, MaxSize));
+        text_ = RegistryText(missing ? "" : base::ReadWhole(path_, MaxSize));
     } catch (const base::RunTimeError&) {
         readable_ = false;
     }
@@ -43,9 +43,9 @@ bool HostRegistry::Save() {
         if (bytes.size() > MaxSize) return false;
         std::error_code ignored;  // the file's own error tells
         std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), ignored);
-        AtomicFile file(path_);
+        base::AtomicFile file(path_);
         file.Write(bytes);
-        file.Commit(AtomicFile::Durability::Quick);  // the start of the program waits for this
+        file.Commit(base::AtomicFile::Durability::Quick);  // the start of the program waits for this
         changed_ = false;
         return true;
     } catch (const base::RunTimeError&) {
@@ -55,7 +55,7 @@ bool HostRegistry::Save() {
 
 bool HostRegistry::CanWrite() const {
     try {
-        return CanReplace(path_);
+        return base::CanReplace(path_);
     } catch (const base::RunTimeError&) {
         return false;
     }

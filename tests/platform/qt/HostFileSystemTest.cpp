@@ -52,15 +52,19 @@ TEST_F(HostFileSystemTest, WriteReplacesTheFileOfAnotherCaseAndKeepsRightsAndLin
     folder_.Write("real/count8.pld", "old");
     fs::permissions(Host("real/count8.pld"), fs::perms(0640));
     fs::create_symlink("real/count8.pld", Host("link.pld"));
+    folder_.Write("twin.pld", "some longer old text");
+    fs::create_hard_link(Host("twin.pld"), Host("real/twin.pld"));
     fs::create_symlink("real/fresh.pld", Host("dangling.pld"));
     files_.WriteFile(folder_.Logic("LINK.PLD"), std::string("new\r\n\0\xff", 7));
     files_.WriteFile(folder_.Logic("dangling.pld"), "fresh");
+    files_.WriteFile(folder_.Logic("twin.pld"), "both");
+    EXPECT_EQ(folder_.Read("real/twin.pld"), "both");
     EXPECT_TRUE(fs::is_symlink(Host("link.pld")));
     EXPECT_TRUE(fs::is_symlink(Host("dangling.pld")));
     EXPECT_EQ(folder_.Read("real/fresh.pld"), "fresh");
     EXPECT_EQ(files_.ReadFile(folder_.Logic("real\\count8.pld")), std::string("new\r\n\0\xff", 7));
     EXPECT_EQ(fs::status(Host("real/count8.pld")).permissions(), fs::perms(0640));
-    EXPECT_EQ(EntryCount(), 3U);
+    EXPECT_EQ(EntryCount(), 4U);
 }
 
 TEST_F(HostFileSystemTest, FailuresNameTheirErrorAndLeaveTheOldFile) {
@@ -131,7 +135,6 @@ TEST_F(HostFileSystemTest, CopyKeepsTheModificationTime) {
 
 TEST_F(HostFileSystemTest, TrashedFilesLieInTheTrash) {
     ::setenv("XDG_DATA_HOME", Host("data").c_str(), 1);
-    folder_.Write("data/keep", "");
     folder_.Write("count8.jed", "fuses");
     files_.TrashFile(folder_.Logic("COUNT8.JED"));
     ::unsetenv("XDG_DATA_HOME");
