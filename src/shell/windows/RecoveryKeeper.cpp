@@ -10,6 +10,7 @@ namespace {
 
 // With the writing, a copy is less than five seconds old.
 constexpr std::chrono::milliseconds interval{2000};
+const std::string notKept = "No copies of unsaved texts can be kept: ";
 
 }  // namespace
 
@@ -21,6 +22,12 @@ void RecoveryKeeper::Start() {
 }
 
 void RecoveryKeeper::Tick() {
+    recovery_.Retry();
+    KeepDirtyTexts();
+    TellFailure();
+}
+
+void RecoveryKeeper::KeepDirtyTexts() {
     for (QMdiSubWindow* window : main_.Area().subWindowList()) {
         auto* document = qobject_cast<editor::frmDocument*>(window);
         if (document == nullptr) continue;
@@ -38,6 +45,15 @@ void RecoveryKeeper::Tick() {
     }
 }
 
+// Once in the status bar, and not again before it went well meanwhile.
+void RecoveryKeeper::TellFailure() {
+    const std::string failure = recovery_.Failure();
+    const std::string text = failure.empty() ? "" : notKept + failure;
+    if (text == told_ || (!text.empty() && !told_.empty())) return;
+    if (!text.empty() || app_.Hall.Panel(1) == told_) app_.Hall.SetPanel(1, text);
+    told_ = text;
+}
+
 void RecoveryKeeper::Watch(editor::frmDocument& document) {
     platform::qt::On(&document, &editor::frmDocument::Unloaded, &alive_, [this, gone = &document] {
         recovery_.Forget(gone);
@@ -49,7 +65,7 @@ void RecoveryKeeper::OfferCopies() {
     const auto copies = recovery_.Find();
     if (copies.empty()) return;
     std::string text = "Korvane ended unexpectedly. These texts were not saved:\n\n";
-    for (const auto& copy : copies) text += copy.Caption + "\n";
+    for (const auto& copy : copies) text += copy.Copy.Caption + "\n";
     text += "\nDo you want to open them as they were?";
     const auto answer = app_.Host.Boxes.MessageBox({.Text = text,
                                                     .Title = "Recover Texts",
@@ -57,21 +73,25 @@ void RecoveryKeeper::OfferCopies() {
                                                     .Picture = platform::Icon::Question});
     if (answer == platform::Answer::Yes) {
         for (const auto& copy : copies) Restore(copy);
-        // The old copies go only when the new ones are on disk.
-        Tick();
-        recovery_.Flush();
+    } else {
+        for (const auto& copy : copies) recovery_.Refuse(copy.Path);
     }
-    recovery_.RemoveFound();
 }
 
-void RecoveryKeeper::Restore(const editor::RecoveryCopy& copy) {
+void RecoveryKeeper::Restore(const editor::FoundCopy& found) {
+    const editor::RecoveryCopy& copy = found.Copy;
+    const std::size_t before = app_.State.Documents.Count();
     app_.Hall.OpenDocument();
-    session::Document* document = app_.Hall.ActiveDocument();
-    if (document == nullptr) return;
+    auto* document = main_.ActiveDocument();
+    // Without a window of its own the copy stays on disk, for the next start.
+    if (document == nullptr || app_.State.Documents.Count() == before) return;
     document->SetCaption(copy.Caption);
     document->FileName = copy.FileName;
     document->txtText().SetText(copy.Text);
     document->Dirty = true;
+    recovery_.Adopt(document, found.Path);
+    Watch(*document);
+    kept_[document] = document->Revision;
     const auto kind = editor::KindOf(copy.Caption);
     if (kind == editor::DocumentKind::Design) app_.Hall.HighlightSyntax(*document);
     if (kind != editor::DocumentKind::Plain && app_.State.sProject.empty()) {

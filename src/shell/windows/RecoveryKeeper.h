@@ -25,16 +25,18 @@ class RecoveryKeeper {
     void Start();
     // One look at all documents; the timer's work.
     void Tick();
-    void Flush() { recovery_.Flush(); }
 
   private:
-    void Restore(const editor::RecoveryCopy& copy);
+    void KeepDirtyTexts();
+    void TellFailure();
+    void Restore(const editor::FoundCopy& found);
     void Watch(editor::frmDocument& document);
 
     session::App& app_;
     frmMain& main_;
     editor::Recovery recovery_;
     std::map<const editor::frmDocument*, std::uint64_t> kept_;  // revision of the copy
+    std::string told_;                                          // in the status bar; empty: all is well
     std::unique_ptr<platform::Timer> RecoveryTimer;
     QObject alive_;  // hears of the documents while this stands
 };
