@@ -84,7 +84,8 @@ function(korvane_test name)
     endif()
     target_compile_options(test_${name} PRIVATE -Wno-conversion)
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
-        PROPERTIES TIMEOUT 110 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+        PROPERTIES TIMEOUT 110 ENVIRONMENT QT_QPA_PLATFORM=offscreen
+                   ENVIRONMENT_MODIFICATION XDG_STATE_HOME=set:${CMAKE_BINARY_DIR}/state)
 endfunction()
 
 include(GoogleTest)

@@ -12,7 +12,8 @@ class Files {
     virtual ~Files() = default;
     // Nothing if the file cannot be read or holds more than `maxBytes`.
     virtual std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) = 0;
-    virtual bool Write(std::string_view path, std::string_view bytes) = 0;
+    // The file is the old one or the new one, never a part. Empty if done, else why not.
+    virtual std::string Write(std::string_view path, std::string_view bytes) = 0;
     // One name for one file, however it was spelled.
     virtual std::string Identity(std::string_view path) = 0;
 };

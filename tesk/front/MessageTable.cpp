@@ -88,8 +88,8 @@ constexpr std::array kTable{
                  "The run stops after 100 errors.",
                  "Mend the first ones; the others often follow from them."},
     MessageEntry{
-        Code::HeaderMissing, "1101ta", Warning, "Missing in the header",
-        "The design's header lacks statements.",
+        Code::HeaderMissing, "1101ta", Warning, "Header statement missing",
+        "The design's header lacks a statement.",
         "Name, Partno, Date, Revision, Designer, Company, Assembly, Location and Device make the header."},
     MessageEntry{Code::NameMissing, "1102ta", Error, "Design has no Name",
                  "The header lacks the Name statement, or it is empty.",
@@ -222,9 +222,11 @@ constexpr std::array kTable{
     MessageEntry{Code::NoVectors, "4201tc", Warning, "No vectors to simulate",
                  "The simulator was asked for and the design has no .SI file.",
                  "Write a .SI file beside the design or take the option off."},
-    MessageEntry{Code::InternalFault, "9000tc", Error, "Internal fault",
-                 "The tool chain failed by a fault of its own; the run ends here.",
-                 "The design need not be wrong. Keep it and report it with this line."},
+    MessageEntry{
+        Code::LettersUnknown, "4202tc", Warning, "Options of the last compile are not known",
+        "The simulation made the fuse map anew; the secure fuse, one-hot states, reduction and name may "
+        "differ from the one before.",
+        "Compile the design, then simulate again."},
 };
 static_assert(kTable.size() == static_cast<std::size_t>(Code::Count));
 

@@ -84,7 +84,7 @@ enum class Code {
     LibraryUnreadable,
     PlaTooLarge,
     NoVectors,
-    InternalFault,
+    LettersUnknown,
     Count
 };
 

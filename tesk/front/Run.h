@@ -40,6 +40,8 @@ struct Run {
     Design& Result() { return Analysis.Result; }
     // Writes an output and notes it; a failure is reported.
     void Write(const std::string& path, std::string_view text);
+    // The same without the note.
+    bool WriteUnnoted(const std::string& path, std::string_view text);
     bool Ok() const { return Said.Errors() == 0; }
     std::string Output(std::string_view extension) const { return Base + std::string(extension); }
 };

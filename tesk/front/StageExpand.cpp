@@ -13,8 +13,7 @@ bool ExpandStage(Run& run) {
 }
 
 void WriteList(Run& run) {
-    if (run.Options.List && !run.Disk.Write(run.Output(".LST"), ListText(run.Source, run.Said)))
-        run.Said.Add(Code::CannotWrite, {}, run.Output(".LST"));
+    if (run.Options.List) run.WriteUnnoted(run.Output(".LST"), ListText(run.Source, run.Said));
 }
 
 }  // namespace front

@@ -5,6 +5,8 @@
 #include <fstream>
 #include <vector>
 
+#include "base/AtomicFile.h"
+#include "base/RunTimeError.h"
 #include "base/Text.h"
 
 namespace kernel {
@@ -58,18 +60,18 @@ std::optional<std::string> DiskFiles::Read(std::string_view path, std::size_t ma
     return bytes;
 }
 
-// Beside the target and renamed over it, so that a full disk leaves the old file whole.
-bool DiskFiles::Write(std::string_view path, std::string_view bytes) {
+std::string DiskFiles::Write(std::string_view path, std::string_view bytes) {
     const std::string host = HostPath(path);
-    const std::string fresh = host + ".new~";
-    std::error_code error;
-    std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out.fail()) fs::rename(fresh, host, error);
-    if (!out.fail() && !error) return true;
-    fs::remove(fresh, error);
-    return false;
+    try {
+        base::AtomicFile file(host);
+        file.Write(bytes);
+        file.Commit(base::AtomicFile::Durability::Quick);  // a run makes it anew
+        return {};
+    } catch (const base::RunTimeError& error) {
+        struct stat status {};
+        const bool exists = ::stat(host.c_str(), &status) == 0;
+        return exists && base::IsReadOnly(status, host) ? "the file is write-protected" : error.Description();
+    }
 }
 
 std::string DiskFiles::Identity(std::string_view path) {

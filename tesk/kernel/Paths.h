@@ -16,7 +16,7 @@ std::string HostPath(std::string_view name);
 class DiskFiles : public front::Files {
   public:
     std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) override;
-    bool Write(std::string_view path, std::string_view bytes) override;
+    std::string Write(std::string_view path, std::string_view bytes) override;
     std::string Identity(std::string_view path) override;
 };
 

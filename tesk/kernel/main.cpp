@@ -1,13 +1,13 @@
 #include <unistd.h>
 
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "base/Text.h"
-#include "front/Options.h"
+#include "front/Messages.h"
+#include "kernel/EarlierOutputs.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
@@ -16,9 +16,15 @@
 
 extern "C" std::int32_t TeskkVB(kernel::RunRecord* record);
 
+static std::string refusals;  // lines on outputs that could not be written: the entry below has no context
+
 extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::uintptr_t,
                                      std::intptr_t lparam) {
-    if (message == kernel::addLine) std::printf("%s\n", reinterpret_cast<const char*>(lparam));
+    if (message != kernel::addLine) return 0;
+    const std::string line = reinterpret_cast<const char*>(lparam);
+    std::printf("%s\n", line.c_str());
+    static const std::string refusal = "[" + std::string(front::Entry(front::Code::CannotWrite).Number) + "]";
+    if (line.starts_with(refusal)) refusals += line + "\n";
     return 0;
 }
 
@@ -48,27 +54,6 @@ bool Parse(int count, char** values, Arguments& arguments) {
             arguments.File = value;
     }
     return !arguments.File.empty();
-}
-
-struct OutputOf {
-    bool front::Options::*Asked;
-    std::string_view Extension;
-};
-constexpr std::array kOutputs{
-    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Fuse, ".DOC"},
-    OutputOf{&front::Options::Equations, ".DOC"}, OutputOf{&front::Options::Absolute, ".ABS"},
-    OutputOf{&front::Options::List, ".LST"},      OutputOf{&front::Options::Expanded, ".MX"},
-    OutputOf{&front::Options::Pla, ".PLA"},       OutputOf{&front::Options::Palasm, ".PDS"},
-    OutputOf{&front::Options::Edif, ".EDF"},      OutputOf{&front::Options::Xnf, ".XNF"},
-    OutputOf{&front::Options::Simulate, ".SO"},   OutputOf{&front::Options::Simulate, ".VCD"},
-};
-
-// A run that fails leaves no output of an earlier one beside it, as the desktop does it.
-void RemoveOld(const std::string& base, const front::Options& options) {
-    std::error_code error;
-    for (const OutputOf& output : kOutputs)
-        if (options.*output.Asked)
-            std::filesystem::remove(kernel::HostPath(base + std::string(output.Extension)), error);
 }
 
 // The record holds 255 bytes of a path: a longer one is worked on from its own folder.
@@ -111,6 +96,8 @@ int main(int count, char** values) {
     kernel::SetText(record.szOptions, arguments.Options);
     kernel::SetText(record.szDevice, arguments.Device);
     kernel::SetText(record.szDesign, base);
-    RemoveOld(base, front::Options::Parse(arguments.Options));
-    return TeskkVB(&record) == 0 ? 0 : 1;
+    const kernel::EarlierOutputs earlier(base, front::Options::Parse(arguments.Options));
+    const bool isClean = TeskkVB(&record) == 0;
+    earlier.RemoveThoseLeft(refusals);
+    return isClean ? 0 : 1;
 }

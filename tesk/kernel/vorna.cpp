@@ -1,5 +1,4 @@
 #include "kernel/StageGuard.h"
-#include "kernel/Stages.h"
 #include "sim/AbsFile.h"
 #include "sim/SiFile.h"
 
@@ -36,5 +35,5 @@ bool ReadVectors(SimulatorRun& run) {
 }  // namespace
 
 int VornaStage(SimulatorRun* run) {
-    return kernel::Guarded(run->Said, "read vectors", [&] { return ReadVectors(*run); }) ? 1 : 0;
+    return kernel::Guarded(*run, [&] { return ReadVectors(*run); });
 }

@@ -1,5 +1,4 @@
 #include "kernel/StageGuard.h"
-#include "kernel/Stages.h"
 
 namespace {
 
@@ -9,7 +8,9 @@ front::Level LevelOf(sim::Severity severity) {
 }
 
 void Write(SimulatorRun& run, const std::string& path, const std::string& text) {
-    if (!run.Disk.Write(path, text)) run.Said.Add(front::Code::CannotWrite, {}, path);
+    const std::string failure = run.Disk.Write(path, text);
+    if (!failure.empty())
+        run.Said.Add(front::Code::CannotWrite, {}, std::string(front::FileName(path)) + ": " + failure);
 }
 
 bool SimulateVectors(SimulatorRun& run) {
@@ -30,5 +31,5 @@ bool SimulateVectors(SimulatorRun& run) {
 }  // namespace
 
 int VsimaStage(SimulatorRun* run) {
-    return kernel::Guarded(run->Said, "simulate", [&] { return SimulateVectors(*run); }) ? 1 : 0;
+    return kernel::Guarded(*run, [&] { return SimulateVectors(*run); });
 }

@@ -13,7 +13,7 @@ class OneFile : public front::Files {
     std::optional<std::string> Read(std::string_view path, std::size_t) override {
         return path == "T.PLD" ? std::optional(Text) : std::nullopt;
     }
-    bool Write(std::string_view, std::string_view) override { return true; }
+    std::string Write(std::string_view, std::string_view) override { return {}; }
     std::string Identity(std::string_view path) override { return std::string(path); }
 };
 

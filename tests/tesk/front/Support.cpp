@@ -10,9 +10,9 @@ std::optional<std::string> MemoryFiles::Read(std::string_view path, std::size_t 
     return text->second;
 }
 
-bool MemoryFiles::Write(std::string_view path, std::string_view bytes) {
+std::string MemoryFiles::Write(std::string_view path, std::string_view bytes) {
     Texts[std::string(path)] = bytes;
-    return true;
+    return {};
 }
 
 namespace {

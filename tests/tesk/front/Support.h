@@ -12,7 +12,7 @@
 class MemoryFiles : public front::Files {
   public:
     std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) override;
-    bool Write(std::string_view path, std::string_view bytes) override;
+    std::string Write(std::string_view path, std::string_view bytes) override;
     std::string Identity(std::string_view path) override { return std::string(path); }
     std::map<std::string, std::string> Texts;
 };
