@@ -85,6 +85,7 @@ void frmDocument::ConnectText() {
     On(text_, &platform::qt::TextBox::KeyReleased, this, [this](int key) {
         if (IsHighlightKey(app_.State, key)) app_.Hall.HighlightWord(*this);
     });
+    On(text_, &platform::qt::TextBox::SelectionToggled, this, [this] { emit SelectionToggled(); });
     On(text_, &platform::qt::TextBox::RightButtonPressed, this,
        [this](const QPoint& at) { menus_->Menu("mnuEdit")->popup(at); });
 }

@@ -60,7 +60,8 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     void mnuRunIndepSimulate_Click();
 
   signals:
-    void Unloaded();  // out of the shared state; the window goes at the next turn of the event loop
+    void SelectionToggled();  // something is selected now, or nothing any more
+    void Unloaded();          // out of the shared state; the window goes at the next turn of the event loop
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace platform {
@@ -10,6 +11,9 @@ class Clipboard {
     virtual bool HasText() const = 0;
     virtual std::string Text() const = 0;  // line ends as they are; empty without text
     virtual void SetText(const std::string& text) = 0;
+
+    // Called whenever something else lies there, whoever put it.
+    std::function<void()> OnChange;
 };
 
 }  // namespace platform

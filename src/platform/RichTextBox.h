@@ -15,7 +15,7 @@ enum EditMessage : std::uint32_t {
     EM_SCROLL = 181,     // first parameter SB_LINEDOWN: one line down
     EM_LINEINDEX = 187,  // offset of a line's start; -1: the caret's line
     EM_UNDO = 199,
-    EM_LINEFROMCHAR = 201,  // line (from 0) of an offset; -1: of the selection start
+    EM_LINEFROMCHAR = 201,  // line (from 0) of an offset; -1: of the caret
     EM_GETFIRSTVISIBLELINE = 206,
     WM_CUT = 768,
     WM_COPY = 769,

@@ -163,6 +163,8 @@ void frmMain::AddDocument(editor::frmDocument& document) {
     AddChild(document);
     QMenu* windows = document.Menus().Menu("mnuWindow");
     On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
+    On(&document, &editor::frmDocument::SelectionToggled, children_.get(),
+       [this] { emit ActiveChildChanged(); });
     On(&document, &QObject::destroyed, children_.get(), [this] {
         shownMenus_ = nullptr;  // they went with the window
         ShowMenusOfActiveChild();

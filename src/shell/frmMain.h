@@ -63,7 +63,7 @@ class frmMain : public QMainWindow {
     std::function<void()> OnResize;
 
   signals:
-    void ActiveChildChanged();
+    void ActiveChildChanged();  // to another one, or in whether it has a selection
 
   protected:
     void closeEvent(QCloseEvent* event) override;

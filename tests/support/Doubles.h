@@ -83,7 +83,10 @@ class Clipboard : public platform::Clipboard {
     std::string Content;
     bool HasText() const override { return !Content.empty(); }
     std::string Text() const override { return Content; }
-    void SetText(const std::string& text) override { Content = text; }
+    void SetText(const std::string& text) override {
+        Content = text;
+        if (OnChange) OnChange();
+    }
 };
 
 class Processes : public platform::Processes {
@@ -156,8 +159,9 @@ class Clock : public platform::Clock {
 
 // All of them with a real file system that the test gives.
 struct Desktop {
-    explicit Desktop(platform::FileSystem& files)
-        : Host{files, Settings, Boxes, Clip, Programs, Libraries, Desk, Time} {}
+    explicit Desktop(platform::FileSystem& files) : Desktop(files, Clip) {}
+    Desktop(platform::FileSystem& files, platform::Clipboard& clip)
+        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;

@@ -5,6 +5,7 @@
 #include <QMimeData>
 
 #include "base/Text.h"
+#include "platform/qt/Guard.h"
 
 namespace platform::qt {
 namespace {
@@ -14,6 +15,12 @@ constexpr auto BytesFormat = "application/x-korvane-text";
 const QMimeData* Content() { return QGuiApplication::clipboard()->mimeData(); }
 
 }  // namespace
+
+HostClipboard::HostClipboard() {
+    On(QGuiApplication::clipboard(), &QClipboard::dataChanged, &listener_, [this] {
+        if (OnChange) OnChange();
+    });
+}
 
 bool HostClipboard::HasText() const { return Content() != nullptr && Content()->hasText(); }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QObject>
+
 #include "platform/Clipboard.h"
 
 namespace platform::qt {
@@ -8,9 +10,13 @@ namespace platform::qt {
 // get the text with replacement characters.
 class HostClipboard : public Clipboard {
   public:
+    HostClipboard();
     bool HasText() const override;
     std::string Text() const override;
     void SetText(const std::string& text) override;
+
+  private:
+    QObject listener_;
 };
 
 }  // namespace platform::qt

@@ -146,32 +146,25 @@ std::string_view TextBox::RangeView(std::int32_t start, std::int32_t length) con
 TextBox::Span TextBox::Selection() const {
     const long anchor = Sci(SCI_GETANCHOR);
     const long caret = Sci(SCI_GETCURRENTPOS);
-    if (exact_ && (frozen_ || (anchor == exact_->Anchor && caret == exact_->Caret))) return exact_->Wanted;
+    if (inside_ && anchor == inside_->Anchor && caret == inside_->Caret) return inside_->Wanted;
     return {static_cast<std::int32_t>(std::min(anchor, caret)),
             static_cast<std::int32_t>(std::max(anchor, caret) - std::min(anchor, caret))};
 }
 
-// While frozen the control's own selection stays, and with it the scroll position.
+// While frozen the view stays where it is.
 void TextBox::Select(Span span) {
-    exact_ = ExactSelection{span};
-    pending_.reset();
-    if (!frozen_) PushSelection(true);
-}
-
-void TextBox::PushSelection(bool scroll) {
-    if (!exact_) return;
     const auto before = [this](long offset) {
         const long previous = Sci(SCI_POSITIONBEFORE, offset);
         return Sci(SCI_POSITIONAFTER, previous) == offset ? offset : previous;
     };
-    const long start = before(exact_->Wanted.Start);
-    const long end =
-        exact_->Wanted.Length == 0 ? start : before(exact_->Wanted.Start + exact_->Wanted.Length);
+    const long start = before(span.Start);
+    const long end = span.Length == 0 ? start : before(span.Start + span.Length);
+    pending_.reset();
+    inside_.reset();
     Sci(SCI_SETSELECTION, end, start);
-    exact_->Anchor = Sci(SCI_GETANCHOR);
-    exact_->Caret = Sci(SCI_GETCURRENTPOS);
-    if (!scroll) return;
-    Sci(SCI_SCROLLCARET);
+    if (start != span.Start || end != span.Start + span.Length)
+        inside_ = InsideSelection{span, Sci(SCI_GETANCHOR), Sci(SCI_GETCURRENTPOS)};
+    if (!frozen_) Sci(SCI_SCROLLCARET);
     Sci(SCI_CHOOSECARETX);
 }
 
@@ -241,11 +234,6 @@ void TextBox::UpTo(std::string_view set, bool forward) {
 void TextBox::SetVisible(bool visible) {
     if (frozen_ != visible) return;
     frozen_ = !visible;
-    if (visible) {
-        const auto pending = pending_;
-        PushSelection(false);
-        pending_ = pending;
-    }
     setUpdatesEnabled(visible);
 }
 
@@ -265,22 +253,22 @@ std::intptr_t TextBox::PackedSelection() const {
     return static_cast<std::intptr_t>((end & 0xFFFFU) << 16 | (start & 0xFFFFU));
 }
 
+long TextBox::CaretLine() const { return Sci(SCI_LINEFROMPOSITION, Sci(SCI_GETCURRENTPOS)); }
+
 std::intptr_t TextBox::LineStart(std::intptr_t line) const {
-    if (line == -1) {
-        const Span span = Selection();
-        const bool known = frozen_ && exact_;
-        line = Sci(SCI_LINEFROMPOSITION, known ? span.Start + span.Length : Sci(SCI_GETCURRENTPOS));
-    }
+    if (line == -1) line = CaretLine();
     if (line < 0 || line >= Sci(SCI_GETLINECOUNT)) return -1;
     return Sci(SCI_POSITIONFROMLINE, line);
 }
 
 void TextBox::Edit(unsigned message) {
     const long top = Sci(SCI_GETFIRSTVISIBLELINE);
-    PushSelection(false);
+    const long left = Sci(SCI_GETXOFFSET);
     Sci(message);
     Settle();
-    if (frozen_) Sci(SCI_SETFIRSTVISIBLELINE, top);
+    if (!frozen_) return;
+    Sci(SCI_SETFIRSTVISIBLELINE, top);
+    Sci(SCI_SETXOFFSET, left);
 }
 
 std::intptr_t TextBox::SendMessage(EditMessage message, std::intptr_t first, std::intptr_t) {
@@ -293,8 +281,8 @@ std::intptr_t TextBox::SendMessage(EditMessage message, std::intptr_t first, std
         case EM_LINEINDEX:
             return LineStart(first);
         case EM_LINEFROMCHAR:
-            return Sci(SCI_LINEFROMPOSITION,
-                       first == -1 ? SelStart() : Clamp(static_cast<std::int32_t>(first)));
+            return first == -1 ? CaretLine()
+                               : Sci(SCI_LINEFROMPOSITION, Clamp(static_cast<std::int32_t>(first)));
         case EM_GETFIRSTVISIBLELINE:
             return Sci(SCI_GETFIRSTVISIBLELINE);
         case EM_UNDO:

@@ -63,7 +63,8 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     bool Print(QPrinter& printer, bool selectionOnly);
 
   signals:
-    void Changed();  // the text, not merely its formatting; at the end of an edit
+    void Changed();           // the text, not merely its formatting; at the end of an edit
+    void SelectionToggled();  // something is selected now, or nothing any more
     // Windows virtual key code; once for each key let go, not for its repetitions. What an input method
     // hands over counts as code 229.
     void KeyReleased(int virtualKeyCode);
@@ -90,9 +91,9 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
         std::int32_t Length = 0;
         bool operator==(const Span&) const = default;
     };
-    // A selection as the program set it. The control itself can't stand inside a character or a line end,
-    // while the logic may name any byte; so both are kept, until the user moves.
-    struct ExactSelection {
+    // A selection that the program set with an end inside a character or a line end, where the control can't
+    // stand. It ends with the first edit or move of anyone.
+    struct InsideSelection {
         Span Wanted;
         long Anchor = -1;  // what the control made of it
         long Caret = -1;
@@ -125,8 +126,8 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
 
     Span Selection() const;
     void Select(Span span);
-    void PushSelection(bool scroll);
     std::intptr_t PackedSelection() const;
+    long CaretLine() const;
     std::intptr_t LineStart(std::intptr_t line) const;
     void Edit(unsigned message);
 
@@ -157,10 +158,11 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
 
     CharStyle default_;
     StyleTable styles_;
-    std::optional<ExactSelection> exact_;
+    std::optional<InsideSelection> inside_;
     std::optional<PendingStyle> pending_;
     std::optional<Insertion> inserted_;  // and not yet styled
     bool changed_ = false;               // and not yet told
+    bool hasSelection_ = false;          // as last told
     std::deque<RemovedStyles> removed_;
     std::size_t removedBytes_ = 0;
     int hiddenCarets_ = 0;

@@ -19,7 +19,7 @@ constexpr std::size_t maxRemoved = 20000;           // pieces of text
 void TextBox::OnModification(int position, int type, int length) {
     if (loading_ || (type & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) == 0) return;
     StyleInserted();
-    exact_.reset();
+    inside_.reset();
     changed_ = true;
     if (type & SC_MOD_BEFOREDELETE) {
         pending_.reset();
@@ -34,11 +34,15 @@ void TextBox::Settle() {
     StyleInserted();
     const Span span = Selection();
     if (pending_ && (span.Length > 0 || span.Start != pending_->Offset)) pending_.reset();
+    if (inside_ && span != inside_->Wanted) inside_.reset();
     if (changed_) {
         changed_ = false;
         UpdateMargin();
         emit Changed();
     }
+    if (frozen_ || hasSelection_ == (span.Length > 0)) return;
+    hasSelection_ = span.Length > 0;
+    emit SelectionToggled();
 }
 
 // The control gives inserted text the style 0.

@@ -51,6 +51,7 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void TextBox::PressKey(QKeyEvent& event) {
+    inside_.reset();
     if (const auto command = EditCommand(event)) {
         Sci(static_cast<unsigned>(*command));
     } else if (!TypesText(event)) {
@@ -121,6 +122,7 @@ void TextBox::mousePressEvent(QMouseEvent* event) {
         emit RightButtonPressed(event->globalPosition().toPoint());
         return;
     }
+    inside_.reset();
     Guarded([&] { QsciScintillaBase::mousePressEvent(event); });
 }
 

@@ -62,6 +62,9 @@ constexpr EditKey editKeys[] = {
     {Qt::Key_Enter, none, Q::SCI_NEWLINE},
     {Qt::Key_Enter, shift, Q::SCI_NEWLINE},
     {Qt::Key_A, ctrl, Q::SCI_SELECTALL},
+    // The menu's entries for these may not have heard of the selection yet.
+    {Qt::Key_C, ctrl, Q::SCI_COPY},
+    {Qt::Key_X, ctrl, Q::SCI_CUT},
     {Qt::Key_Y, ctrl, Q::SCI_REDO},
     {Qt::Key_Z, ctrl | shift, Q::SCI_REDO},
 };

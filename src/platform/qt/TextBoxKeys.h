@@ -10,7 +10,7 @@ namespace platform::qt {
 // The Windows virtual key code of a key, such as 13 for Enter; 255 for a key that has none.
 int VirtualKeyCode(const QKeyEvent& event);
 
-// An editing key and the message that it sends. The menu's shortcuts are none of them.
+// An editing key and the message that it sends. Of the menu's shortcuts only copy and cut are among them.
 struct EditKey {
     Qt::Key Key;
     int Modifiers;  // SCMOD_… bits

@@ -24,6 +24,7 @@ Shell::Shell(session::Session& state, platform::Host& host, std::string stateFol
     : app_{state, host, *this}, stateFolder_(std::move(stateFolder)) {}
 
 Shell::~Shell() {
+    app_.Host.Clip.OnChange = nullptr;
     TBMenuTimer.reset();
     recovery_.reset();
     compiler_.reset();

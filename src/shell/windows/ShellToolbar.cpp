@@ -17,6 +17,8 @@ void Shell::LoadToolbar() {
     toolbarView_ = new ToolbarView(main_->ToolBar());
     toolbarView_->OnClick = [this](const std::string& key) { ClickToolbar(key); };
     platform::qt::On(main_.get(), &frmMain::ActiveChildChanged, main_.get(), [this] { TickToolbar(); });
+    // Nobody waits for the next tick: what can be cut or pasted can be so at once.
+    app_.Host.Clip.OnChange = [this] { TickToolbar(); };
     TBMenuTimer = app_.Host.Time.Every(toolbarInterval, [this] { TickToolbar(); });
     TickToolbar();
 }

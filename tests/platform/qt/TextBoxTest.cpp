@@ -102,7 +102,7 @@ TEST_F(TextBoxTest, TakesEverythingTypedAndPasted) {
 TEST_F(TextBoxTest, LeavesShortcutsToTheMenu) {
     Box.SetText("one\r\ntwo");
     Select(0, 3);
-    for (const auto key : {Qt::Key_V, Qt::Key_Z, Qt::Key_X, Qt::Key_D, Qt::Key_L, Qt::Key_T, Qt::Key_U})
+    for (const auto key : {Qt::Key_V, Qt::Key_Z, Qt::Key_D, Qt::Key_L, Qt::Key_T, Qt::Key_U})
         for (const auto modifiers : {Qt::ControlModifier, Qt::AltModifier})
             QTest::keyClick(&Box, key, modifiers);
     EXPECT_EQ(Box.Text(), "one\r\ntwo");
@@ -112,8 +112,9 @@ TEST_F(TextBoxTest, LeavesShortcutsToTheMenu) {
     auto* box = new qt::TextBox;
     window.setCentralWidget(box);
     int shortcuts = 0;
-    for (const char* key : {"Ctrl+L", "Ctrl+D", "Ctrl+Z", "F9", "Ctrl+F7"}) {
+    for (const char* key : {"Ctrl+L", "Ctrl+D", "Ctrl+Z", "F9", "Ctrl+F7", "Ctrl+C", "Ctrl+X"}) {
         auto* action = new QAction(&window);
+        action->setEnabled(key != "Ctrl+C"s);
         action->setShortcut(QKeySequence(key));
         QObject::connect(action, &QAction::triggered, [&shortcuts] { ++shortcuts; });
         window.addAction(action);
@@ -131,6 +132,92 @@ TEST_F(TextBoxTest, LeavesShortcutsToTheMenu) {
     QTest::keyClick(box, Qt::Key_X);
     EXPECT_EQ(shortcuts, 5);
     EXPECT_EQ(box->Text(), "x");
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(box, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "x") << "copies whatever the menu's entry says";
+    QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(box->Text(), "");
+    EXPECT_EQ(shortcuts, 5);
+}
+
+// Keys and buttons as a user presses them, on a text that the program has selected before.
+TEST_F(TextBoxTest, TheUsersSelectionIsTheOnlyOne) {
+    const auto key = [this](Qt::Key name, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&Box, name, modifiers);
+    };
+    const auto at = [this](unsigned long offset) {
+        const auto x =
+            Box.SendScintilla(QsciScintillaBase::SCI_POINTXFROMPOSITION, 0UL, static_cast<long>(offset));
+        const auto y =
+            Box.SendScintilla(QsciScintillaBase::SCI_POINTYFROMPOSITION, 0UL, static_cast<long>(offset));
+        return QPoint(static_cast<int>(x) + 1, static_cast<int>(y) + 5);
+    };
+    const struct {
+        const char* What;
+        std::function<void()> Move;
+        EditMessage Message;
+        std::string Text;
+        std::string Clipboard;
+        std::int32_t Caret;
+    } cases[] = {
+        {"end", [&] { key(Qt::Key_End, Qt::ControlModifier); }, WM_PASTE, "one\r\ntwoC", "C", 9},
+        {"click", [&] { QTest::mouseClick(Box.viewport(), Qt::LeftButton, {}, at(1)); }, WM_PASTE,
+         "oCne\r\ntwo", "C", 2},
+        {"cut", [&] { key(Qt::Key_End, Qt::ShiftModifier); }, WM_CUT, "\r\ntwo", "one", 0},
+        {"copy",
+         [&] {
+             key(Qt::Key_Down);
+             key(Qt::Key_End, Qt::ShiftModifier);
+         },
+         WM_COPY, "one\r\ntwo", "two", 5},
+        {"drag",
+         [&] {
+             QTest::mousePress(Box.viewport(), Qt::LeftButton, {}, at(1));
+             QTest::mouseMove(Box.viewport(), at(6));
+             QTest::mouseRelease(Box.viewport(), Qt::LeftButton, {}, at(6));
+         },
+         WM_CUT, "owo", "ne\r\nt", 1},
+    };
+    for (const auto& c : cases) {
+        for (const bool frozen : {false, true}) {
+            for (const auto& [start, length] : {std::pair{0, 0}, {0, 8}, {4, 2}}) {
+                Box.SetText("one\r\ntwo");
+                QGuiApplication::clipboard()->setText("C");
+                Select(start, length);
+                key(Qt::Key_Home, Qt::ControlModifier);
+                c.Move();
+                Box.SetVisible(!frozen);
+                Box.SendMessage(c.Message);
+                Box.SetVisible(true);
+                EXPECT_EQ(Box.Text(), c.Text) << c.What << start << frozen;
+                EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), c.Clipboard) << c.What << start;
+                EXPECT_EQ(Box.SelStart(), c.Caret) << c.What << start << frozen;
+            }
+        }
+    }
+    Box.SetText("a\r\nb");
+    for (const auto& [there, back] : {std::pair{Qt::Key_Left, Qt::Key_Right}, {Qt::Key_End, Qt::Key_End}}) {
+        Box.SetSelStart(2);  // between the bytes of the line end
+        EXPECT_EQ(Box.SelStart(), 2);
+        key(there);
+        key(back);
+        EXPECT_EQ(Box.SelStart(), 1) << "ends with the user's move even if it leads back";
+    }
+}
+
+TEST_F(TextBoxTest, TellsWhenSomethingIsSelected) {
+    QSignalSpy toggles(&Box, &qt::TextBox::SelectionToggled);
+    QTest::keyClicks(&Box, "abc");
+    EXPECT_EQ(toggles.size(), 0);
+    QTest::keyClick(&Box, Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(toggles.size(), 1);
+    QTest::keyClick(&Box, Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(toggles.size(), 1);
+    QTest::keyClicks(&Box, "x");
+    EXPECT_EQ(toggles.size(), 2);
+    Select(0, 1);
+    Box.grab();
+    EXPECT_EQ(toggles.size(), 3) << "the program's selection is told before it is seen";
 }
 
 TEST_F(TextBoxTest, SelectsByByte) {

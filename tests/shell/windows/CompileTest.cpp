@@ -65,7 +65,7 @@ class CompileTest : public ShellFixture {
     }
 
     platform::qt::ToolHost tools{platform::PathMap(), TOOLHOST};
-    platform::Host real{files, desktop.Settings, desktop.Boxes, desktop.Clip, desktop.Programs,
+    platform::Host real{files, desktop.Settings, desktop.Boxes, clipboard, desktop.Programs,
                         tools, desktop.Desk,     desktop.Time};
     QString Errors;
     QString Warnings;
@@ -91,8 +91,10 @@ TEST_F(CompileTest, AGoodDesignLeavesItsFiles) {
 TEST_F(CompileTest, AnErrorIsCountedListedAndExplained) {
     shell->OpenDocument(folder.Logic("COUNT8.PLD"));
     editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
-    document.txtText().SetSelStart(document.txtText().TextLength());
-    document.txtText().SetSelText("\r\nNOWHERE = ( Q0 & ;\r\n");
+    Key(document, Qt::Key_End, Qt::ControlModifier);
+    Key(document, Qt::Key_Return);
+    Type(document, "NOWHERE = ( Q0 & ;");
+    Key(document, Qt::Key_Return);
     desktop.Boxes.Answers = {platform::Answer::Yes};
     Compile(document);
     EXPECT_EQ(desktop.Boxes.Shown.front().Text, "File is not saved. Do you want to save now?");

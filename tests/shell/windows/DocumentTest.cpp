@@ -169,19 +169,31 @@ TEST_F(ShellFixture, ThePositionReadsColumnOneTwice) {
     EXPECT_EQ(shell->Panel(2), " Line:2 Col:3 ");
 }
 
-TEST_F(ShellFixture, UndoAndPasteGoThroughTheMenu) {
+// No event of the timers comes between.
+TEST_F(ShellFixture, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
     Start();
+    QApplication::clipboard()->clear();
     editor::frmDocument& document = Open("a.txt", "");
-    Type(document, "abc");
-    document.RunCommand("mnuEditUndo");
+    const auto enabled = [&](const char* entry, const char* button) {
+        const bool inMenu = document.Menus().Entry(entry).isEnabled();
+        EXPECT_EQ(shell->MainWindow().findChild<QAction*>(button)->isEnabled(), inMenu) << entry;
+        return inMenu;
+    };
+    Type(document, "one two");
+    Key(document, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_FALSE(enabled("mnuEditCopy", "Copy") || enabled("mnuEditPaste", "Paste"));
+    Key(document, Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(enabled("mnuEditCopy", "Copy") && enabled("mnuEditCut", "Cut"));
+    Key(document, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(document.txtText().Text(), "one ");
+    EXPECT_TRUE(enabled("mnuEditPaste", "Paste") && !enabled("mnuEditCut", "Cut"));
+    Key(document, Qt::Key_Home);
+    Key(document, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(document.txtText().Text(), "twoone ");
+    Key(document, Qt::Key_Z, Qt::ControlModifier);
+    Key(document, Qt::Key_Z, Qt::ControlModifier);
+    Key(document, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(document.txtText().Text(), "");
-    // Nothing lies on the clipboard that the commands see: the control must not paste on its own.
-    QApplication::clipboard()->setText("pasted");
-    QTest::keyClick(&TextOf(document), Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(document.txtText().Text(), "");
-    desktop.Clip.Content = "pasted";
-    document.mnuEditPaste_Click();
-    EXPECT_EQ(document.txtText().Text(), "pasted");
 }
 
 TEST_F(ShellFixture, TheFontGoesToTheWholeText) {

@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "editor/frmDocument.h"
 #include "platform/qt/HostApplication.h"
+#include "platform/qt/HostClipboard.h"
 #include "platform/qt/HostFileSystem.h"
 #include "platform/qt/TextBox.h"
 #include "shell/windows/Shell.h"
@@ -63,6 +64,9 @@ class ShellFixture : public testing::Test {
     static platform::qt::TextBox& TextOf(editor::frmDocument& document) {
         return *document.findChild<platform::qt::TextBox*>("txtText");
     }
+    static void Key(editor::frmDocument& document, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&TextOf(document), key, modifiers);
+    }
     static void Type(editor::frmDocument& document, const char* keys) {
         QTest::keyClicks(&TextOf(document), keys);
     }
@@ -70,7 +74,8 @@ class ShellFixture : public testing::Test {
 
     doubles::TemporaryFolder folder;
     platform::qt::HostFileSystem files;
-    doubles::Desktop desktop{files};
+    platform::qt::HostClipboard clipboard;
+    doubles::Desktop desktop{files, clipboard};
     session::Session state;
     std::unique_ptr<shell::Shell> shell;
 };
