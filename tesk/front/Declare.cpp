@@ -7,12 +7,14 @@
 namespace front {
 
 void Analyser::CheckHeader() {
-    for (std::size_t i = 0; i < headerWords.size(); ++i) {
-        const bool given = syntax_.Head.Given[i] && (i != 0 || !syntax_.Head.Texts[i].empty());
-        if (given || headerWords[i].Name == "Format") continue;  // a format is asked for by few designs
-        report_.Add(i == 0 ? Code::NameMissing : Code::HeaderMissing, {0, 1, 0},
-                    i == 0 ? "" : headerWords[i].Name);
+    const Header& head = syntax_.Head;
+    std::string missing;
+    for (std::size_t i = 1; i < headerWords.size(); ++i) {
+        if (head.Given[i] || headerWords[i].Name == "Format") continue;  // few designs ask for a format
+        missing += (missing.empty() ? "" : ", ") + std::string(headerWords[i].Name);
     }
+    if (!head.Given[0] || head.Texts[0].empty()) report_.Add(Code::NameMissing, {0, 1, 0});
+    if (!missing.empty()) report_.Add(Code::HeaderMissing, {0, 1, 0}, missing);
 }
 
 void Analyser::Declare(const Declaration& declaration) {

@@ -88,8 +88,8 @@ constexpr std::array kTable{
                  "The run stops after 100 errors.",
                  "Mend the first ones; the others often follow from them."},
     MessageEntry{
-        Code::HeaderMissing, "1101ta", Warning, "Header statement missing",
-        "The design's header lacks a statement.",
+        Code::HeaderMissing, "1101ta", Warning, "Missing in the header",
+        "The design's header lacks statements.",
         "Name, Partno, Date, Revision, Designer, Company, Assembly, Location and Device make the header."},
     MessageEntry{Code::NameMissing, "1102ta", Error, "Design has no Name",
                  "The header lacks the Name statement, or it is empty.",
@@ -227,6 +227,9 @@ constexpr std::array kTable{
         "The simulation made the fuse map anew; the secure fuse, one-hot states, reduction and name may "
         "differ from the one before.",
         "Compile the design, then simulate again."},
+    MessageEntry{Code::InternalFault, "9000tc", Error, "Internal fault",
+                 "The tool chain failed by a fault of its own; the run ends here.",
+                 "The design need not be wrong. Keep it and report it with this line."},
 };
 static_assert(kTable.size() == static_cast<std::size_t>(Code::Count));
 

@@ -85,6 +85,7 @@ enum class Code {
     PlaTooLarge,
     NoVectors,
     LettersUnknown,
+    InternalFault,
     Count
 };
 

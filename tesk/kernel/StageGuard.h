@@ -1,20 +1,27 @@
 #pragma once
 
-#include <exception>
+#include <string_view>
 
-#include "kernel/Stages.h"
+#include "front/Report.h"
 
 namespace kernel {
 
-// Runs a stage; what it could not foresee (memory above all) becomes an error of the run.
-template <typename AnyRun, typename Stage>
-int Guarded(AnyRun& run, Stage stage) {
+// Reports the exception that is being handled: memory as a design too large, all else as a fault of our own.
+// `where` is the part of the chain. Throws nothing.
+void ReportFault(front::Report& said, std::string_view where) noexcept;
+
+// What the work gives; false if it could not go on, which is then reported.
+template <typename Work>
+bool Guarded(front::Report& said, std::string_view where, Work work) noexcept {
     try {
-        return stage() ? 1 : 0;
-    } catch (const std::exception& failure) {
-        run.Said.Add(front::Code::DesignTooLarge, {}, failure.what());
-        return 0;
+        return work();
+    } catch (...) {
+        ReportFault(said, where);
+        return false;
     }
 }
+
+// The last word of an entry.
+void SayStatus(front::Report& said, std::string_view text) noexcept;
 
 }  // namespace kernel

@@ -1,5 +1,6 @@
 #include "kernel/StageGuard.h"
+#include "kernel/Stages.h"
 
 int TeskcStage(front::Run* run) {
-    return kernel::Guarded(*run, [&] { return front::WriteStage(*run); });
+    return kernel::Guarded(run->Said, "fit and write", [&] { return front::WriteStage(*run); }) ? 1 : 0;
 }

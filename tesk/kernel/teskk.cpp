@@ -4,6 +4,7 @@
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
 #include "kernel/SimulatorSteps.h"
+#include "kernel/StageGuard.h"
 #include "kernel/Stages.h"
 
 namespace {
@@ -22,24 +23,30 @@ bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& liste
     return kernel::RunSimulator(simulator);
 }
 
+// True if there were no errors.
+bool Compile(const kernel::RunRecord& record, front::Listener& listener) {
+    kernel::DiskFiles files;
+    front::Run run(files, listener);
+    run.Base = kernel::TextOf(record.szDesign);
+    run.Device = kernel::TextOf(record.szDevice);
+    run.Library = kernel::TextOf(record.szLibrary);
+    const std::string letters = kernel::TextOf(record.szOptions);
+    run.Options = front::Options::Parse(letters);
+    kernel::KeepLetters(files.Identity(run.Output(".PLD")), letters);
+    const bool compiled = kernel::RunCompiler(run);
+    const bool simulated = !compiled || !run.Options.Simulate || SimulateBehind(run, files, listener);
+    front::WriteList(run);
+    return compiled && run.Ok() && simulated;
+}
+
 }  // namespace
 
 // Compiles the design of the record. 0: no errors, 1: errors.
 extern "C" std::int32_t TeskkVB(kernel::RunRecord* record) {
     if (record == nullptr) return 1;
-    kernel::DiskFiles files;
     kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
-    front::Run run(files, listener);
-    run.Base = kernel::TextOf(record->szDesign);
-    run.Device = kernel::TextOf(record->szDevice);
-    run.Library = kernel::TextOf(record->szLibrary);
-    const std::string letters = kernel::TextOf(record->szOptions);
-    run.Options = front::Options::Parse(letters);
-    kernel::KeepLetters(files.Identity(run.Output(".PLD")), letters);
-    kernel::RunCompiler(run);  // the reports tell how it went
-    const bool simulated = !run.Ok() || !run.Options.Simulate || SimulateBehind(run, files, listener);
-    front::WriteList(run);
-    const bool clean = run.Ok() && simulated;
-    run.Said.Status(clean ? "Compilation complete" : "Compilation ended with errors");
+    front::Report said(listener);
+    const bool clean = kernel::Guarded(said, "compile", [&] { return Compile(*record, listener); });
+    kernel::SayStatus(said, clean ? "Compilation complete" : "Compilation ended with errors");
     return clean ? 0 : 1;
 }

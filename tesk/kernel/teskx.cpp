@@ -1,5 +1,6 @@
 #include "kernel/StageGuard.h"
+#include "kernel/Stages.h"
 
 int TeskxStage(front::Run* run) {
-    return kernel::Guarded(*run, [&] { return front::ExpandStage(*run); });
+    return kernel::Guarded(run->Said, "expand", [&] { return front::ExpandStage(*run); }) ? 1 : 0;
 }

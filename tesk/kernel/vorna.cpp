@@ -1,4 +1,5 @@
 #include "kernel/StageGuard.h"
+#include "kernel/Stages.h"
 #include "sim/AbsFile.h"
 #include "sim/SiFile.h"
 
@@ -35,5 +36,5 @@ bool ReadVectors(SimulatorRun& run) {
 }  // namespace
 
 int VornaStage(SimulatorRun* run) {
-    return kernel::Guarded(*run, [&] { return ReadVectors(*run); });
+    return kernel::Guarded(run->Said, "read vectors", [&] { return ReadVectors(*run); }) ? 1 : 0;
 }

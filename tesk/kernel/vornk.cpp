@@ -4,6 +4,7 @@
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
 #include "kernel/SimulatorSteps.h"
+#include "kernel/StageGuard.h"
 
 namespace {
 
@@ -42,21 +43,25 @@ bool CompileFirst(const kernel::RunRecord& record, front::Files& files, front::L
     return compiled;
 }
 
+// True if there were no errors.
+bool Simulate(const kernel::RunRecord& record, front::Listener& listener) {
+    kernel::DiskFiles files;
+    SimulatorRun run(files, listener);
+    run.Base = kernel::TextOf(record.szDesign);
+    run.Jedec = run.Base + ".JED";
+    run.Options = sim::ParseOptions(kernel::TextOf(record.szOptions));
+    const bool isCompiled = files.Read(run.Base + ".ABS", sim::AbsLimits::FileBytes).has_value();
+    return (isCompiled || CompileFirst(record, files, listener, run)) && kernel::RunSimulator(run);
+}
+
 }  // namespace
 
 // Simulates the design of the record. 0: no errors, 1: errors.
 extern "C" std::int32_t VornkVB(kernel::RunRecord* record) {
     if (record == nullptr) return 1;
-    kernel::DiskFiles files;
     kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
-    SimulatorRun run(files, listener);
-    run.Base = kernel::TextOf(record->szDesign);
-    run.Jedec = run.Base + ".JED";
-    run.Options = sim::ParseOptions(kernel::TextOf(record->szOptions));
-    const bool isCompiled = files.Read(run.Base + ".ABS", sim::AbsLimits::FileBytes).has_value();
-    if (!isCompiled && !CompileFirst(*record, files, listener, run)) {
-        run.Said.Status("Simulation ended with errors");
-        return 1;
-    }
-    return kernel::RunSimulator(run) ? 0 : 1;
+    front::Report said(listener);
+    const bool clean = kernel::Guarded(said, "simulate", [&] { return Simulate(*record, listener); });
+    kernel::SayStatus(said, clean ? "Simulation complete" : "Simulation ended with errors");
+    return clean ? 0 : 1;
 }

@@ -1,4 +1,5 @@
 #include "kernel/StageGuard.h"
+#include "kernel/Stages.h"
 
 namespace {
 
@@ -31,5 +32,5 @@ bool SimulateVectors(SimulatorRun& run) {
 }  // namespace
 
 int VsimaStage(SimulatorRun* run) {
-    return kernel::Guarded(*run, [&] { return SimulateVectors(*run); });
+    return kernel::Guarded(run->Said, "simulate", [&] { return SimulateVectors(*run); }) ? 1 : 0;
 }

@@ -142,6 +142,14 @@ TEST(Messages, HeaderStatementsThatAreMissing) {
     const auto done =
         CompileWhole("Partno 1; Rev 2; Assy x; Loc y; Date z; Designer d;\nCompany c;\nPIN=A; PIN=Y; Y=A;");
     EXPECT_EQ(done->Codes(), (std::vector<std::string>{"1102ta:1"}));
-    EXPECT_EQ(done->Run->Said.Warnings(), 1u);  // Device
     EXPECT_EQ(done->Run->Result().Head.Texts[3], "2");
+    const auto& said = done->Run->Said;
+    EXPECT_EQ(said.ListLine(said.Messages().at(1)),
+              "[1101ta] Warning: Missing in the header: Device (T.PLD line 1)");
+    const auto bare = CompileWhole("Name ; Date x;\nPIN=A; PIN=Y; Y=A;");
+    EXPECT_EQ(bare->Codes(), (std::vector<std::string>{"1102ta:1"}));
+    EXPECT_EQ(bare->Run->Said.Warnings(), 1u);
+    EXPECT_NE(bare->Run->Said.Messages().at(1).Text.find(
+                  ": Partno, Revision, Designer, Company, Assembly, Location, Device"),
+              std::string::npos);
 }
