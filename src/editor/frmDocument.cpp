@@ -112,8 +112,7 @@ void frmDocument::FillCommands() {
         ToggleView("mnuViewStatusBar", [this](bool on) { app_.Hall.ToggleStatusBar(on); });
     };
     commands_["mnuUtilTool"] = [this](int index) {
-        const QAction& entry = menus_->Entry(MenuSet::ElementName("mnuUtilTool", index));
-        app_.Hall.RunUtility(entry.text().toStdString());
+        app_.Hall.RunUtility(menus_->Text(MenuSet::ElementName("mnuUtilTool", index)));
     };
     commands_["mnuFont"] = [this](int) { ChooseFont(app_, *this); };
     commands_["mnuViewRefresh"] = [this](int) { app_.Hall.HighlightSyntax(*this); };
@@ -185,7 +184,7 @@ void frmDocument::SetMenuChecked(const std::string& name, bool checked) {
     menus_->Entry(name).setChecked(checked);
 }
 void frmDocument::SetMenuCaption(const std::string& name, const std::string& caption) {
-    menus_->Entry(name).setText(QString::fromStdString(base::DisplayUtf8(caption)));
+    menus_->SetText(name, caption);
 }
 bool frmDocument::IsMenuChecked(const std::string& name) const { return menus_->Entry(name).isChecked(); }
 

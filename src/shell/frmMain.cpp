@@ -6,10 +6,12 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QWindow>
 
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "editor/frmDocument.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/KeyLocks.h"
 #include "platform/qt/Twips.h"
@@ -20,6 +22,7 @@ static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace shell {
 
+using platform::qt::CaptionOf;
 using platform::qt::Guarded;
 using platform::qt::On;
 using platform::qt::ToTwips;
@@ -123,13 +126,11 @@ void frmMain::FillWindowList(QMenu& menu) {
     for (QMdiSubWindow* window : windows) {
         // A closed document is about to go; other windows are only hidden.
         if (!window->isVisible() && qobject_cast<editor::frmDocument*>(window) != nullptr) continue;
-        QString title = window->windowTitle();
-        title.replace("&", "&&");
         const QString head = ++number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
-        QAction* action = menu.addAction(head + title);
+        QAction* action = menu.addAction(head + CaptionOf(window->windowTitle().toStdString()));
         add(action);
         action->setCheckable(true);
-        action->setChecked(window == area_->currentSubWindow());
+        action->setChecked(window == ActiveChild());
         On(action, &QAction::triggered, window, [this, window] {
             window->isMinimized() ? window->showNormal() : window->show();
             window->widget()->show();
@@ -138,15 +139,45 @@ void frmMain::FillWindowList(QMenu& menu) {
     }
 }
 
+void frmMain::SetFrame(const QRect& frame) {
+    move(frame.topLeft());
+    resize(frame.size());
+    frameSize_ = frame.size();
+}
+
+QRect frmMain::Frame() const {
+    // The widget's own idea of its frame is that of its last move.
+    return windowHandle() != nullptr ? windowHandle()->frameGeometry() : geometry();
+}
+
+void frmMain::FitFrame() {
+    resize(frameSize_->shrunkBy(windowHandle()->frameMargins()));
+    frameSize_.reset();
+    emit Framed();
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    Guarded([this] {
+        if (frameSize_) windowHandle()->installEventFilter(this);
+    });
+}
+
 MainMeasures frmMain::Measures() const {
-    return {.Width = ToTwips(frameGeometry().width()),
-            .Height = ToTwips(frameGeometry().height()),
+    return {.Width = ToTwips(Frame().width()),
+            .Height = ToTwips(Frame().height()),
             .InnerHeight = ToTwips(area_->viewport()->height())};
 }
 
+QMdiSubWindow* frmMain::ActiveChild() const {
+    // The current one: it stays while a dialog or another program has the focus. It may be one that was
+    // closed.
+    QMdiSubWindow* child = area_->currentSubWindow();
+    return child != nullptr && child->isHidden() ? nullptr : child;
+}
+
 editor::frmDocument* frmMain::ActiveDocument() const {
-    // The current one: it stays while a dialog or another program has the focus.
-    return qobject_cast<editor::frmDocument*>(area_->currentSubWindow());
+    return qobject_cast<editor::frmDocument*>(ActiveChild());
 }
 
 QMdiSubWindow& frmMain::AddChild(QWidget& content) {
@@ -156,7 +187,27 @@ QMdiSubWindow& frmMain::AddChild(QWidget& content) {
     for (QAction* action : window->systemMenu()->actions()) {
         if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence("Ctrl+F4"));
     }
+    window->installEventFilter(this);
     return *window;
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    Guarded([&] {
+        // The frame is there when the window is on the screen.
+        if (event->type() == QEvent::Expose && watched == windowHandle() && frameSize_) FitFrame();
+        // The area lets a hidden child stay the active one.
+        const bool isCurrent = watched == area_->currentSubWindow();
+        if (event->type() == QEvent::Hide && isCurrent && ActiveChild() == nullptr) ActivateTopChild();
+    });
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::ActivateTopChild() {
+    QMdiSubWindow* top = nullptr;
+    for (QMdiSubWindow* window : area_->subWindowList(QMdiArea::StackingOrder)) {
+        if (!window->isHidden()) top = window;
+    }
+    area_->setActiveSubWindow(top);
 }
 
 void frmMain::AddDocument(editor::frmDocument& document) {

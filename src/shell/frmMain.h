@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/RunTimeError.h"
@@ -52,7 +53,13 @@ class frmMain : public QMainWindow {
     std::string Panel(int panel) const;
     void ShowKeyState(bool inserting);  // the panels INS, CAPS, NUM and SCRL
 
+    // The place of the whole window, with the frame that the window manager draws around it. It is set before
+    // the window is shown, which has its final size once that frame is known: Framed.
+    void SetFrame(const QRect& frame);
+    QRect Frame() const;
     MainMeasures Measures() const;  // twips
+
+    QMdiSubWindow* ActiveChild() const;  // null too if all that is left is hidden
     editor::frmDocument* ActiveDocument() const;
     void AddDocument(editor::frmDocument& document);
     QMdiSubWindow& AddChild(QWidget& content);  // a child window of another kind
@@ -64,15 +71,20 @@ class frmMain : public QMainWindow {
 
   signals:
     void ActiveChildChanged();  // to another one, or in whether it has a selection
+    void Framed();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     void BuildStatusBar();
     void ShowMenusOfActiveChild();
     void FillWindowList(QMenu& menu);
+    void ActivateTopChild();
+    void FitFrame();
 
     std::unique_ptr<QObject> children_ = std::make_unique<QObject>();  // hears of them while this stands
     QMdiArea* area_ = nullptr;
@@ -81,6 +93,7 @@ class frmMain : public QMainWindow {
     std::unique_ptr<platform::qt::MenuSet> menus_;
     std::map<std::string, Command> commands_;
     const platform::qt::MenuSet* shownMenus_ = nullptr;
+    std::optional<QSize> frameSize_;  // until the window has it
 };
 
 }  // namespace shell

@@ -3,6 +3,7 @@
 #include <QMenuBar>
 
 #include "base/RunTimeError.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 
 namespace platform::qt {
@@ -44,9 +45,10 @@ QMenu* MenuSet::AddMenu(QMenu* parent, const MenuRow& row, QWidget* owner) {
 
 void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index, const Click& click) {
     const std::string name = index < 0 ? row.Name : ElementName(row.Name, index);
-    QAction* action = menu.addAction(QString::fromUtf8(row.Caption));
+    const bool isSeparator = std::string(row.Caption) == "-";
+    QAction* action = menu.addAction(isSeparator ? QString() : QString::fromUtf8(row.Caption));
     action->setObjectName(QString::fromStdString(name));
-    action->setSeparator(std::string(row.Caption) == "-");
+    action->setSeparator(isSeparator);
     action->setShortcut(QKeySequence(QString::fromLatin1(row.Shortcut)));
     action->setVisible((row.Flags & menuHidden) == 0);
     action->setEnabled((row.Flags & menuDisabled) == 0);
@@ -79,6 +81,16 @@ QAction& MenuSet::Entry(const std::string& name) const {
     QAction* action = Find(name);
     if (action == nullptr) throw base::RunTimeError(base::errInvalidCall, "No menu entry " + name);
     return *action;
+}
+
+void MenuSet::SetText(const std::string& name, const std::string& text) const {
+    QAction& entry = Entry(name);
+    entry.setText(CaptionOf(text));
+    entry.setData(QByteArray::fromStdString(text));  // what is shown may have lost some of it
+}
+
+std::string MenuSet::Text(const std::string& name) const {
+    return Entry(name).data().toByteArray().toStdString();
 }
 
 }  // namespace platform::qt

@@ -32,6 +32,10 @@ class MenuSet {
     // The state of an entry by name; an unknown name is error 5.
     QAction& Entry(const std::string& name) const;
 
+    // Shows a text of the data, such as a file name, and gives back exactly what was set. Error 5 likewise.
+    void SetText(const std::string& name, const std::string& text) const;
+    std::string Text(const std::string& name) const;
+
     static std::string ElementName(const std::string& name, int index);
 
   private:

@@ -11,8 +11,9 @@ constexpr int cascadeStep = 26;  // pixels: a title bar
 QList<QMdiSubWindow*> NormalWindows(const QMdiArea& area) {
     QList<QMdiSubWindow*> windows;
     for (QMdiSubWindow* window : area.subWindowList(QMdiArea::StackingOrder)) {
+        if (!window->isVisible()) continue;
         if (window->isMaximized()) window->showNormal();
-        if (window->isVisible() && !window->isMinimized()) windows.append(window);
+        if (!window->isMinimized()) windows.append(window);
     }
     return windows;
 }

@@ -7,6 +7,7 @@
 
 #include "base/RunTimeError.h"
 #include "editor/Highlighter.h"
+#include "platform/qt/Guard.h"
 #include "platform/qt/Twips.h"
 #include "shell/ConfigFile.h"
 #include "shell/frmSplash.h"
@@ -17,8 +18,24 @@
 namespace shell {
 
 using platform::qt::MenuSet;
-using platform::qt::ToPixels;
-using platform::qt::ToTwips;
+using platform::qt::On;
+using platform::qt::Soon;
+
+namespace {
+
+session::Placement ToTwips(const QRect& place) {
+    using platform::qt::ToTwips;
+    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+}
+
+QRect ToPixels(const session::Placement& place) {
+    using platform::qt::ToPixels;
+    return {ToPixels(place.Left), ToPixels(place.Top), ToPixels(place.Width), ToPixels(place.Height)};
+}
+
+bool IsIconOrWhole(const QMdiSubWindow& window) { return window.isMinimized() || window.isMaximized(); }
+
+}  // namespace
 
 Shell::Shell(session::Session& state, platform::Host& host, std::string stateFolder)
     : app_{state, host, *this}, stateFolder_(std::move(stateFolder)) {}
@@ -65,15 +82,19 @@ void Shell::LoadMainSettings() {
     MainWindowState window{.Place = MainPlacement()};
     LoadSettings(app_.State, app_.Host, window);
     const session::Placement& place = window.Place;
-    // The stored size is the frame's; the frame itself is not known before the window is shown.
-    main_->setGeometry(ToPixels(place.Left), ToPixels(place.Top), ToPixels(place.Width),
-                       ToPixels(place.Height));
+    main_->SetFrame(ToPixels(place));
 }
 
 void Shell::LoadMessages() {
     messages_ = new toolchain::frmMessage(app_, errors_);
     QMdiSubWindow& window = main_->AddChild(*messages_);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
+    On(&window, &QMdiSubWindow::windowStateChanged, main_.get(), [this] {
+        // Soon: when the window has told of its new state it still takes its old place.
+        Soon(main_.get(), [this] {
+            if (messagesPlace_) MoveMessages(*messagesPlace_);
+        });
+    });
     window.show();
     runWindows_ = std::make_unique<toolchain::StatusWindows>(
         app_, [this]() -> toolchain::frmMessage& { return ShownMessages(); }, main_.get());
@@ -83,7 +104,7 @@ void Shell::LoadMessages() {
 toolchain::frmMessage& Shell::ShownMessages() {
     // The user may have closed it; a run brings it back, the document stays active.
     if (!messages_->parentWidget()->isVisible()) {
-        QMdiSubWindow* active = main_->Area().currentSubWindow();
+        QMdiSubWindow* active = main_->ActiveChild();
         messages_->show();
         messages_->parentWidget()->show();
         if (active != nullptr) main_->Area().setActiveSubWindow(active);
@@ -92,14 +113,19 @@ toolchain::frmMessage& Shell::ShownMessages() {
 }
 
 void Shell::ShowMain() {
+    On(main_.get(), &frmMain::Framed, main_.get(), [this] { PlaceChildren(); });
     main_->show();
+    PlaceChildren();
+    recovery_ = std::make_unique<RecoveryKeeper>(app_, *main_, stateFolder_ + "recovery\\");
+    recovery_->OfferCopies();
+    recovery_->Start();
+}
+
+void Shell::PlaceChildren() {
     const MainMeasures main = main_->Measures();
     MoveMessages(toolchain::frmMessage::InitialPlacement({.Width = main.Width, .Height = main.Height},
                                                          main.InnerHeight));
     if (app_.State.AutoArrange) ArrangeWindows();
-    recovery_ = std::make_unique<RecoveryKeeper>(app_, *main_, stateFolder_ + "recovery\\");
-    recovery_->OfferCopies();
-    recovery_->Start();
 }
 
 session::Document& Shell::Create() {
@@ -117,15 +143,15 @@ void Shell::Registered(session::Document& document) {
     static_cast<editor::frmDocument&>(document).SetRegistered();
 }
 
-session::Placement Shell::MainPlacement() const {
-    const QRect place =
-        main_->isMinimized() || main_->isMaximized() ? main_->normalGeometry() : main_->geometry();
-    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+session::Placement Shell::MainPlacement() const { return ToTwips(main_->Frame()); }
+
+QMdiSubWindow& Shell::MessageWindow() const {
+    return *qobject_cast<QMdiSubWindow*>(messages_->parentWidget());
 }
 
 session::Placement Shell::MessagePlacement() const {
-    const QRect place = messages_->parentWidget()->geometry();
-    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+    if (IsIconOrWhole(MessageWindow())) return MessageListPlacement(main_->Measures());
+    return ToTwips(MessageWindow().geometry());
 }
 
 void Shell::ArrangeWindows() {
@@ -140,24 +166,26 @@ void Shell::ArrangeWindows() {
     }
 }
 
-void Shell::MoveMessages(const session::Placement& place) {
-    messages_->parentWidget()->setGeometry(ToPixels(place.Left), ToPixels(place.Top), ToPixels(place.Width),
-                                           ToPixels(place.Height));
+void Shell::MoveMessages(session::Placement place) {
+    messagesPlace_ = place;
+    if (IsIconOrWhole(MessageWindow())) return;
+    messagesPlace_.reset();
+    MessageWindow().setGeometry(ToPixels(place));
 }
 
 void Shell::SaveSettings() {
-    shell::SaveSettings(
-        app_.State, app_.Host,
-        {.Place = MainPlacement(), .Minimized = main_->isMinimized(), .Maximized = main_->isMaximized()});
+    const bool isWhole = main_->isMaximized() || main_->isFullScreen();
+    shell::SaveSettings(app_.State, app_.Host,
+                        {.Place = MainPlacement(), .Minimized = main_->isMinimized(), .Maximized = isWhole});
 }
 
 void Shell::ShowRecentFiles() {
     for (int i = 0; i < 6; ++i) {
         const std::string& path = app_.State.RecentFiles[static_cast<std::size_t>(i)];
         if (path.empty()) continue;
-        QAction& entry = main_->Menus().Entry(MenuSet::ElementName("mnuFileMru", i));
-        entry.setText(QString::fromStdString(path));
-        entry.setVisible(true);
+        const std::string name = MenuSet::ElementName("mnuFileMru", i);
+        main_->Menus().SetText(name, path);
+        main_->Menus().Entry(name).setVisible(true);
     }
     main_->Menus().Entry("mnuFileBar4").setVisible(true);
 }
@@ -170,9 +198,8 @@ void Shell::UpdateMruMenus() {
 void Shell::CopyRecentFiles(session::Document& document) {
     for (int i = 0; i < 6; ++i) {
         const std::string name = MenuSet::ElementName("mnuFileMru", i);
-        const QAction& entry = main_->Menus().Entry(name);
-        document.SetMenuCaption(name, entry.text().toStdString());
-        document.SetMenuVisible(name, entry.isVisible());
+        document.SetMenuCaption(name, main_->Menus().Text(name));
+        document.SetMenuVisible(name, main_->Menus().Entry(name).isVisible());
     }
     document.SetMenuVisible("mnuFileBar4", true);
 }
@@ -184,11 +211,11 @@ void Shell::HighlightSyntax(session::Document& document) { editor::HighlightSynt
 void Shell::HighlightWord(session::Document& document) { editor::HighlightWord(app_, document); }
 
 void Shell::BringMessagesToFront() {
-    auto* window = qobject_cast<QMdiSubWindow*>(messages_->parentWidget());
-    window->show();
+    QMdiSubWindow& window = MessageWindow();
+    window.show();
     messages_->show();
-    main_->Area().setActiveSubWindow(window);
-    window->raise();
+    main_->Area().setActiveSubWindow(&window);
+    window.raise();
 }
 
 void Shell::ShowHelpTopic(const std::string& topic) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "editor/frmDocument.h"
 #include "session/App.h"
@@ -91,10 +92,12 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     bool FlipCheck(const std::string& entry);  // the new state
     void LoadMainSettings();
     void LoadMessages();
+    void PlaceChildren();  // as the program starts with them
     toolchain::frmMessage& ShownMessages();
     session::Placement MainPlacement() const;  // as the settings keep it
     session::Placement MessagePlacement() const;
-    void MoveMessages(const session::Placement& place);
+    void MoveMessages(session::Placement place);
+    QMdiSubWindow& MessageWindow() const;
     ToolbarState WithoutMissingCommands() const;
     void ShowRecentFiles();
     void CopyRecentFiles(session::Document& document);
@@ -111,7 +114,8 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     toolchain::ErrorCodes errors_;
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmMain> main_;
-    toolchain::frmMessage* messages_ = nullptr;  // owned by its window in the MDI area
+    toolchain::frmMessage* messages_ = nullptr;        // owned by its window in the MDI area
+    std::optional<session::Placement> messagesPlace_;  // for when that is a normal window again
     std::unique_ptr<toolchain::RunWindows> runWindows_;
     std::unique_ptr<toolchain::Compiler> compiler_;
     std::string stateFolder_;

@@ -44,7 +44,10 @@ void Shell::AddWindowCommands(std::map<std::string, frmMain::Command>& commands)
                         {"mnuWindowTileVertical", MdiArrangement::TileVertical},
                         {"mnuWindowArrangeIcons", MdiArrangement::ArrangeIcons}};
     for (const auto& row : arrangements) {
-        commands[row.Entry] = [this, code = row.Code](int) { Arrange(main_->Area(), code); };
+        commands[row.Entry] = [this, code = row.Code](int) {
+            if (!MessageWindow().isMinimized()) messagesPlace_.reset();  // it gets another now
+            Arrange(main_->Area(), code);
+        };
     }
     commands["mnuWindowAuto"] = [this](int) { ArrangeWindows(); };
 }

@@ -28,7 +28,7 @@ void Shell::TickToolbar() {
     auto* document = main_->ActiveDocument();
     if (document != nullptr) {
         child = {"frmDocument", document->Caption(), document->txtText().SelLength()};
-    } else if (const QMdiSubWindow* window = main_->Area().currentSubWindow()) {
+    } else if (const QMdiSubWindow* window = main_->ActiveChild()) {
         child = {"frmMessage", window->windowTitle().toStdString(), 0};
     }
     const TickEffects effects =
@@ -69,7 +69,7 @@ void Shell::SetTBMenu(session::Document& document) {
 }
 
 void Shell::ClickToolbar(const std::string& key) {
-    const QMdiSubWindow* window = main_->Area().currentSubWindow();
+    const QMdiSubWindow* window = main_->ActiveChild();
     const std::string caption = window != nullptr ? window->windowTitle().toStdString() : "";
     for (int i = 1; i <= ButtonCount; ++i) {
         const ToolbarRow& row = ToolbarTable()[static_cast<std::size_t>(i - 1)];

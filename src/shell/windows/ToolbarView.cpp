@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 #include <QToolBar>
 
-#include "base/Text.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 
 namespace shell {
@@ -32,9 +32,8 @@ void ToolbarView::ShowButton(std::size_t index, const ButtonState& state) {
     button->setVisible(state.Visible);
     if (button->isSeparator()) return;
     button->setEnabled(state.Enabled);
-    const QString tip = QString::fromStdString(base::DisplayUtf8(state.Tip));
-    button->setText(tip);
-    button->setToolTip(tip.toHtmlEscaped());
+    button->setText(platform::qt::CaptionOf(state.Tip));
+    button->setToolTip(platform::qt::TipOf(state.Tip));
     if (state.Image != 0) button->setIcon(QIcon(QString::fromStdString(ImageName(state.Image))));
 }
 

@@ -15,19 +15,20 @@ TEST_F(ShellFixture, UntitledNumbersFollowTheCounter) {
 
 TEST_F(ShellFixture, OpeningADesignMakesTheProjectAndTheRecentList) {
     Start();
-    editor::frmDocument& document = Open("Work/one.pld", "Name one;\nPIN 1 = a;\n");
-    EXPECT_EQ(document.Caption(), UpperLogic("Work/one.pld"));
+    editor::frmDocument& document = Open("R&D/one.pld", "Name one;\nPIN 1 = a;\n");
+    EXPECT_EQ(document.Caption(), UpperLogic("R&D/one.pld"));
     EXPECT_EQ(document.FileName, document.Caption());
     EXPECT_EQ(document.txtText().Text(), "Name one;\r\nPIN 1 = a;\r\n");
     EXPECT_FALSE(document.Dirty);
-    EXPECT_EQ(state.sProject, UpperLogic("Work/one"));
-    EXPECT_EQ(state.LastPath, UpperLogic("Work") + "\\");
+    EXPECT_EQ(state.sProject, UpperLogic("R&D/one"));
+    EXPECT_EQ(state.LastPath, UpperLogic("R&D") + "\\");
     EXPECT_EQ(state.RecentFiles[0], document.FileName);
     EXPECT_FALSE(desktop.Desk.Hourglass);
-    Open("Work/two.pld", "");
-    EXPECT_EQ(state.sProject, UpperLogic("Work/one"));  // the first one stays
+    Open("R&D/two.pld", "");
+    EXPECT_EQ(state.sProject, UpperLogic("R&D/one"));  // the first one stays
     EXPECT_TRUE(document.Menus().Entry("mnuFileMru(1)").isVisible());
-    EXPECT_EQ(document.Menus().Entry("mnuFileMru(1)").text().toStdString(), document.FileName);
+    EXPECT_EQ(document.Menus().Entry("mnuFileMru(1)").text().toStdString(),
+              base::ReplaceAll(document.FileName, "&", "&&"));
     for (session::Document* open : state.Documents.All()) open->Unload();
     EXPECT_EQ(state.sProject, "");
 }

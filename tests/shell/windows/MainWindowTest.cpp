@@ -1,4 +1,5 @@
 #include <QMenuBar>
+#include <QToolBar>
 #include <map>
 #include <set>
 
@@ -25,6 +26,33 @@ TEST_F(ShellFixture, TheActiveDocumentsMenusReplaceTheMainOnes) {
     EXPECT_EQ(bar.actions().size(), 5);
 }
 
+TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
+    Start();
+    editor::frmDocument& document = Open("R&D.pld", "");
+    const auto isShown = [&](const char* button) {
+        return shell->MainWindow().findChild<QAction*>(button)->isVisible();
+    };
+    QWidget& messages = *shell->Messages().parentWidget();
+    shell->BringMessagesToFront();
+    QTest::keyClick(&shell->Messages(), Qt::Key_F4, Qt::ControlModifier);
+    ASSERT_FALSE(messages.isVisible());
+    EXPECT_EQ(shell->MainWindow().ActiveDocument(), &document);  // the next one takes over
+    EXPECT_EQ(shell->MainWindow().menuBar()->actions().size(), 8);
+    QMenu& windows = *document.Menus().Menu("mnuWindow");
+    windows.popup({});
+    QAction& listed = *windows.actions().back();
+    EXPECT_TRUE(listed.isChecked() && listed.text().startsWith("&2 ") && listed.text().endsWith("R&&D.PLD"))
+        << listed.text().toStdString();
+    windows.close();
+    shell->SetPanel(1, "told");
+    EXPECT_TRUE(document.Unload());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(shell->MainWindow().menuBar()->actions().size(), 5);
+    desktop.Time.Advance(std::chrono::milliseconds(500));
+    EXPECT_EQ(shell->Panel(1), "");
+    EXPECT_TRUE(isShown("DepComp") && !isShown("Util1"));  // another active child hides both
+}
+
 TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
     for (const auto& table : {editor::DocumentMenu(), shell::MainMenu()}) {
         std::map<std::string, std::string> entries;
@@ -41,8 +69,10 @@ TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
     Start();
     editor::frmDocument& document = Open("a.txt", "");
     for (const platform::MenuRow& row : editor::DocumentMenu()) {
-        if (document.Menus().Menu(row.Name) != nullptr || row.Count > 0 || std::string(row.Caption) == "-")
-            continue;
+        if (row.Count > 0) continue;
+        const bool isLine = std::string(row.Caption) == "-";
+        EXPECT_EQ(document.Menus().Entry(row.Name).text().isEmpty(), isLine) << row.Name;
+        if (document.Menus().Menu(row.Name) != nullptr || isLine) continue;
         const bool enabled = document.Menus().Entry(row.Name).isEnabled();
         const std::set<std::string> byTimer = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste"};
         if (enabled || byTimer.contains(row.Name)) continue;
@@ -130,13 +160,16 @@ TEST_F(ShellFixture, TheNextRunRemembers) {
     Start();
     Open("Work/one.pld", "").Unload();
     state.CompilerFlags = "jm2";
-    shell->MainWindow().resize(900, 700);
+    shell->MainWindow().setGeometry(30, 40, 900, 700);
+    const QRect frame = shell->MainWindow().Frame();
+    ASSERT_NE(frame, shell->MainWindow().geometry()) << "this desktop draws frames";
     ASSERT_TRUE(Close());
     state = {};
     Start();
     EXPECT_EQ(state.CompilerFlags, "jm2");
     EXPECT_EQ(state.RecentFiles[0], UpperLogic("Work/one.pld"));
     EXPECT_EQ(state.LastPath, folder.Logic("Examples") + "\\");
+    EXPECT_EQ(shell->MainWindow().Frame(), frame);  // it creeps nowhere from start to start
     EXPECT_EQ(shell->MainWindow().size(), QSize(900, 700));
     EXPECT_TRUE(shell->MainWindow().Menus().Entry("mnuFileMru(0)").isVisible());
     EXPECT_TRUE(desktop.Boxes.Shown.empty()) << desktop.Boxes.LastText();
@@ -157,6 +190,35 @@ TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
     EXPECT_EQ(text.height(), messages.top() - 1);
     shell->MainCommand("mnuWindowTileVertical");
     EXPECT_FALSE(document.geometry().intersects(shell->Messages().parentWidget()->geometry()));
+}
+
+TEST_F(ShellFixture, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
+    Start();
+    shell->MainWindow().resize(1000, 800);
+    auto& messages = static_cast<QMdiSubWindow&>(*shell->Messages().parentWidget());
+    const auto arrange = [&] {
+        shell->MainCommand("mnuWindowAuto");
+        QApplication::processEvents();
+        return messages.geometry();
+    };
+    const QRect foot = arrange();
+    for (void (QWidget::*change)() : {&QWidget::showMinimized, &QWidget::showMaximized}) {
+        messages.move(10, 10);
+        (messages.*change)();
+        const QRect changed = messages.geometry();
+        EXPECT_EQ(arrange(), changed);
+        editor::frmDocument& document = NewText();
+        document.showNormal();
+        EXPECT_EQ(document.height(), foot.top() - 1);
+        messages.showNormal();
+        QApplication::processEvents();
+        EXPECT_EQ(messages.geometry(), foot);
+        document.Unload();
+    }
+    messages.showMaximized();
+    messages.hide();
+    shell->MainCommand("mnuWindowCascade");
+    EXPECT_FALSE(messages.isVisible());
 }
 
 TEST_F(ShellFixture, WithoutAutoArrangeMessagesStartAtTheFoot) {
@@ -201,19 +263,30 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
 TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     Start();
     state.StdUtils[0].Menu = state.StdUtils[0].Toolbar = true;
-    state.CustUtils[1] = {.Program = "C:\\own tool", .Name = "Own & fine", .Menu = true, .Toolbar = true};
+    // A name is data: no character of it is an access key, and bytes that can't be shown come back.
+    const std::string name = "R&D \xFF";
+    state.CustUtils[1] = {.Program = "C:\\own tool", .Name = name, .Menu = true, .Toolbar = true};
     state.CustUtils[2] = {.Program = "MACRO*", .Name = "Slot", .Menu = true, .Toolbar = true};
     editor::frmDocument& document = Open("a.txt", "");
-    for (int index : {1, 2, 3}) document.RunCommand("mnuUtilTool", index);
+    QMenu& menu = *document.Menus().Menu("mnuUtilities");
+    for (int index : {1, 2, 3}) {
+        menu.popup({});
+        const std::string entry = "mnuUtilTool(" + std::to_string(index) + ")";
+        QTest::mouseClick(&menu, Qt::LeftButton, {},
+                          menu.actionGeometry(&document.Menus().Entry(entry)).center());
+    }
     EXPECT_EQ(desktop.Programs.Started,
               (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The macro has not been defined.  You must define a macro before it can be used.");
     desktop.Programs.FailWith = base::errFileNotFound;
+    QToolBar& bar = shell->MainWindow().ToolBar();
     auto* button = shell->MainWindow().findChild<QAction*>("Util2");
     ASSERT_TRUE(button != nullptr && button->isVisible());
-    EXPECT_EQ(button->text(), "Own & fine");
-    button->trigger();
+    for (const QAction* shown : {button, &document.Menus().Entry("mnuUtilTool(2)")}) {
+        EXPECT_EQ(shown->text(), QString("R&&D \uFFFD"));
+    }
+    QTest::mouseClick(bar.widgetForAction(button), Qt::LeftButton);
     EXPECT_EQ(desktop.Boxes.LastText(), "File C:\\own tool cannot be found");
     EXPECT_FALSE(shell->MainWindow().findChild<QAction*>("Util4")->isVisible());
 }

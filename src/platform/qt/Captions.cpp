@@ -1,0 +1,22 @@
+#include "platform/qt/Captions.h"
+
+#include <QTextDocument>
+
+#include "base/Text.h"
+
+namespace platform::qt {
+
+QString CaptionOf(std::string_view text) {
+    QString caption = QString::fromStdString(base::DisplayUtf8(text)).replace("&", "&&");
+    for (QChar& c : caption)
+        if (c.category() == QChar::Other_Control) c = ' ';
+    return caption;
+}
+
+QString TipOf(std::string_view text) {
+    // A tip is guessed to be plain or formatted; formatted is the one that is never guessed wrong.
+    return text.empty() ? QString()
+                        : Qt::convertFromPlainText(QString::fromStdString(base::DisplayUtf8(text)));
+}
+
+}  // namespace platform::qt
