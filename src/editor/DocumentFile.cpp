@@ -44,55 +44,50 @@ void SaveFile(session::App& app, session::Document& document) {
     }
 }
 
-void SaveFileAs(session::App& app, session::Document& document) {
+bool SaveFileAs(session::App& app, session::Document& document) {
     const auto name = app.Host.Boxes.SaveFile({.Filter = saveFilter,
                                                .FileName = document.FileName,
                                                .Flags = platform::OverwritePrompt | platform::PathMustExist});
     if (!name || name->empty()) {
         app.Host.Desktop.SetHourglass(false);
-        return;
+        return true;
     }
     try {
         app.Host.Files.WriteFile(*name, document.txtText().TextView());
     } catch (const RunTimeError& error) {
         ReportSaveFailure(app, error);
-        return;
+        return false;
     }
     app.Hall.CloseProject();
     app.Hall.OpenDocument(*name);
+    return true;
 }
 
-void Save(session::Document& document) {
-    if (base::Contains(document.Caption(), untitled)) {
-        document.SaveFileAs();
-    } else {
-        document.SaveFile();
-    }
+bool Save(session::App& app, session::Document& document) {
+    if (base::Contains(document.Caption(), untitled)) return SaveFileAs(app, document);
+    document.SaveFile();
+    return !document.Dirty;
 }
 
 void SaveAll(session::App& app) {
     for (session::Document* document : app.State.Documents.All()) document->SaveFile();
 }
 
-bool QueryUnload(session::App& app, session::Document& document, bool isRegistered) {
-    if (document.Dirty) {
-        const auto answer = app.Host.Boxes.MessageBox({.Text = "Save changes to " + document.Caption() + "?",
-                                                       .Title = "Save File",
-                                                       .Choice = platform::Buttons::YesNoCancel,
-                                                       .Picture = platform::Icon::Question});
-        if (answer == platform::Answer::Cancel) return false;
-        // A cancel in the Save dialog does not refuse the close.
-        if (answer == platform::Answer::Yes) {
-            Save(document);
-            // What could not be written stays open: closing would lose the text.
-            const bool writesToCaption = !base::Contains(document.Caption(), untitled);
-            if (writesToCaption && document.Dirty) return false;
-        }
-    }
+bool QueryUnload(session::App& app, session::Document& document) {
+    if (!document.Dirty) return true;
+    const auto answer = app.Host.Boxes.MessageBox({.Text = "Save changes to " + document.Caption() + "?",
+                                                   .Title = "Save File",
+                                                   .Choice = platform::Buttons::YesNoCancel,
+                                                   .Picture = platform::Icon::Question});
+    if (answer == platform::Answer::Cancel) return false;
+    // A cancel in the Save dialog does not refuse the close; a text that could not be written does.
+    return answer == platform::Answer::No || Save(app, document);
+}
+
+void Unregister(session::App& app, const session::Document& document, bool isRegistered) {
     if (isRegistered) app.State.Documents.Remove(std::to_string(document.ID));
     --app.State.UntitledCount;
     if (--app.State.DocumentCount == 0) app.State.sProject.clear();
-    return true;
 }
 
 void OpenRecent(session::App& app, int index) {
@@ -110,7 +105,8 @@ void OpenRecent(session::App& app, int index) {
 std::string PositionText(platform::RichTextBox& text) {
     const auto line = text.SendMessage(platform::EM_LINEFROMCHAR, -1);
     const auto lineStart = text.SendMessage(platform::EM_LINEINDEX, -1);
-    // The message holds 16 bits of the start; beyond them the control's own value counts.
+    // The line is the caret's, the column counts from its start to that of the selection: below zero if that
+    // is in a line above. Of the start the message holds 16 bits; the control's own value counts.
     const std::intptr_t start = text.SelStart();
     std::intptr_t column = start - lineStart;
     if (column == 0) column = 1;
@@ -151,7 +147,6 @@ void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font) {
     text.SetSelLength(text.TextLength());
     text.SetSelFontName(font.Name);
     text.SetSelFontSize(font.Size);
-    text.SetSelColor(font.ForeColor);
     text.SetSelBold(font.Bold);
     text.SetSelItalic(font.Italic);
     text.SetVisible(true);

@@ -17,18 +17,22 @@ DocumentKind KindOf(const std::string& path);
 // Writes the text to the path in the caption and clears Dirty; a failure is shown and leaves Dirty set.
 void SaveFile(session::App& app, session::Document& document);
 
-// Asks for a name, writes, closes the project and opens the file in a window of its own.
-void SaveFileAs(session::App& app, session::Document& document);
+// Asks for a name, writes, closes the project and opens the file in a window of its own. False: the text
+// could not be written, and that was shown; a cancelled dialog is no failure.
+bool SaveFileAs(session::App& app, session::Document& document);
 
-// The Save command: SaveFileAs for a caption that contains "Untitled", else SaveFile.
-void Save(session::Document& document);
+// The Save command: SaveFileAs for a caption that contains "Untitled", else SaveFile. False: not written.
+bool Save(session::App& app, session::Document& document);
 
 // SaveFile on every open document, untitled ones included.
 void SaveAll(session::App& app);
 
-// The question before a document closes. False refuses the close; true has taken the document out of the
-// shared state (if `isRegistered`: a window that never got into Documents leaves the others alone).
-bool QueryUnload(session::App& app, session::Document& document, bool isRegistered);
+// The question before a document closes, and the saving if that is the answer. False refuses the close.
+bool QueryUnload(session::App& app, session::Document& document);
+
+// Takes a closing document out of the shared state; one that is not `isRegistered` never got into Documents
+// and leaves the others alone.
+void Unregister(session::App& app, const session::Document& document, bool isRegistered);
 
 // Opens a recent file, or shows the window that has it.
 void OpenRecent(session::App& app, int index);
@@ -42,7 +46,7 @@ void UpdatePosition(session::App& app, platform::RichTextBox& text, std::string&
 // The Font command: asks, applies, colours again.
 void ChooseFont(session::App& app, session::Document& document);
 
-// Gives the whole text a font. The selection is left on the whole text.
+// Gives the whole text a font, whose colour is left out. The selection is left on the whole text.
 void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font);
 
 }  // namespace editor

@@ -110,6 +110,8 @@ class KeyPainter {
 }  // namespace
 
 void HighlightWord(session::App& app, session::Document& document) {
+    // What is selected was not typed just now, and stays selected: the key let go may be that of a copy.
+    if (document.txtText().SelLength() > 0) return;
     if (app.State.HighlightEnabled && IsDesign(document)) KeyPainter(app.State, document).Run();
 }
 

@@ -19,7 +19,8 @@ using Offset = std::int32_t;
 void HighlightSyntax(session::App& app, session::Document& document, std::optional<Offset> start = {},
                      std::optional<Offset> end = {});
 
-// After a key: paints the word that was typed or split at the caret, or the comment that was closed.
+// After a key: paints the word that was typed or split at the caret, or the comment that was closed. Does
+// nothing while text is selected.
 void HighlightWord(session::App& app, session::Document& document);
 
 // True for a design file: a caption that ends in "PLD" in any case.

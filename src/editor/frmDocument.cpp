@@ -47,8 +47,7 @@ frmDocument::frmDocument(session::App& app) : app_(app) {
     setWidget(text_);
     setFocusProxy(text_);
     BuildMenus();
-    const session::FontRecord& font = app_.State.EditorFont;
-    ApplyFont(*text_, font);
+    ApplyFont(*text_, app_.State.EditorFont);
     ConnectText();
     StatusBarTimer =
         app_.Host.Time.Every(statusInterval, [this] { UpdatePosition(app_, *text_, positionCache_); });
@@ -106,10 +105,12 @@ void frmDocument::FillCommands() {
     FillEditCommands();
     FillRunCommands();
     commands_["mnuViewToolbar"] = [this](int) {
-        ToggleView("mnuViewToolbar", [this](bool on) { app_.Hall.ToggleToolbar(on); });
+        FlipCheck("mnuViewToolbar");
+        app_.Hall.ToggleToolbar();
     };
     commands_["mnuViewStatusBar"] = [this](int) {
-        ToggleView("mnuViewStatusBar", [this](bool on) { app_.Hall.ToggleStatusBar(on); });
+        FlipCheck("mnuViewStatusBar");
+        app_.Hall.ToggleStatusBar();
     };
     commands_["mnuUtilTool"] = [this](int index) {
         app_.Hall.RunUtility(menus_->Text(MenuSet::ElementName("mnuUtilTool", index)));
@@ -128,8 +129,7 @@ void frmDocument::FillFileCommands() {
     commands_["mnuFileMru"] = [this](int index) { OpenRecent(app_, index); };
     commands_["mnuFileExit"] = [this](int) {
         app_.Hall.SaveSettings();
-        // The end of the program asks for the other documents; a refusal here keeps it running.
-        if (Unload()) app_.Hall.ExitProgram();
+        app_.Hall.ExitProgram();
     };
 }
 
@@ -149,11 +149,8 @@ void frmDocument::FillRunCommands() {
     commands_["mnuRunVhdlAnalysis"] = [this](int) { app_.Hall.RunVhdlAnalysis(); };
 }
 
-void frmDocument::ToggleView(const std::string& entry, const std::function<void(bool)>& show) {
-    const bool on = !IsMenuChecked(entry);
-    SetMenuChecked(entry, on);
-    show(on);
-}
+// Of this window's entry alone: each window marks its own clicks, so a mark may differ from what is seen.
+void frmDocument::FlipCheck(const std::string& entry) { SetMenuChecked(entry, !IsMenuChecked(entry)); }
 
 platform::RichTextBox& frmDocument::txtText() { return *text_; }
 
@@ -167,7 +164,8 @@ void frmDocument::SaveFileAs() { editor::SaveFileAs(app_, *this); }
 
 void frmDocument::UpdateFont(const std::string& name, std::int16_t size, std::int32_t color, bool bold,
                              bool italic) {
-    ApplyFont(*text_, {.Name = name, .Size = size, .Bold = bold, .Italic = italic, .ForeColor = color});
+    ApplyFont(*text_, {.Name = name, .Size = size, .Bold = bold, .Italic = italic});
+    text_->SetSelColor(color);
 }
 
 void frmDocument::RefreshProjectList() {
@@ -205,16 +203,27 @@ bool frmDocument::Unload() {
     return isUnloaded_;
 }
 
+bool frmDocument::QueryUnload() { return isUnloaded_ || editor::QueryUnload(app_, *this); }
+
+void frmDocument::UnloadUnasked() {
+    isAsked_ = true;
+    Unload();
+}
+
 void frmDocument::closeEvent(QCloseEvent* event) {
     event->ignore();  // what the question throws leaves the text open
-    Guarded([&] { isUnloaded_ = isUnloaded_ || QueryUnload(app_, *this, isRegistered_); });
+    Guarded([this] {
+        if (isUnloaded_ || !(isAsked_ || QueryUnload())) return;
+        Unregister(app_, *this, isRegistered_);
+        isUnloaded_ = true;
+    });
     if (!isUnloaded_) return;
     StatusBarTimer.reset();
     emit Unloaded();
     QMdiSubWindow::closeEvent(event);
 }
 
-void frmDocument::mnuFileSave_Click() { Save(*this); }
+void frmDocument::mnuFileSave_Click() { Save(app_, *this); }
 void frmDocument::mnuEditCut_Click() { text_->SendMessage(platform::WM_CUT); }
 void frmDocument::mnuEditCopy_Click() { text_->SendMessage(platform::WM_COPY); }
 void frmDocument::mnuEditPaste_Click() {

@@ -48,6 +48,8 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     void Move(float left, float top, float width, float height) override;
     void BringToFront() override;
     bool Unload() override;
+    bool QueryUnload();    // the question alone: false if the user refused
+    void UnloadUnasked();  // whatever there is to save
 
     // Commands that other rooms call by name.
     void mnuFileSave_Click();
@@ -76,7 +78,7 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     void FillRunCommands();
     void DisableEntriesWithoutCommand();
     void ConnectText();
-    void ToggleView(const std::string& entry, const std::function<void(bool)>& show);
+    void FlipCheck(const std::string& entry);
 
     session::App& app_;
     platform::qt::TextBox* text_ = nullptr;
@@ -86,6 +88,7 @@ class frmDocument : public QMdiSubWindow, public session::Document {
     std::string caption_;
     std::string positionCache_;
     bool isRegistered_ = false;
+    bool isAsked_ = false;  // the question before the close has been answered
     bool isUnloaded_ = false;
 };
 

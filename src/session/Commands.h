@@ -21,8 +21,8 @@ class Commands {
     virtual void SetPanel(int panel, const std::string& text) = 0;  // 1 to 6, refreshed at once
     virtual std::string Panel(int panel) const = 0;
     virtual Document* ActiveDocument() = 0;  // null if the active child is none
-    virtual void ToggleToolbar(bool visible) = 0;
-    virtual void ToggleStatusBar(bool visible) = 0;
+    virtual void ToggleToolbar() = 0;        // shows it if it is hidden, and the other way round
+    virtual void ToggleStatusBar() = 0;
     // A command of frmMain by its name, such as "mnuFileOpen". An unknown name is error 5.
     virtual void MainCommand(const std::string& name) = 0;
     virtual bool HasMainCommand(const std::string& name) const = 0;

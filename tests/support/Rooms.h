@@ -25,8 +25,8 @@ class Hall : public session::Commands {
     void SetPanel(int panel, const std::string& text) override { Panels[panel] = text; }
     std::string Panel(int panel) const override { return Panels.contains(panel) ? Panels.at(panel) : ""; }
     session::Document* ActiveDocument() override { return Active; }
-    void ToggleToolbar(bool visible) override { Note(visible ? "ToggleToolbar 1" : "ToggleToolbar 0"); }
-    void ToggleStatusBar(bool visible) override { Note(visible ? "ToggleStatusBar 1" : "ToggleStatusBar 0"); }
+    void ToggleToolbar() override { Note("ToggleToolbar"); }
+    void ToggleStatusBar() override { Note("ToggleStatusBar"); }
     void MainCommand(const std::string& name) override { Note("MainCommand " + name); }
     bool HasMainCommand(const std::string&) const override { return true; }
     void ExitProgram() override { Note("ExitProgram"); }

@@ -4,6 +4,7 @@
 #include <QMdiSubWindow>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "base/RunTimeError.h"
 #include "editor/Highlighter.h"
@@ -204,8 +205,8 @@ void Shell::CopyRecentFiles(session::Document& document) {
     document.SetMenuVisible("mnuFileBar4", true);
 }
 
-void Shell::ToggleToolbar(bool visible) { main_->ToolBar().setVisible(visible); }
-void Shell::ToggleStatusBar(bool visible) { main_->statusBar()->setVisible(visible); }
+void Shell::ToggleToolbar() { main_->ToolBar().setVisible(main_->ToolBar().isHidden()); }
+void Shell::ToggleStatusBar() { main_->statusBar()->setVisible(main_->statusBar()->isHidden()); }
 
 void Shell::HighlightSyntax(session::Document& document) { editor::HighlightSyntax(app_, document); }
 void Shell::HighlightWord(session::Document& document) { editor::HighlightWord(app_, document); }
@@ -223,12 +224,29 @@ void Shell::ShowHelpTopic(const std::string& topic) {
                                 .Picture = platform::Icon::Information});
 }
 
+// All are asked before the first one closes: a refusal leaves every text in its window. A text that is saved
+// under a new name comes up in a further window.
 bool Shell::QueryUnloadAll() {
+    std::vector<editor::frmDocument*> asked;
+    while (editor::frmDocument* document = DocumentBeside(asked)) {
+        if (!document->QueryUnload()) return false;
+        asked.push_back(document);
+    }
+    for (editor::frmDocument* document : asked) document->UnloadUnasked();
+    return true;
+}
+
+// One that is not among these, or null; the active one first.
+editor::frmDocument* Shell::DocumentBeside(const std::vector<editor::frmDocument*>& those) const {
+    const auto isNew = [&those](editor::frmDocument* document) {
+        return document != nullptr && std::find(those.begin(), those.end(), document) == those.end();
+    };
+    if (isNew(main_->ActiveDocument())) return main_->ActiveDocument();
     for (QMdiSubWindow* window : main_->Area().subWindowList()) {
         auto* document = qobject_cast<editor::frmDocument*>(window);
-        if (document != nullptr && !document->Unload()) return false;
+        if (isNew(document)) return document;
     }
-    return true;
+    return nullptr;
 }
 
 void Shell::Unload() {

@@ -48,8 +48,8 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void SetPanel(int panel, const std::string& text) override { main_->SetPanel(panel, text); }
     std::string Panel(int panel) const override { return main_->Panel(panel); }
     session::Document* ActiveDocument() override { return main_->ActiveDocument(); }
-    void ToggleToolbar(bool visible) override;
-    void ToggleStatusBar(bool visible) override;
+    void ToggleToolbar() override;
+    void ToggleStatusBar() override;
     void MainCommand(const std::string& name) override { main_->RunCommand(name); }
     bool HasMainCommand(const std::string& name) const override { return main_->HasCommand(name); }
     void ExitProgram() override { main_->close(); }
@@ -89,7 +89,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     std::map<std::string, frmMain::Command> MainCommands();
     void AddFileCommands(std::map<std::string, frmMain::Command>& commands);
     void AddWindowCommands(std::map<std::string, frmMain::Command>& commands);
-    bool FlipCheck(const std::string& entry);  // the new state
+    void FlipCheck(const std::string& entry);
     void LoadMainSettings();
     void LoadMessages();
     void PlaceChildren();  // as the program starts with them
@@ -108,6 +108,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void ClickChildCommand(const std::string& command);
     void RunTool(const std::string& tip);
     bool QueryUnloadAll();
+    editor::frmDocument* DocumentBeside(const std::vector<editor::frmDocument*>& those) const;
     void Unload();
 
     session::App app_;

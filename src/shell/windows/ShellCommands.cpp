@@ -11,8 +11,14 @@ std::map<std::string, frmMain::Command> Shell::MainCommands() {
     std::map<std::string, frmMain::Command> commands;
     AddFileCommands(commands);
     AddWindowCommands(commands);
-    commands["mnuViewToolbar"] = [this](int) { ToggleToolbar(FlipCheck("mnuViewToolbar")); };
-    commands["mnuViewStatusBar"] = [this](int) { ToggleStatusBar(FlipCheck("mnuViewStatusBar")); };
+    commands["mnuViewToolbar"] = [this](int) {
+        FlipCheck("mnuViewToolbar");
+        ToggleToolbar();
+    };
+    commands["mnuViewStatusBar"] = [this](int) {
+        FlipCheck("mnuViewStatusBar");
+        ToggleStatusBar();
+    };
     commands["mnuCompiler"] = [this](int) {
         toolchain::frmCompiler(app_, compilerOptions_, main_.get()).exec();
     };
@@ -52,10 +58,9 @@ void Shell::AddWindowCommands(std::map<std::string, frmMain::Command>& commands)
     commands["mnuWindowAuto"] = [this](int) { ArrangeWindows(); };
 }
 
-bool Shell::FlipCheck(const std::string& entry) {
+void Shell::FlipCheck(const std::string& entry) {
     QAction& action = main_->Menus().Entry(entry);
     action.setChecked(!action.isChecked());
-    return action.isChecked();
 }
 
 void Shell::ProjectOpen() {

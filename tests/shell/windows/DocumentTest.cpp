@@ -127,6 +127,15 @@ TEST_F(ShellFixture, ClosingADirtyTextAsks) {
     desktop.Boxes.Answers = {Answer::No};
     EXPECT_TRUE(second.Unload());
     EXPECT_EQ(folder.Read("a.txt"), "kept");
+
+    editor::frmDocument& untitled = NewText();
+    Type(untitled, "Z");
+    desktop.Boxes.Answers = {Answer::Yes, Answer::Yes};
+    desktop.Boxes.Files = {folder.Logic("nowhere/a.txt"), std::nullopt};
+    EXPECT_FALSE(untitled.Unload()) << "what can't be written stays";
+    EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Save File Error");
+    EXPECT_TRUE(untitled.Dirty);
+    EXPECT_TRUE(untitled.Unload()) << "a cancelled dialog gives the text up";
 }
 
 TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
@@ -154,20 +163,29 @@ TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
     EXPECT_EQ(desktop.Boxes.LastText(), "File already open in editor. ");
 }
 
-TEST_F(ShellFixture, ThePositionReadsColumnOneTwice) {
+TEST_F(ShellFixture, ThePositionIsTheCaretsLineAndTheSelectionsStart) {
     constexpr std::chrono::milliseconds statusInterval{1000};
     Start();
-    editor::frmDocument& document = Open("a.txt", "abc\r\ndef");
-    desktop.Time.Advance(statusInterval);
-    EXPECT_EQ(shell->Panel(2), " Line:1 Col:1 ");
-    document.txtText().SetSelStart(6);
+    editor::frmDocument& document = Open("a.txt", "abc\r\ndef\r\n\r\nx");
     shell->SetPanel(1, "Macro recording stopped.");
-    desktop.Time.Advance(statusInterval);
-    EXPECT_EQ(shell->Panel(2), " Line:2 Col:1 ");
+    const auto expect = [&](const char* position) {
+        desktop.Time.Advance(statusInterval);
+        EXPECT_EQ(shell->Panel(2), position);
+    };
+    expect(" Line:1 Col:1 ");
     EXPECT_EQ(shell->Panel(1), "");
-    document.txtText().SetSelStart(8);
-    desktop.Time.Advance(statusInterval);
-    EXPECT_EQ(shell->Panel(2), " Line:2 Col:3 ");
+    Key(document, Qt::Key_Down);
+    Key(document, Qt::Key_Right);
+    expect(" Line:2 Col:1 ");  // as the place before it
+    Key(document, Qt::Key_Right);
+    expect(" Line:2 Col:2 ");
+    Key(document, Qt::Key_Right, Qt::ShiftModifier);
+    expect(" Line:2 Col:2 ");
+    Key(document, Qt::Key_Down, Qt::ShiftModifier);
+    expect(" Line:3 Col:-3 ");
+    Key(document, Qt::Key_Up, Qt::ShiftModifier);
+    Key(document, Qt::Key_Up, Qt::ShiftModifier);
+    expect(" Line:1 Col:3 ");
 }
 
 // No event of the timers comes between.
@@ -199,7 +217,9 @@ TEST_F(ShellFixture, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
 
 TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
     Start();
+    state.EditorFont.ForeColor = 0x123456;
     editor::frmDocument& document = Open("a.txt", "some text");
+    EXPECT_EQ(document.txtText().SelFormat().Color, 0) << "the setting's colour is not the text's";
     desktop.Boxes.Fonts = {
         std::nullopt,
         platform::FontChoice{.Name = "DejaVu Sans Mono", .Size = 13.6, .Bold = true, .Color = 255}};
@@ -227,7 +247,7 @@ TEST_F(ShellFixture, EveryDesignIsColouredOnLoadAndWhileTyping) {
         EXPECT_EQ(colorAt(13), 0xFF0000) << name;
         EXPECT_EQ(colorAt(27), 0x008000) << name;
         EXPECT_FALSE(document.Dirty);
-        text.SetSelStart(text.TextLength());
+        Key(document, Qt::Key_End, Qt::ControlModifier);
         Type(document, "NODE x");
         EXPECT_EQ(colorAt(34), 0xFF0000) << name;
         EXPECT_EQ(colorAt(39), 0) << name;

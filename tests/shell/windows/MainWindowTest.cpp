@@ -146,6 +146,59 @@ TEST_F(ShellFixture, TheEndWritesSettingsAndConfigurationUnlessRefused) {
     EXPECT_EQ(folder.Read("a.txt"), "x");
 }
 
+TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
+    using Exit = std::function<void(editor::frmDocument&)>;
+    const Exit exits[] = {[this](editor::frmDocument&) { EXPECT_FALSE(Close()); },
+                          [](editor::frmDocument& active) { active.RunCommand("mnuFileExit"); }};
+    Start();
+    for (const Exit& exit : exits) {
+        editor::frmDocument& first = Open("1.txt", "one");
+        editor::frmDocument& second = Open("2.txt", "two");
+        Type(first, "A");
+        Type(second, "B");
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            desktop.Boxes.Answers = {answer, Answer::Cancel};
+            exit(second);  // the active one is asked first
+            EXPECT_EQ(desktop.Boxes.LastText(), "Save changes to " + UpperLogic("1.txt") + "?");
+            EXPECT_EQ(state.Documents.Count(), 2u);
+            EXPECT_TRUE(first.Dirty);
+            EXPECT_EQ(second.Dirty, answer == Answer::No);
+            EXPECT_EQ(second.txtText().Text(), "Btwo");
+            EXPECT_EQ(folder.Read("2.txt"), answer == Answer::No ? "two" : "Btwo");
+        }
+        desktop.Boxes.Answers = {Answer::No};
+        EXPECT_TRUE(first.Unload() && second.Unload());
+    }
+    Type(NewText(), "C");
+    Type(Open("1.txt", "one"), "D");
+    desktop.Boxes.Answers = {Answer::Yes, Answer::Yes};
+    desktop.Boxes.Files = {folder.Logic("NEW.TXT")};
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(folder.Read("NEW.TXT"), "C");
+    EXPECT_EQ(folder.Read("1.txt"), "Done");
+    EXPECT_EQ(state.Documents.Count(), 0u);
+}
+
+TEST_F(ShellFixture, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
+    Start();
+    const shell::frmMain& main = shell->MainWindow();
+    const platform::qt::MenuSet* menus[] = {&main.Menus(), &Open("1.txt", "").Menus(),
+                                            &Open("2.txt", "").Menus()};
+    for (const auto& [entry, bar] : {std::pair<const char*, const char*>{"mnuViewToolbar", "tbToolBar"},
+                                     {"mnuViewStatusBar", "sbStatusBar"}}) {
+        const auto& widget = *main.findChild<QWidget*>(bar);
+        bool marks[] = {true, true, true};
+        bool seen = true;
+        for (const int click : {1, 2, 2, 0, 1, 1, 0}) {
+            menus[click]->Entry(entry).trigger();
+            marks[click] = !marks[click];
+            seen = !seen;
+            EXPECT_EQ(widget.isVisible(), seen) << entry;
+            for (int i = 0; i < 3; ++i) EXPECT_EQ(menus[i]->Entry(entry).isChecked(), marks[i]) << entry << i;
+        }
+    }
+}
+
 TEST_F(ShellFixture, AnUnwritableConfigurationInterruptsTheEndOnce) {
     Start();
     std::filesystem::create_directories(folder.Path() / "Korvane/KORVANE.CFG");
