@@ -77,6 +77,7 @@ enum class Code {
     ExactFallback,
     XorExpanded,
     Reduced,
+    ComplementTooLarge,
     Written,
     CannotWrite,
     OutputMissing,

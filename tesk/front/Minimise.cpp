@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "front/Build.h"
+#include "front/Effort.h"
 #include "front/Expander.h"
 #include "front/Limits.h"
 #include "front/Quick.h"
@@ -13,50 +14,8 @@ namespace front {
 namespace {
 
 constexpr std::size_t kShownEquations = 40;  // a window repaints for each
-constexpr std::size_t kManyTerms = 4096;     // such sums get the least effort, exact reduction is not tried
 constexpr std::size_t kQuickTerms = 1024;    // such sums are reduced here at level 1
-constexpr double kLeastEffort = 0.01;
-constexpr std::size_t kShortSum = 256;  // far more than any macrocell has
-constexpr double kQuick = 0;            // instead of an effort: level 1
-
-// In a design of many terms effort goes to the small equations first, as far as it lasts. Costs are estimates
-// in microseconds, by what the minimizer took for random sums.
-constexpr std::size_t kLargeDesign = 8192;  // terms
-constexpr double kFullShare = 400'000;      // for equations that get the whole effort
-constexpr double kLeastShare = 400'000;     // for those that get the least
-
-struct Cost {
-    double Full;
-    double Least;
-};
-
-Cost CostOf(const Equation& equation) {
-    const auto terms = static_cast<double>(equation.On.Size());
-    const double pairs = terms * terms;
-    const double full = pairs * static_cast<double>(equation.Inputs.size());
-    return {full, std::min(full, 15'000.0) + pairs / 400};
-}
-
-std::vector<double> EffortsFor(const Design& design) {
-    std::size_t terms = 0;
-    std::vector<std::pair<double, std::size_t>> order;
-    std::vector<double> efforts;
-    for (const Equation& equation : design.Equations) {
-        terms += equation.On.Size();
-        order.emplace_back(CostOf(equation).Full, efforts.size());
-        efforts.push_back(equation.On.Size() > kManyTerms ? kLeastEffort : 1.0);
-    }
-    if (terms <= kLargeDesign) return efforts;
-    std::sort(order.begin(), order.end());
-    double full = 0;
-    double least = 0;
-    for (const auto& [cost, place] : order) {
-        if ((full += cost) <= kFullShare) continue;
-        least += CostOf(design.Equations[place]).Least;
-        efforts[place] = least <= kLeastShare ? kLeastEffort : kQuick;
-    }
-    return efforts;
-}
+constexpr std::size_t kShortSum = 256;       // far more than any macrocell has
 
 logic::Cover Reduce(const Equation& equation, const logic::Cover& on, double effort, bool& fellBack) {
     const bool exact = equation.Level == 2;
@@ -68,17 +27,6 @@ logic::Cover Reduce(const Equation& equation, const logic::Cover& on, double eff
     logic::MinimizeResult result = logic::Minimize(on, equation.DontCare, level, options);
     fellBack = exact && result.Used != logic::Level::m2;
     return std::move(result.Terms);
-}
-
-// What the complement of the equation needs, reduced like the equation; nothing if it would be too long.
-std::optional<logic::Cover> ReducedComplement(const Equation& equation, const logic::Cover& on, double effort,
-                                              std::size_t limit) {
-    logic::Cover taken = on;
-    taken.AddAll(equation.DontCare);
-    const auto off = logic::Complement(taken, limit);
-    bool fellBack = false;
-    if (!off) return std::nullopt;
-    return Reduce(equation, *off, effort, fellBack);
 }
 
 // The output of a register of this kind can be inverted behind it; of a T register or of two inputs it can't.
@@ -156,25 +104,60 @@ void ReduceGroups(Design& design, std::vector<bool>& done) {
     }
 }
 
-// One equation alone, and its complement where that may be taken.
-void ReduceOne(Equation& equation, bool done, double effort, const Design& design, const Options& options,
-               Report& report) {
-    bool fellBack = false;
-    logic::Cover reduced = done ? equation.On : Reduce(equation, equation.On, effort, fellBack);
-    if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
-    const bool wanted = options.Best || options.Demorgan || design.Device != "virtual";
-    if (wanted && CanInvert(equation)) {
-        // With less effort only complements are looked for that a macrocell or option "kb" takes.
-        const std::size_t shorter = options.Best ? std::max(reduced.Size(), kShortSum) : kShortSum;
-        const std::size_t limit = effort < 1.0 && !options.Demorgan ? shorter : Limits::Terms;
-        if (auto complement =
-                ReducedComplement(equation, effort == kQuick ? reduced : equation.On, effort, limit)) {
-            equation.Inverted = options.Demorgan || (options.Best && complement->Size() < reduced.Size());
-            equation.Off = std::move(*complement);
-            equation.HasOff = true;
+// The complements of the equations where they may be taken. Names those that option "kd" asks for in vain.
+class Complements {
+  public:
+    Complements(Design& design, const Options& options)
+        : design_(design), options_(options), share_(ShareOfComplements(design)) {}
+
+    void Add(Equation& equation, double effort) {
+        auto off = steps_.Take(equation, LimitFor(equation, effort));
+        if (!off) {
+            if (options_.Demorgan) LeaveOut(equation);
+            return;
         }
+        bool fellBack = false;
+        const double possible = share_.For(off->Size(), equation.Inputs.size());
+        equation.Off = Reduce(equation, *off, std::min(effort, possible), fellBack);
+        equation.HasOff = true;
+        equation.Inverted = options_.Demorgan || (options_.Best && equation.Off.Size() < equation.On.Size());
     }
-    equation.On = std::move(reduced);
+
+    void TellLeftOut(Report& report) const {
+        const std::string more = left_ > kNamed ? " and " + std::to_string(left_ - kNamed) + " more" : "";
+        if (left_ > 0) report.Add(Code::ComplementTooLarge, first_, names_ + more);
+    }
+
+  private:
+    static constexpr std::size_t kNamed = 8;
+
+    // Longer ones will not come down to what a macrocell has, or to fewer terms than the sum for "kb".
+    std::size_t LimitFor(const Equation& equation, double effort) const {
+        if (options_.Demorgan) return Limits::Terms;
+        const std::size_t sum = options_.Best ? equation.On.Size() : 0;
+        return effort < 1.0 ? std::max(sum, kShortSum) : std::max(8 * sum, 4 * kShortSum);
+    }
+    void LeaveOut(const Equation& equation) {
+        if (left_ == 0) first_ = equation.At;
+        if (left_++ < kNamed) names_ += (names_.empty() ? "" : ", ") + design_.EquationName(equation);
+    }
+
+    const Design& design_;
+    const Options& options_;
+    EffortShare share_;
+    ComplementSteps steps_;
+    std::string names_;
+    std::size_t left_ = 0;
+    Place first_;
+};
+
+void AddComplements(Design& design, const Options& options, const std::vector<std::size_t>& order,
+                    const std::vector<double>& efforts, Report& report) {
+    if (!options.Best && !options.Demorgan && design.Device == "virtual") return;
+    Complements complements(design, options);
+    for (const std::size_t place : order)
+        if (CanInvert(design.Equations[place])) complements.Add(design.Equations[place], efforts[place]);
+    complements.TellLeftOut(report);
 }
 
 }  // namespace
@@ -187,9 +170,14 @@ void Minimise(Design& design, const Options& options, Report& report) {
     const std::size_t step = 1 + design.Equations.size() / kShownEquations;
     for (std::size_t i = 0; i < design.Equations.size(); ++i) {
         if (report.Full()) return;
-        if ((i + 1) % step == 0) report.Info(design.EquationName(design.Equations[i]));
-        ReduceOne(design.Equations[i], done[i], efforts[i], design, options, report);
+        Equation& equation = design.Equations[i];
+        if ((i + 1) % step == 0) report.Info(design.EquationName(equation));
+        if (done[i]) continue;
+        bool fellBack = false;
+        equation.On = Reduce(equation, equation.On, efforts[i], fellBack);
+        if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
     }
+    AddComplements(design, options, BySize(design), efforts, report);
 }
 
 }  // namespace front

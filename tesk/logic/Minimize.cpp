@@ -74,9 +74,16 @@ bool Implements(const Cover& result, const Cover& on, const Cover& dontCare) {
 }
 
 std::optional<Cover> Complement(const Cover& cover, std::size_t cubeLimit) {
-    Budget budget(2000000000);
+    std::uint64_t steps = 2000000000;
+    return Complement(cover, cubeLimit, steps);
+}
+
+std::optional<Cover> Complement(const Cover& cover, std::size_t cubeLimit, std::uint64_t& steps) {
+    Budget budget(steps);
     Cover result(cover.Form());
-    if (!ComplementWithin(cover, cubeLimit, budget, result)) return std::nullopt;
+    const bool made = ComplementWithin(cover, cubeLimit, budget, result);
+    steps = budget.Left();
+    if (!made || budget.Exhausted()) return std::nullopt;
     return result;
 }
 

@@ -49,5 +49,7 @@ std::optional<bool> CoversWithin(const Cover& outer, const Cover& inner, std::ui
 
 // The complement of every output; empty if it needs more than `cubeLimit` cubes or too much work.
 std::optional<Cover> Complement(const Cover& cover, std::size_t cubeLimit = 1000000);
+// The same within `steps` cube operations; what it took goes off them.
+std::optional<Cover> Complement(const Cover& cover, std::size_t cubeLimit, std::uint64_t& steps);
 
 }  // namespace logic

@@ -96,6 +96,24 @@ TEST(Expressions, VariablesAreWholeBehindAFailure) {
     EXPECT_EQ(done->Codes(), (std::vector<std::string>{"2001tb:4", "2001tb:4"}));
 }
 
+// Option "kd": complements that are too long are named and left out, the others are taken, whatever lies
+// between.
+TEST(Expressions, ComplementsBeyondTheLimitAreLeftOut) {
+    std::string body = "PIN=[A15..0]; PIN=[B15..0]; PIN=[W,X,Y,Z];\nZ = A0 # A1;\nX = A0 & B0";
+    for (int i = 1; i < 16; ++i) body += " # A" + std::to_string(i) + " & B" + std::to_string(i);
+    body += ";\nY = X;\nW = A0 # A1 & B0;";
+    const std::vector<std::string> told{"[3004tm] Warning: Complement too large: X (T.PLD line 4 column 1)"};
+    for (const std::string options : {"xm1kd", "xm4kd", "xm1kb", "xm4"}) {
+        const auto done = Compile(body, options);
+        const std::string text = done->Text(".DOC");
+        const bool all = options.ends_with("kd");
+        EXPECT_EQ(text.find("!Z =>") != text.npos, all || options.ends_with("kb")) << options << text;
+        EXPECT_EQ(text.find("!W =>") != text.npos, all) << options << text;
+        EXPECT_EQ(text.find("!X =>"), text.npos) << options << text;
+        EXPECT_EQ(done->Lines(), all ? told : std::vector<std::string>{}) << options;
+    }
+}
+
 // Shared terms: two outputs keep their meaning and have terms in common.
 TEST(Expressions, SharedReduction) {
     const std::string body =
