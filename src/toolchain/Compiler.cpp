@@ -94,7 +94,9 @@ void Compiler::FreeToolLibraries(std::int16_t& stage) {
     }
 }
 
-void Compiler::DeleteStaleOutputs() { toolchain::DeleteStaleOutputs(app_.Host.Files, app_.State.sProject); }
+void Compiler::DeleteStaleOutputs() {
+    toolchain::DeleteStaleOutputs(app_.Host.Files, app_.State.sProject, outputs_);
+}
 
 void Compiler::Execute(Run run) {
     if (running_) return;
@@ -124,7 +126,9 @@ void Compiler::RunLibrary(Run& run) {
     RunOk = true;
     windows_.EnableOk(false);
     windows_.ShowStatusModeless();
+    outputs_.Begin(app_.State.sProject);
     CallKernel(run.Stage, record);
+    outputs_.End(app_.State.sProject);
     windows_.EnableOk(true);
     windows_.ShowStatusModal();
     FreeToolLibraries(run.Stage);

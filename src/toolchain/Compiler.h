@@ -8,6 +8,7 @@
 #include "platform/ToolLibraries.h"
 #include "session/App.h"
 #include "session/Document.h"
+#include "toolchain/RunOutputs.h"
 #include "toolchain/RunRecord.h"
 #include "toolchain/RunWindows.h"
 
@@ -20,7 +21,9 @@ class Compiler {
     // The handles of the closed libraries, in this order.
     enum Library { teskx, teska, teskb, teskm, teskc, vorna, vsima, teskk, vornk, LibraryCount };
 
-    Compiler(session::App& app, RunWindows& windows) : app_(app), windows_(windows) {}
+    // `outputsFile`: where RunOutputs keeps its record.
+    Compiler(session::App& app, RunWindows& windows, std::string outputsFile = {})
+        : app_(app), windows_(windows), outputs_(app.Host.Files, std::move(outputsFile)) {}
 
     bool RunOk = false;  // set before each call of a library; nothing clears it
 
@@ -65,6 +68,7 @@ class Compiler {
 
     session::App& app_;
     RunWindows& windows_;
+    RunOutputs outputs_;
     std::array<platform::ToolLibraries::Module, LibraryCount> modules_{};
     bool running_ = false;
 };

@@ -14,7 +14,8 @@ using namespace std::string_view_literals;
 // Sources of a run.
 constexpr std::array keptExtensions = {"pld"sv, "si"sv, "m"sv};
 
-// What compiler, simulator, fitters and partitioner write. Any other file is taken for the user's own.
+// What compiler, simulator, fitters and partitioner can write. Any other file is taken for the user's own,
+// even if it came during a run.
 constexpr std::array outputExtensions = {
     "abs"sv, "doc"sv, "edf"sv, "fit"sv, "hex"sv, "hl"sv,  "jed"sv, "lst"sv, "mx"sv,  "pdf"sv, "pds"sv,
     "pla"sv, "pof"sv, "prg"sv, "qdf"sv, "rpt"sv, "slf"sv, "so"sv,  "sym"sv, "tt2"sv, "vcd"sv, "xnf"sv,
@@ -39,18 +40,16 @@ void ClearAway(platform::FileSystem& files, const std::string& name, bool isOutp
 
 }  // namespace
 
-bool IsToolOutput(std::string_view extension) { return Has(outputExtensions, extension); }
-
-void DeleteStaleOutputs(platform::FileSystem& files, const std::string& design) {
+void DeleteStaleOutputs(platform::FileSystem& files, const std::string& design, RunOutputs& outputs) {
     for (const std::string& name : files.List(design + ".*")) {
         // Kept: the extension runs from the first dot of the name, so that of a file with two dots both
         // parts count. A design with a dot in its own name thus keeps its outputs.
         const auto dot = name.find('.');
         if (dot == name.npos) continue;
         const std::string extension = base::Lower(name.substr(dot + 1));
-        if (!Has(keptExtensions, extension)) {
-            ClearAway(files, design + "." + extension, IsToolOutput(extension));
-        }
+        if (Has(keptExtensions, extension)) continue;
+        const std::string path = design + "." + extension;
+        ClearAway(files, path, Has(outputExtensions, extension) && outputs.Wrote(path));
     }
 }
 

@@ -249,21 +249,43 @@ TEST_F(CompilerTest, StagesOutsideTheChainLoadNothing) {
 }
 
 TEST_F(CompilerTest, StaleOutputsGoAndSourcesStay) {
-    for (const char* name : {"COUNT8.SI", "COUNT8.M", "COUNT8.LST", "COUNT8.JED", "COUNT8.VHD", "COUNT8.SCH",
-                             "COUNT8.LST.BAK", "COUNT8.", "COUNT8.ABS", "COUNT80.LST"}) {
+    for (const char* name : {"COUNT8.SI", "COUNT8.M", "COUNT8.JED", "COUNT8.VHD", "COUNT8.LST.BAK", "COUNT8.",
+                             "COUNT8.ABS", "COUNT80.LST"}) {
         Files.Files[std::string("C:\\WORK\\") + name] = "";
     }
     Files.Locked = "C:\\WORK\\COUNT8.ABS";
     Driver.DeleteStaleOutputs();
     EXPECT_EQ(Files.Names(), "COUNT8.ABS COUNT8.M COUNT8.PLD COUNT8.SI COUNT80.LST ");
-    EXPECT_EQ(Files.Trash, (std::vector<std::string>{"C:\\WORK\\COUNT8.", "C:\\WORK\\COUNT8.lst.bak",
-                                                     "C:\\WORK\\COUNT8.sch", "C:\\WORK\\COUNT8.vhd"}));
+    EXPECT_EQ(Files.Trash, (std::vector<std::string>{"C:\\WORK\\COUNT8.", "C:\\WORK\\COUNT8.jed",
+                                                     "C:\\WORK\\COUNT8.lst.bak", "C:\\WORK\\COUNT8.vhd"}));
     // The extension of a name with a dot of its own is taken too long, and names no file.
     State.sProject = "C:\\WORK\\A.B";
     Files.Files["C:\\WORK\\A.B.PLD"] = Files.Files["C:\\WORK\\A.B.LST"] = "";
     Driver.DeleteStaleOutputs();
     EXPECT_TRUE(Files.FileExists("C:\\WORK\\A.B.PLD"));
     EXPECT_TRUE(Files.FileExists("C:\\WORK\\A.B.LST"));
+}
+
+// What a run wrote is deleted by the next, be it in another session; what only looks like it is trashed.
+TEST_F(CompilerTest, OnlyWhatARunWroteIsDeletedForGood) {
+    const std::string record = "C:\\STATE\\outputs";
+    Host.Libraries.OnCall = [&](const std::string&, std::span<std::uint8_t>) {
+        for (const char* name : {"COUNT8.JED", "COUNT8.LST", "COUNT8.DOC", "COUNT8.NOTES"})
+            Files.Files[std::string("C:\\WORK\\") + name] = "from a run";
+        return 0;
+    };
+    Compiler(App, Shown, record).DepCompile();
+    Files.Locked = "C:\\WORK\\COUNT8.DOC";  // stays one run long, and stays the run's
+    Compiler(App, Shown, record).DepSimulate();
+    Files.Locked.clear();
+    Files.Files["C:\\WORK\\COUNT8.LST"] += " and a remark";
+    Files.Files["C:\\WORK\\COUNT8.PDF"] = "a data sheet";
+    Files.Trash.clear();
+    Host.Libraries.OnCall = {};
+    Compiler(App, Shown, record).DepSimulate();
+    EXPECT_EQ(Files.Names(), "OUTPUTS COUNT8.PLD ");
+    EXPECT_EQ(Files.Trash, (std::vector<std::string>{"C:\\WORK\\COUNT8.lst", "C:\\WORK\\COUNT8.notes",
+                                                     "C:\\WORK\\COUNT8.pdf"}));
 }
 
 TEST_F(CompilerTest, TheSavePromptWritesOrLeavesTheFile) {

@@ -3,9 +3,6 @@
 #include <dirent.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
@@ -13,6 +10,7 @@
 #include "base/AtomicFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "platform/qt/HostTrash.h"
 
 namespace platform::qt {
 namespace {
@@ -36,14 +34,6 @@ void CheckRemovable(const std::string& hostPath) {
     if (::lstat(hostPath.c_str(), &status) != 0) base::RaiseErrno(errno, hostPath);
     if (S_ISDIR(status.st_mode) || (!S_ISLNK(status.st_mode) && base::IsReadOnly(status, hostPath)))
         base::RaiseErrno(EACCES, hostPath);
-}
-
-// A new user has no trash yet. Where none can be made the toolkit would take the current folder for it.
-bool HasTrash() {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    const QString trash = data + "/Trash";
-    return QDir().mkpath(data) &&
-           ::access(QFile::encodeName(QDir(trash).exists() ? trash : data).constData(), W_OK) == 0;
 }
 
 }  // namespace
@@ -128,7 +118,7 @@ void HostFileSystem::DeleteFile(std::string_view path) {
 void HostFileSystem::TrashFile(std::string_view path) {
     const std::string host = ToHostPath(path);
     CheckRemovable(host);
-    if (!HasTrash() || !QFile::moveToTrash(QFile::decodeName(host.c_str()))) base::RaiseErrno(EACCES, host);
+    MoveToTrash(host);
 }
 
 void HostFileSystem::MakeDirectory(std::string_view path) {

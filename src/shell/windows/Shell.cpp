@@ -99,7 +99,7 @@ void Shell::LoadMessages() {
     window.show();
     runWindows_ = std::make_unique<toolchain::StatusWindows>(
         app_, [this]() -> toolchain::frmMessage& { return ShownMessages(); }, main_.get());
-    compiler_ = std::make_unique<toolchain::Compiler>(app_, *runWindows_);
+    compiler_ = std::make_unique<toolchain::Compiler>(app_, *runWindows_, stateFolder_ + "outputs");
 }
 
 toolchain::frmMessage& Shell::ShownMessages() {
