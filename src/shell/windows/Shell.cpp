@@ -5,6 +5,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <algorithm>
+#include <utility>
 
 #include "base/RunTimeError.h"
 #include "editor/Highlighter.h"
@@ -251,13 +252,19 @@ editor::frmDocument* Shell::DocumentBeside(const std::vector<editor::frmDocument
 
 void Shell::Unload() {
     SaveSettings();
-    if (!configFailed_) {
-        // Nothing guards this write: its error keeps the program running, once.
-        configFailed_ = true;
-        WriteConfig(app_.State, app_.Host);
-        configFailed_ = false;
-    }
+    SaveConfig();
     QApplication::quit();
+}
+
+// Nothing guards this write: its error keeps the program running. Where the next try fails too it is told
+// once more, but a folder that can never be written to must not hold the program for good.
+void Shell::SaveConfig() {
+    try {
+        WriteConfig(app_.State, app_.Host);
+    } catch (const base::RunTimeError& error) {
+        if (!std::exchange(configFailed_, true)) throw;
+        app_.Host.Boxes.Say(error.Description());
+    }
 }
 
 }  // namespace shell

@@ -110,6 +110,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     bool QueryUnloadAll();
     editor::frmDocument* DocumentBeside(const std::vector<editor::frmDocument*>& those) const;
     void Unload();
+    void SaveConfig();
 
     session::App app_;
     toolchain::ErrorCodes errors_;

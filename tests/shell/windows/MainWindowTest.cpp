@@ -5,6 +5,7 @@
 
 #include "ShellFixture.h"
 #include "editor/DocumentMenu.h"
+#include "editor/Recovery.h"
 #include "shell/MainMenu.h"
 #include "toolchain/frmMessage.h"
 
@@ -199,14 +200,21 @@ TEST_F(ShellFixture, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
     }
 }
 
-TEST_F(ShellFixture, AnUnwritableConfigurationInterruptsTheEndOnce) {
-    Start();
-    std::filesystem::create_directories(folder.Path() / "Korvane/KORVANE.CFG");
-    ShowErrorsWith(desktop.Boxes);
-    EXPECT_FALSE(Close());
-    QApplication::processEvents();
-    EXPECT_EQ(desktop.Boxes.Shown.size(), 1u);
-    EXPECT_TRUE(Close());
+TEST_F(ShellFixture, AnUnwritableConfigurationInterruptsTheEndAndIsTriedAgain) {
+    const auto obstacle = folder.Path() / "Korvane/KORVANE.CFG";
+    for (const bool isMended : {false, true}) {
+        Start();
+        ShowErrorsWith(desktop.Boxes);
+        desktop.Boxes.Shown.clear();
+        std::filesystem::create_directories(obstacle);
+        EXPECT_FALSE(Close());
+        QApplication::processEvents();
+        EXPECT_EQ(desktop.Boxes.Shown.size(), 1u);
+        if (isMended) std::filesystem::remove(obstacle);
+        EXPECT_TRUE(Close());
+        EXPECT_EQ(desktop.Boxes.Shown.size(), isMended ? 1u : 2u);
+    }
+    EXPECT_FALSE(folder.Read("Korvane/KORVANE.CFG").empty());
 }
 
 TEST_F(ShellFixture, TheNextRunRemembers) {
@@ -311,6 +319,39 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     desktop.Boxes.Answers = {Answer::No};
     ASSERT_TRUE(Close());
     EXPECT_TRUE(files.List(folder.Logic("state/recovery/*")).empty());
+}
+
+TEST_F(ShellFixture, ARecoveredCopyStaysUntilItsSuccessorIsWritten) {
+    const std::string name = "state/recovery/00000001.copy";
+    const std::string old = editor::Recovery::Encode({"Untitled 1", "", "old"});
+    const auto tick = [&](const std::function<bool()>& until) {
+        return QTest::qWaitFor([&] {
+            desktop.Time.Advance(std::chrono::seconds(2));
+            return until();
+        });
+    };
+    folder.Write(name, old);
+    Start();
+    Type(*shell->MainWindow().ActiveDocument(), "new ");
+    std::filesystem::permissions(folder.Path() / name, std::filesystem::perms(0444));
+    EXPECT_TRUE(tick([&] { return !shell->Panel(1).empty(); }));
+    EXPECT_EQ(shell->Panel(1), "No copies of unsaved texts can be kept: Path/File access error");
+    EXPECT_EQ(folder.Read(name), old);
+    shell->SetPanel(1, "told once");
+    std::filesystem::permissions(folder.Path() / name, std::filesystem::perms(0644));
+    EXPECT_TRUE(tick([&] { return folder.Read(name).ends_with("new old"); }));
+    EXPECT_EQ(shell->Panel(1), "told once");
+}
+
+TEST_F(ShellFixture, ARefusedCopyGoesToTheTrash) {
+    ::setenv("XDG_DATA_HOME", (folder.Path() / "data").c_str(), 1);
+    folder.Write("state/recovery/00000001.copy", editor::Recovery::Encode({"Untitled 1", "", "refused"}));
+    desktop.Boxes.Answers = {Answer::No};
+    Start();
+    ::unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(state.Documents.Count(), 0u);
+    EXPECT_TRUE(files.List(folder.Logic("state/recovery/*")).empty());
+    EXPECT_TRUE(folder.Read("data/Trash/files/00000001.copy").ends_with("refused"));
 }
 
 TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
