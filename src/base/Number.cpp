@@ -1,12 +1,14 @@
 #include "base/Number.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 
 #include "base/RunTimeError.h"
+#include "base/Text.h"
 
 namespace base {
 namespace {
@@ -38,6 +40,29 @@ std::size_t SkipDigits(std::string_view text, std::size_t& at) {
     return at - from;
 }
 
+// Of a number that double can't hold: whether it is too large, not too small. `text` has no sign.
+bool IsLarge(std::string_view text) {
+    const std::string_view digits = text.substr(0, text.find_first_of("eE"));
+    std::string_view power = text.substr(std::min(digits.size() + 1, text.size()));
+    if (power.starts_with('+')) power.remove_prefix(1);
+    int exponent = 0;
+    const auto result = std::from_chars(power.data(), power.data() + power.size(), exponent);
+    if (result.ec == std::errc::result_out_of_range) return power.front() != '-';
+    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<std::int64_t>(digits.find_first_not_of("0."));
+    return point - first + exponent > 0;
+}
+
+// What Parse has found to be a number. No locale has a say in it.
+double Convert(std::string_view text) {
+    const bool isNegative = text.front() == '-';
+    if (isNegative || text.front() == '+') text.remove_prefix(1);
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec != std::errc()) value = IsLarge(text) ? std::numeric_limits<double>::infinity() : 0;
+    return isNegative ? -value : value;
+}
+
 std::optional<double> Parse(std::string_view text) {
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
@@ -56,7 +81,7 @@ std::optional<double> Parse(std::string_view text) {
         if (SkipDigits(text, at) == 0) return std::nullopt;
     }
     if (at != text.size()) return std::nullopt;
-    return std::strtod(std::string(text).c_str(), nullptr);
+    return Convert(text);
 }
 
 double ParseOrThrow(std::string_view text) {
@@ -78,9 +103,11 @@ std::int32_t TextToInt32(std::string_view text) { return RoundTo<std::int32_t>(P
 bool IsNumericText(std::string_view text) { return Parse(text).has_value(); }
 
 std::string SingleToText(float value) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.7G", static_cast<double>(value));
-    std::string text = buffer;
+    constexpr int digits = 7;
+    std::array<char, 40> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<double>(value),
+                                   std::chars_format::general, digits);
+    std::string text = Upper({buffer.data(), end.ptr});
     if (text.compare(0, 2, "0.") == 0) text.erase(0, 1);
     if (text.compare(0, 3, "-0.") == 0) text.erase(1, 1);
     return text.front() == '-' ? text : " " + text;

@@ -30,7 +30,7 @@ struct FileDialogRequest {
     std::string Filter = {};  // "Caption|pattern|Caption|pattern": an odd last entry matches every file
     std::string FileName = {};
     std::string InitialFolder = {};
-    std::string DefaultExtension = {};
+    std::string DefaultExtension = {};  // with or without its point
     int Flags = 0;
 };
 

@@ -1,4 +1,10 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "base/Number.h"
 #include "base/RunTimeError.h"
@@ -18,6 +24,31 @@ int ErrorOf(Call call) {
         return e.Number();
     }
 }
+
+// Numbers have a decimal comma while it stands, as far as the C library has a say.
+class CommaLocale {
+  public:
+    CommaLocale() {
+        std::filesystem::create_directories(folder_);
+        std::ofstream(folder_ + "/comma")
+            << "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"\"\ngrouping -1\n"
+               "END LC_NUMERIC\n";
+        const std::string make =
+            "localedef -c -i " + folder_ + "/comma -f ANSI_X3.4-1968 " + folder_ + "/xx_XX >/dev/null 2>&1";
+        std::system(make.c_str());
+        ::setenv("LOCPATH", folder_.c_str(), 1);
+        IsSet = std::setlocale(LC_NUMERIC, "xx_XX") != nullptr;
+    }
+    ~CommaLocale() {
+        std::setlocale(LC_NUMERIC, "C");
+        ::unsetenv("LOCPATH");
+        std::filesystem::remove_all(folder_);
+    }
+    bool IsSet = false;
+
+  private:
+    std::string folder_ = testing::TempDir() + "korvane-locale-" + std::to_string(::getpid());
+};
 
 }  // namespace
 
@@ -55,11 +86,32 @@ TEST(Number, OverflowsAndMismatchesAreErrors) {
     EXPECT_EQ(TextToInt32("-2147483648"), INT32_MIN);
 }
 
+TEST(Number, SizesBeyondTheRangeOfDouble) {
+    const std::string zeros(400, '0');
+    for (const std::string& large : {"1" + zeros, "-1" + zeros + ".5", std::string("1e999"),
+                                     "1" + zeros + "e-9", std::string("0.1e+99999999999")})
+        EXPECT_EQ(ErrorOf([&] { TextToInt32(large); }), errOverflow) << large;
+    for (const std::string& small : {"." + zeros + "1", "-0." + zeros + "1", "." + zeros + "1e+9",
+                                     std::string("+1E-999"), std::string("10e-99999999999")})
+        EXPECT_EQ(TextToInt32(small), 0) << small;
+}
+
+TEST(Number, NoLocaleHasASay) {
+    const CommaLocale comma;
+    if (!comma.IsSet) GTEST_SKIP() << "no locale data here (package locales)";
+    ASSERT_EQ(std::atof("2,75"), 2.75);
+    EXPECT_EQ(TextToInt16("2.75"), 3);
+    EXPECT_FALSE(IsNumericText("2,75"));
+    EXPECT_EQ(SingleToText(.25F), " .25");
+}
+
 TEST(Number, SingleToTextKeepsThePlaceOfTheSign) {
     EXPECT_EQ(SingleToText(1000), " 1000");
     EXPECT_EQ(SingleToText(-15), "-15");
     EXPECT_EQ(SingleToText(0.5f), " .5");
+    EXPECT_EQ(SingleToText(-0.5f), "-.5");
     EXPECT_EQ(SingleToText(1234567.f), " 1234567");
+    EXPECT_EQ(SingleToText(12345678.f), " 1.234568E+07");
 }
 
 TEST(Text, LineEndsOfEveryKindBecomeCrLf) {

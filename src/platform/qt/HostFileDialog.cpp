@@ -51,7 +51,8 @@ HostFileDialog::HostFileDialog(QWidget* parent, AcceptMode mode, const FileDialo
       files_(files),
       boxes_(boxes),
       flags_(request.Flags),
-      extension_(request.DefaultExtension) {
+      extension_(request.DefaultExtension.starts_with('.') ? request.DefaultExtension.substr(1)
+                                                           : request.DefaultExtension) {
     setObjectName("FileDialog");
     setOptions(DontUseNativeDialog | DontConfirmOverwrite | HideNameFilterDetails |
                DontUseCustomDirectoryIcons);

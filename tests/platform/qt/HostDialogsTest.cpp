@@ -203,6 +203,9 @@ TEST_F(HostDialogsTest, OpenTakesANameThatDoesNotExistUnlessItMust) {
         user_.Then("FileDialog", Type(typed));
         EXPECT_EQ(boxes_.OpenFile(request), folder_.Logic(std::string("Work\\") + taken));
     }
+    request.DefaultExtension = ".DL";
+    user_.Then("FileDialog", Type("full"));
+    EXPECT_EQ(boxes_.OpenFile(request), folder_.Logic("Work\\full.DL"));
     user_.Then("FileDialog", Press(QDialogButtonBox::Cancel));
     EXPECT_EQ(boxes_.OpenFile(Request()), std::nullopt);
 }
