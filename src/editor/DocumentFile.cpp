@@ -141,7 +141,7 @@ void ChooseFont(session::App& app, session::Document& document) {
 }
 
 void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font) {
-    text.SetVisible(false);
+    const platform::HiddenScope hidden(text);
     text.SetDefaultFont(font.Name, font.Size);
     text.SetSelStart(0);
     text.SetSelLength(text.TextLength());
@@ -149,7 +149,6 @@ void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font) {
     text.SetSelFontSize(font.Size);
     text.SetSelBold(font.Bold);
     text.SetSelItalic(font.Italic);
-    text.SetVisible(true);
 }
 
 }  // namespace editor

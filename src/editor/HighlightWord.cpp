@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/ScopeExit.h"
 #include "base/Text.h"
 #include "base/modLib.h"
 #include "editor/Highlighter.h"
@@ -37,16 +38,16 @@ class KeyPainter {
 
     void CloseComment() {
         if (Mid(caret_ - 1, 2) != "*/") return;
-        box_.HideCaret();
+        const base::ScopeExit caretBack([this] { box_.SetSelStart(caret_); });
+        const platform::HiddenCaretScope hiddenCaret(box_);
         ColorRange(state_, box_, document_.CommentStart, caret_ - document_.CommentStart,
                    KeywordIndex(state_, "COMMENTS"));
-        box_.ShowCaret();
         document_.InComment = false;
-        box_.SetSelStart(caret_);
     }
 
     void PaintNeighbours(char typed) {
-        box_.HideCaret();
+        const platform::HiddenCaretScope hiddenCaret(box_);
+        const base::ScopeExit caretBack([this] { box_.SetSelStart(caret_); });
         firstLine_ = box_.SendMessage(platform::EM_GETFIRSTVISIBLELINE);
         firstIndex_ = static_cast<Offset>(box_.SendMessage(platform::EM_LINEINDEX, firstLine_));
         if (base::IsWordChar(typed))
@@ -60,8 +61,6 @@ class KeyPainter {
         if (base::Contains(state_.Delimiters, std::string_view(&typed, 1))) {
             ColorRange(state_, box_, caret_ - 1, 1, -1);
         }
-        box_.SetSelStart(caret_);
-        box_.ShowCaret();
     }
 
     void PaintWordsAroundDelimiter() {
@@ -84,11 +83,10 @@ class KeyPainter {
     // The position behind the word whose first character is left of the offset `inside`.
     Offset EndOfWord(Offset inside) {
         box_.SetSelStart(inside);
-        box_.SetVisible(false);
+        const platform::HiddenScope hidden(box_);
         box_.UpTo(state_.Delimiters, true);
         const Offset end = box_.SelStart() + 1;
         box_.SetSelStart(firstIndex_);
-        box_.SetVisible(true);
         return end;
     }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/ScopeExit.h"
 #include "base/Text.h"
 #include "base/modLib.h"
 #include "editor/KeywordScan.h"
@@ -79,9 +80,16 @@ void ScrollTo(RichTextBox& box, std::intptr_t line) {
 // A caret outside the view draws the view to it; placed in the hidden control it does not.
 void RestoreUnseenCaret(RichTextBox& box, std::intptr_t firstLine, Offset caret) {
     ScrollTo(box, firstLine);
-    box.SetVisible(false);
+    const platform::HiddenScope hidden(box);
     box.SetSelStart(caret);
-    box.SetVisible(true);
+}
+
+void RestoreView(RichTextBox& box, std::intptr_t firstLine, Offset caret) {
+    ScrollTo(box, firstLine);
+    box.SetSelStart(caret);
+    if (box.SendMessage(platform::EM_GETFIRSTVISIBLELINE) != firstLine) {
+        RestoreUnseenCaret(box, firstLine, caret);
+    }
 }
 
 void SetFormat(RichTextBox& box, const platform::CharFormat& format) {
@@ -101,22 +109,14 @@ void HighlightSyntax(session::App& app, session::Document& document, std::option
                      std::optional<Offset> end) {
     if (!IsDesign(document)) return;
     RichTextBox& box = document.txtText();
-    {
-        const platform::HourglassScope hourglass(app.Host.Desktop);
-        app.Hall.SetPanel(1, "Updating Syntax Highlight...");
-        const std::intptr_t firstLine = box.SendMessage(platform::EM_GETFIRSTVISIBLELINE);
-        const Offset caret = box.SelStart();
-        box.SetVisible(false);
-        if (!start) ResetColor(box, app.State.DefaultTextColor);
-        if (app.State.HighlightEnabled) PaintTable(box, app.State.Keywords, RangeOf(start, end));
-        box.SetVisible(true);
-        ScrollTo(box, firstLine);
-        box.SetSelStart(caret);
-        if (box.SendMessage(platform::EM_GETFIRSTVISIBLELINE) != firstLine) {
-            RestoreUnseenCaret(box, firstLine, caret);
-        }
-    }
-    app.Hall.SetPanel(1, " ");
+    const base::ScopeExit clearPanel([&] { app.Hall.SetPanel(1, " "); });
+    const platform::HourglassScope hourglass(app.Host.Desktop);
+    app.Hall.SetPanel(1, "Updating Syntax Highlight...");
+    const base::ScopeExit restoreView([&box, firstLine = box.SendMessage(platform::EM_GETFIRSTVISIBLELINE),
+                                       caret = box.SelStart()] { RestoreView(box, firstLine, caret); });
+    const platform::HiddenScope hidden(box);
+    if (!start) ResetColor(box, app.State.DefaultTextColor);
+    if (app.State.HighlightEnabled) PaintTable(box, app.State.Keywords, RangeOf(start, end));
 }
 
 int KeywordIndex(const session::Session& state, std::string_view word) {
@@ -127,12 +127,11 @@ int KeywordIndex(const session::Session& state, std::string_view word) {
 
 void ColorRange(const session::Session& state, RichTextBox& box, Offset start, Offset length, int index) {
     box.SetSelStart(start);
-    box.SetVisible(false);
+    const platform::HiddenScope hidden(box);
     box.SetSelLength(std::max(length, 0));  // a comment's start may have moved behind the caret
     SetFormat(box, index < 0 ? platform::CharFormat{.Color = state.DefaultTextColor}
                              : FormatOf(state.Keywords.at(static_cast<std::size_t>(index))));
     box.SetSelLength(0);
-    box.SetVisible(true);
 }
 
 void ColorKeyword(const session::Session& state, RichTextBox& box, int index, std::optional<Offset> start,

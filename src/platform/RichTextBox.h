@@ -98,4 +98,28 @@ class RichTextBox {
                                       std::intptr_t second = 0) = 0;
 };
 
+// The control hidden for the length of an operation.
+class HiddenScope {
+  public:
+    explicit HiddenScope(RichTextBox& box) : box_(box) { box_.SetVisible(false); }
+    ~HiddenScope() { box_.SetVisible(true); }
+    HiddenScope(const HiddenScope&) = delete;
+    HiddenScope& operator=(const HiddenScope&) = delete;
+
+  private:
+    RichTextBox& box_;
+};
+
+// The caret hidden for the length of an operation.
+class HiddenCaretScope {
+  public:
+    explicit HiddenCaretScope(RichTextBox& box) : box_(box) { box_.HideCaret(); }
+    ~HiddenCaretScope() { box_.ShowCaret(); }
+    HiddenCaretScope(const HiddenCaretScope&) = delete;
+    HiddenCaretScope& operator=(const HiddenCaretScope&) = delete;
+
+  private:
+    RichTextBox& box_;
+};
+
 }  // namespace platform

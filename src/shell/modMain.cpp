@@ -47,9 +47,9 @@ void OpenUnlessOpen(session::App& app, const std::string& name) {
 }  // namespace
 
 void OpenDocument(session::App& app, DocumentFactory& factory, const std::optional<std::string>& path) {
-    app.Host.Desktop.SetHourglass(true);
     const std::string upper = base::Upper(path.value_or(""));
     try {
+        const platform::HourglassScope hourglass(app.Host.Desktop);
         session::Document& document = factory.Create();
         ++app.State.DocumentCount;
         document.ID = base::ToInt16(app.State.DocumentCount);
@@ -62,9 +62,7 @@ void OpenDocument(session::App& app, DocumentFactory& factory, const std::option
             OpenUntitled(app, document);
         }
         document.Dirty = false;
-        app.Host.Desktop.SetHourglass(false);
     } catch (const base::RunTimeError&) {
-        app.Host.Desktop.SetHourglass(false);
         // Whatever the error was, a missing file is the one that a user can do something about.
         if (path) app.Host.Boxes.Say("The file " + upper + " doesn't exist. New File assumed");
     }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/RunTimeError.h"
+#include "base/ScopeExit.h"
 #include "toolchain/StaleOutputs.h"
 
 namespace toolchain {
@@ -101,27 +102,29 @@ void Compiler::DeleteStaleOutputs() {
 void Compiler::Execute(Run run) {
     if (running_) return;
     running_ = true;
-    struct Done {
-        bool& Flag;
-        ~Done() { Flag = false; }
-    } done{running_};
+    const base::ScopeExit done([this] { running_ = false; });
     if (CheckRunSettings()) RunLibrary(run);
 }
 
 void Compiler::RunLibrary(Run& run) {
     if (run.Stage == 1) run.Options = CompileOptionsForDesign();
     windows_.CreateStatus();
+    base::ScopeExit unloadStatus([this] { windows_.UnloadStatus(); });
     auto record = FillRecord(run);
     if (run.Stage == 4 && app_.State.sProject.empty()) {
+        unloadStatus.Cancel();
         windows_.SetInfo("No Design File Specified");
         windows_.EnableOk(true);
         return;
     }
-    if (!LoadToolLibraries(run.Stage)) {
-        FreeToolLibraries(run.Stage);
-        windows_.UnloadStatus();
-        return;
-    }
+    if (!RunLoaded(run, record)) return;
+    unloadStatus.Cancel();  // OK has done it
+    HandOff(run);
+}
+
+bool Compiler::RunLoaded(Run& run, std::span<std::uint8_t> record) {
+    const base::ScopeExit freeLibraries([this, &run] { FreeToolLibraries(run.Stage); });
+    if (!LoadToolLibraries(run.Stage)) return false;
     DeleteStaleOutputs();
     RunOk = true;
     windows_.EnableOk(false);
@@ -131,8 +134,7 @@ void Compiler::RunLibrary(Run& run) {
     outputs_.End(app_.State.sProject);
     windows_.EnableOk(true);
     windows_.ShowStatusModal();
-    FreeToolLibraries(run.Stage);
-    HandOff(run);
+    return true;
 }
 
 // Kept: without vectors beside the design the first "s" and the first "w" go, be they part of a two-letter

@@ -57,6 +57,7 @@ class Compiler {
 
     void Execute(Run run);
     void RunLibrary(Run& run);
+    bool RunLoaded(Run& run, std::span<std::uint8_t> record);  // false: a library is missing
     void CallKernel(std::int16_t stage, std::span<std::uint8_t> record);
     void HandOff(const Run& run);
     RunRecord::Bytes FillRecord(const Run& run);

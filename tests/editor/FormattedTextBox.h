@@ -21,6 +21,7 @@ class FormattedTextBox : public PlainTextBox {
     std::int32_t ViewLines = 5;
     std::int32_t FirstVisible = 0;
     platform::CharFormat Standard;
+    int FailAfter = -1;  // so many changes of formatting, the next raises error 7; negative: never
 
     void SetText(std::string_view text) override {
         Content = text;
@@ -65,6 +66,7 @@ class FormattedTextBox : public PlainTextBox {
         Change("underline", [=](platform::CharFormat& f) { f.Underline = on; });
     }
     void ApplyFormats(std::span<const platform::FormatRun> runs) override {
+        Fail();
         std::int32_t last = 0;
         for (const platform::FormatRun& run : runs) {
             if (run.Start < last || run.Length <= 0) Log.push_back("bad run");
@@ -129,6 +131,9 @@ class FormattedTextBox : public PlainTextBox {
   private:
     static std::size_t At(std::int32_t offset) { return static_cast<std::size_t>(offset); }
     std::int32_t Clamp(std::int32_t offset) const { return std::clamp(offset, 0, TextLength()); }
+    void Fail() {
+        if (FailAfter-- == 0) throw base::RunTimeError(7);
+    }
     bool IsWordAt(std::int32_t at) const {
         return at >= 0 && at < TextLength() && base::IsWordChar(Content[At(at)]);
     }
@@ -151,6 +156,7 @@ class FormattedTextBox : public PlainTextBox {
     template <typename Set>
     void Change(const char* what, Set set) {
         Log.push_back(what);
+        Fail();
         if (length_ == 0) {
             pending_ = SelFormat();
             set(*pending_);

@@ -27,6 +27,33 @@ struct HighlightWord : testing::Test {
                           {.Name = "$IF", .Color = 'd'},
                           {.Name = "IF", .Color = 'i'}};
     }
+    // Makes the work fail at each of its changes in turn. Gives how often it did.
+    int FailEverywhere(const std::string& text, std::int32_t caret,
+                       void (*work)(session::App&, session::Document&)) {
+        for (int failures = 0;; ++failures) {
+            Box.SetText(text);
+            Box.SetSelStart(caret);
+            Doc.InComment = text.ends_with("*/");
+            Box.Log.clear();
+            Box.FailAfter = failures;
+            bool failed = false;
+            try {
+                work(App, Doc);
+            } catch (const base::RunTimeError&) {
+                failed = true;
+            }
+            Box.FailAfter = -1;
+            const auto count = [&](const char* what) {
+                return std::count(Box.Log.begin(), Box.Log.end(), what);
+            };
+            EXPECT_EQ(count("hidden"), count("visible"));
+            EXPECT_EQ(count("caret off"), count("caret on"));
+            EXPECT_EQ(Box.SelStart(), caret);
+            EXPECT_FALSE(Desk.Desk.Hourglass);
+            EXPECT_EQ(Hall.Panel(1), Hall.Panels.empty() ? "" : " ");
+            if (!failed) return failures;
+        }
+    }
     // Types each character and releases its key.
     void Type(const std::string& text) {
         for (const char c : text) {
@@ -119,6 +146,16 @@ TEST_F(HighlightWord, KeepsTheViewAndHidesTheCaretMeanwhile) {
     EXPECT_EQ(Box.Log.back(), "caret on");
     EXPECT_EQ(std::count(Box.Log.begin(), Box.Log.end(), "hidden"),
               std::count(Box.Log.begin(), Box.Log.end(), "visible"));
+}
+
+TEST_F(HighlightWord, NoFailureLeavesTheControlFrozen) {
+    EXPECT_GE(FailEverywhere("PIN;x", 4, editor::HighlightWord), 8);
+    EXPECT_GE(FailEverywhere("/* a */", 7, editor::HighlightWord), 4);
+    EXPECT_GE(FailEverywhere("PIN ;", 3,
+                             [](session::App& app, session::Document& document) {
+                                 editor::HighlightSyntax(app, document);
+                             }),
+              2);
 }
 
 }  // namespace

@@ -239,6 +239,17 @@ TEST_F(CompilerTest, ALibraryThatEndsBadlyIsReportedAndTheRunEndsInOrder) {
     EXPECT_EQ(Files.Names(), "COUNT8.PLD ");
 }
 
+TEST_F(CompilerTest, AnErrorAmidTheRunGivesBackWhatItHolds) {
+    Host.Libraries.OnCall = [](auto&, auto) -> std::int32_t { throw 1; };
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_THROW(Driver.DepSimulate(), int);
+        const auto& log = Host.Libraries.Log;
+        EXPECT_EQ(std::vector(log.end() - 4, log.end()),
+                  (std::vector<std::string>{"free vornk.dll", "free vorna.dll", "free vsima.dll", "unload"}));
+    }
+    EXPECT_TRUE(Hall.Calls.empty());
+}
+
 TEST_F(CompilerTest, StagesOutsideTheChainLoadNothing) {
     for (const int number : {-1, 0, 5, 99}) {
         auto stage = static_cast<std::int16_t>(number);

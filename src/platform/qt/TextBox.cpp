@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/RunTimeError.h"
+#include "base/ScopeExit.h"
 #include "base/Text.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/TextBoxSearch.h"
@@ -101,20 +102,24 @@ std::string TextBox::Text() const { return std::string(TextView()); }
 void TextBox::SetText(std::string_view text) {
     const std::string converted = base::ToCrLf(text);
     if (converted.size() > maxText) throw base::RunTimeError(errOutOfMemory, "Out of memory");
-    loading_ = true;
-    Sci(SCI_SETUNDOCOLLECTION, 0);
-    Sci(SCI_CLEARALL);
-    Sci(SCI_EMPTYUNDOBUFFER);
-    removed_.clear();
-    removedBytes_ = 0;
-    pending_.reset();
-    styles_.Reset(default_);
-    Sci(SCI_SETSCROLLWIDTH, 1);
-    Sci(SCI_SETXOFFSET, 0);
-    Sci(SCI_ALLOCATE, static_cast<long>(converted.size() + converted.size() / 16));
-    Sci(SCI_APPENDTEXT, converted);
-    Sci(SCI_SETUNDOCOLLECTION, 1);
-    loading_ = false;
+    {
+        const base::ScopeExit loaded([this] {
+            Sci(SCI_SETUNDOCOLLECTION, 1);
+            loading_ = false;
+        });
+        loading_ = true;
+        Sci(SCI_SETUNDOCOLLECTION, 0);
+        Sci(SCI_CLEARALL);
+        Sci(SCI_EMPTYUNDOBUFFER);
+        removed_.clear();
+        removedBytes_ = 0;
+        pending_.reset();
+        styles_.Reset(default_);
+        Sci(SCI_SETSCROLLWIDTH, 1);
+        Sci(SCI_SETXOFFSET, 0);
+        Sci(SCI_ALLOCATE, static_cast<long>(converted.size() + converted.size() / 16));
+        Sci(SCI_APPENDTEXT, converted);
+    }
     inserted_.reset();
     changed_ = true;
     Select({});
