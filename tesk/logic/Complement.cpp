@@ -120,12 +120,7 @@ class Complementer {
         }
     }
 
-    Word Hash(const Word* cube) const {
-        Word hash = 0;
-        for (int w = 0; w < layout_.Words(); ++w)
-            hash = (hash ^ cube[w]) * 0x9E3779B97F4A7C15u, hash ^= hash >> 29;
-        return hash;
-    }
+    Word Hash(const Word* cube) const { return HashWords(cube, static_cast<std::size_t>(layout_.Words())); }
 
     void Compact(std::size_t first, int input, const std::vector<std::uint8_t>& keep) {
         std::size_t to = first;

@@ -17,14 +17,16 @@ int Layout::Distance(const Word* a, const Word* b) const {
     return distance;
 }
 
-bool Layout::Same(const Word* a, const Word* b) const { return std::equal(a, a + words_, b); }
-
-bool Layout::SameInputs(const Word* a, const Word* b) const { return std::equal(a, a + inputWords_, b); }
-
 int Layout::InputLiterals(const Word* cube) const {
     int literals = 0;
     for (int w = 0; w < inputWords_; ++w) literals += CountBits(even & ~FreePlaces(cube[w]));
     return literals;
+}
+
+int Layout::Bits(const Word* cube) const {
+    int bits = 0;
+    for (int w = 0; w < words_; ++w) bits += CountBits(cube[w]);
+    return bits;
 }
 
 int Layout::OutputCount(const Word* cube) const {
@@ -109,16 +111,13 @@ void Cover::Absorb() {
     const std::size_t stride = Stride();
     std::vector<std::pair<int, const Word*>> order;  // the large cubes first: only they can hold others
     order.reserve(size_);
-    for (std::size_t i = 0; i < size_; ++i) {
-        int bits = 0;
-        for (std::size_t w = 0; w < stride; ++w) bits += CountBits((*this)[i][w]);
-        order.emplace_back(-bits, (*this)[i]);
-    }
+    for (std::size_t i = 0; i < size_; ++i) order.emplace_back(-layout_.Bits((*this)[i]), (*this)[i]);
     std::sort(order.begin(), order.end(), [stride](const auto& a, const auto& b) {
         if (a.first != b.first) return a.first < b.first;
         return std::lexicographical_compare(a.second, a.second + stride, b.second, b.second + stride);
     });
     Cover kept(layout_);
+    kept.Reserve(size_);
     std::uint64_t compared = 0;
     std::size_t larger = 0;  // the first ones of `kept`: a cube of the same size holds no other
     int bits = 1;

@@ -34,13 +34,16 @@ class Layout {
         : inputs_(inputs),
           outputs_(outputs),
           inputWords_((inputs + 31) / 32),
-          words_(inputWords_ + (outputs + 63) / 64) {}
+          words_(inputWords_ + (outputs + 63) / 64),
+          pair_(inputWords_ == 1 && words_ == 2) {}
 
     int Inputs() const { return inputs_; }
     int Outputs() const { return outputs_; }
     int InputWords() const { return inputWords_; }
     int OutputWords() const { return words_ - inputWords_; }
     int Words() const { return words_; }
+    // One word of inputs and one of outputs: most covers. Their cubes are compared without loops.
+    bool Pair() const { return pair_; }
     bool operator==(const Layout&) const = default;
 
     Literal Input(const Word* cube, int v) const {
@@ -64,18 +67,26 @@ class Layout {
     static Word FilledPlaces(Word word) { return (word | (word >> 1)) & even; }
 
     // Whether b lies in a, in all parts or in the inputs or outputs alone.
-    bool Contains(const Word* a, const Word* b) const { return ContainsRange(a, b, 0, words_); }
-    bool InputsContain(const Word* a, const Word* b) const { return ContainsRange(a, b, 0, inputWords_); }
+    bool Contains(const Word* a, const Word* b) const {
+        if (pair_) return ((b[0] & ~a[0]) | (b[1] & ~a[1])) == 0;
+        return ContainsRange(a, b, 0, words_);
+    }
+    bool InputsContain(const Word* a, const Word* b) const {
+        if (pair_) return (b[0] & ~a[0]) == 0;
+        return ContainsRange(a, b, 0, inputWords_);
+    }
     bool OutputsContain(const Word* a, const Word* b) const {
         return ContainsRange(a, b, inputWords_, words_);
     }
 
     bool InputsMeet(const Word* a, const Word* b) const {
+        if (pair_) return FilledPlaces(a[0] & b[0]) == even;
         for (int w = 0; w < inputWords_; ++w)
             if (FilledPlaces(a[w] & b[w]) != even) return false;
         return true;
     }
     bool OutputsMeet(const Word* a, const Word* b) const {
+        if (pair_) return (a[1] & b[1]) != 0;
         for (int w = inputWords_; w < words_; ++w)
             if ((a[w] & b[w]) != 0) return true;
         return false;
@@ -93,14 +104,22 @@ class Layout {
         for (int w = 0; w < words_; ++w) result[w] = a[w] | b[w];
     }
 
-    bool Same(const Word* a, const Word* b) const;
-    bool SameInputs(const Word* a, const Word* b) const;
+    bool Same(const Word* a, const Word* b) const {
+        if (pair_) return ((a[0] ^ b[0]) | (a[1] ^ b[1])) == 0;
+        return SameRange(a, b, words_);
+    }
     bool HasOutputs(const Word* cube) const { return OutputsMeet(cube, cube); }
     bool IsEmpty(const Word* cube) const { return !HasOutputs(cube) || !InputsMeet(cube, cube); }
     int InputLiterals(const Word* cube) const;  // inputs that are not free
     int OutputCount(const Word* cube) const;
+    int Bits(const Word* cube) const;  // more than those of every smaller cube inside
 
   private:
+    static bool SameRange(const Word* a, const Word* b, int words) {
+        for (int w = 0; w < words; ++w)
+            if (a[w] != b[w]) return false;
+        return true;
+    }
     bool ContainsRange(const Word* a, const Word* b, int from, int to) const {
         for (int w = from; w < to; ++w)
             if ((b[w] & ~a[w]) != 0) return false;
@@ -111,6 +130,7 @@ class Layout {
     int outputs_ = 0;
     int inputWords_ = 0;
     int words_ = 0;
+    bool pair_ = false;
 };
 
 // A list of cubes of one layout: for each output the sum of the products whose cubes have that output. Cubes

@@ -24,7 +24,7 @@ class Brancher {
         while (true) {
             Reduce(core, chosen, budget_);
             if (budget_.Exhausted() || depth > maxDepth || chosen.size() >= target) return false;
-            if (core.Matrix.Rows.empty()) {
+            if (core.Matrix.Rows.Size() == 0) {
                 best = std::move(chosen);
                 return true;
             }
@@ -61,11 +61,12 @@ class Brancher {
 
     // False where a row has lost all its columns.
     static bool Possible(const Core& core, const std::vector<Fate>& fates) {
-        return std::all_of(core.Matrix.Rows.begin(), core.Matrix.Rows.end(),
-                           [&](const std::vector<int>& row) {
-                               return std::any_of(row.begin(), row.end(),
-                                                  [&](int c) { return fates[At(c)] != Fate::Dropped; });
-                           });
+        const Lists& rows = core.Matrix.Rows;
+        for (std::size_t r = 0; r < rows.Size(); ++r)
+            if (std::all_of(rows[r].begin(), rows[r].end(),
+                            [&](int c) { return fates[At(c)] == Fate::Dropped; }))
+                return false;
+        return true;
     }
 
     bool SolveRest(Core core, std::size_t target, const std::vector<int>& chosen, std::vector<int>& best,
@@ -102,9 +103,11 @@ class Brancher {
     // Takes the columns of the shortest row in turn, each without those before it.
     bool Branch(const Core& core, const Lagrange& bound, std::size_t target, const std::vector<int>& chosen,
                 std::vector<int>& best, int depth) {
-        const auto& rows = core.Matrix.Rows;
-        std::vector<int> row = *std::min_element(
-            rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.size() < b.size(); });
+        const Lists& rows = core.Matrix.Rows;
+        std::span<const int> shortest = rows[0];
+        for (std::size_t r = 1; r < rows.Size(); ++r)
+            if (rows[r].size() < shortest.size()) shortest = rows[r];
+        std::vector<int> row(shortest.begin(), shortest.end());
         std::stable_sort(row.begin(), row.end(),
                          [&](int a, int b) { return bound.ReducedCost(a) < bound.ReducedCost(b); });
         std::vector<Fate> fates(core.Original.size(), Fate::Open);
@@ -138,7 +141,7 @@ class Solver {
         result.Proved = true;
         std::vector<Core> parts = Components(core);
         std::size_t entries = 1;
-        for (const Core& part : parts) entries += part.Matrix.Entries();
+        for (const Core& part : parts) entries += part.Matrix.Rows.Entries();
         for (Core& part : parts) SolvePart(part, Share(part, entries), result);
     }
 
@@ -148,7 +151,7 @@ class Solver {
     };
 
     Portion Share(const Core& part, std::size_t entries) const {
-        const double share = static_cast<double>(part.Matrix.Entries()) / static_cast<double>(entries);
+        const double share = static_cast<double>(part.Matrix.Rows.Entries()) / static_cast<double>(entries);
         const auto of = [share](std::uint64_t all) {
             return static_cast<std::uint64_t>(share * static_cast<double>(all)) + 1000;
         };
@@ -180,15 +183,13 @@ class Solver {
 
 }  // namespace
 
-CoveringResult SolveCovering(std::vector<std::vector<int>> rows, std::size_t columns,
-                             const CoveringBounds& bounds, const std::vector<int>& known) {
+CoveringResult SolveCovering(Lists rows, std::size_t columns, const CoveringBounds& bounds) {
     Core core;
     core.Original.resize(columns);
     std::iota(core.Original.begin(), core.Original.end(), 0);
     core.Matrix = SparseMatrix::Of(std::move(rows), columns);
     CoveringResult result;
     Solver(bounds).Solve(core, result);
-    if (!known.empty() && known.size() < result.Chosen.size()) result.Chosen = known;
     std::sort(result.Chosen.begin(), result.Chosen.end());
     return result;
 }

@@ -17,9 +17,7 @@ struct CoveringResult {
     bool Proved = false;
 };
 
-// The smallest choice of columns (found) so that every row has one. No row may be empty. `known`, if not
-// empty, is a choice that the result must not exceed.
-CoveringResult SolveCovering(std::vector<std::vector<int>> rows, std::size_t columns,
-                             const CoveringBounds& bounds, const std::vector<int>& known = {});
+// The smallest choice of columns (found) so that every row has one. No row may be empty.
+CoveringResult SolveCovering(Lists rows, std::size_t columns, const CoveringBounds& bounds);
 
 }  // namespace logic

@@ -136,12 +136,12 @@ class Loop {
     // A least choice of the primes; empty if their table is too large.
     Cover Least(const Cover& primes) const {
         Budget budget(bounds_.Table);
-        CoverTable table;
+        Lists rows;
         Cover least(layout_);
-        if (!BuildTable(primes, problem_.DontCare, 10000000, budget, table,
+        if (!BuildTable(primes, problem_.DontCare, 10000000, budget, rows,
                         problem_.Open ? &problem_.On : nullptr))
             return least;
-        const CoveringResult result = SolveCovering(std::move(table.Rows), primes.Size(),
+        const CoveringResult result = SolveCovering(std::move(rows), primes.Size(),
                                                     {bounds_.Table, bounds_.Table / 8, bounds_.Table / 8, 0});
         for (const int c : result.Chosen) least.Add(primes[static_cast<std::size_t>(c)]);
         return least;
@@ -151,6 +151,8 @@ class Loop {
     void ChooseFromPool() {
         // What the best cover holds has to be in the pool, or a budget that ran out could lose points.
         for (std::size_t i = 0; i < best_.Size(); ++i) AddToPool(best_[i]);
+        if (pool_.Size() == chosenFrom_) return;
+        chosenFrom_ = pool_.Size();
         Cover least = Least(pool_);
         if (least.Empty()) {
             DropRedundant();
@@ -256,6 +258,7 @@ class Loop {
     std::vector<int> frequency_;
     const Cover* counted_ = nullptr;
     bool chosenOnce_ = false;
+    std::size_t chosenFrom_ = 0;  // size of the pool at the last choice
     std::uint64_t state_ = 1442695040888963407u;
 };
 

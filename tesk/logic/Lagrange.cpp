@@ -13,12 +13,13 @@ std::size_t At(int i) { return static_cast<std::size_t>(i); }
 
 Lagrange::Lagrange(const SparseMatrix& matrix)
     : matrix_(matrix),
-      entries_(matrix.Entries()),
-      price_(matrix.Rows.size()),
-      reduced_(matrix.Columns.size()) {
+      entries_(matrix.Rows.Entries()),
+      price_(matrix.Rows.Size()),
+      reduced_(matrix.Columns.Size()),
+      slack_(price_.size()) {
     for (std::size_t r = 0; r < price_.size(); ++r) {  // dual feasible: no column's rows exceed its cost
         std::size_t longest = 1;
-        for (const int c : matrix_.Rows[r]) longest = std::max(longest, matrix_.Columns[At(c)].size());
+        for (const int c : matrix_.Rows[r]) longest = std::max(longest, matrix_.Columns[c].size());
         price_[r] = 1.0 / static_cast<double>(longest);
     }
     bestPrice_ = price_;
@@ -28,13 +29,15 @@ Lagrange::Lagrange(const SparseMatrix& matrix)
 
 double Lagrange::Relax() {
     double value = 0;
-    for (const double price : price_) value += price;
-    for (std::size_t c = 0; c < reduced_.size(); ++c) {
-        double cost = 1.0;
-        for (const int r : matrix_.Columns[c]) cost -= price_[At(r)];
-        reduced_[c] = cost;
-        if (cost < 0) value += cost;
+    std::fill(reduced_.begin(), reduced_.end(), 1.0);
+    for (std::size_t r = 0; r < price_.size(); ++r) {
+        const double price = price_[r];
+        if (price == 0) continue;
+        value += price;
+        for (const int c : matrix_.Rows[r]) reduced_[At(c)] -= price;
     }
+    for (const double cost : reduced_)
+        if (cost < 0) value += cost;
     return value;
 }
 
@@ -48,17 +51,17 @@ void Lagrange::Offer(std::vector<int> cover) {
 
 void Lagrange::Step(double value, double upper) {
     double norm = 0;
-    std::vector<int> slack(price_.size());
-    for (std::size_t r = 0; r < slack.size(); ++r) {
-        int covered = 0;
-        for (const int c : matrix_.Rows[r]) covered += reduced_[At(c)] < 0 ? 1 : 0;
-        slack[r] = 1 - covered;
-        if (slack[r] < 0 && price_[r] <= 0) slack[r] = 0;
-        norm += static_cast<double>(slack[r]) * slack[r];
+    std::fill(slack_.begin(), slack_.end(), 1);
+    for (std::size_t c = 0; c < reduced_.size(); ++c)
+        if (reduced_[c] < 0)
+            for (const int r : matrix_.Columns[c]) --slack_[At(r)];
+    for (std::size_t r = 0; r < slack_.size(); ++r) {
+        if (slack_[r] < 0 && price_[r] <= 0) slack_[r] = 0;
+        norm += static_cast<double>(slack_[r]) * slack_[r];
     }
     if (norm == 0) return;
     const double step = agility_ * std::max(upper - value, 0.5) / norm;
-    for (std::size_t r = 0; r < slack.size(); ++r) price_[r] = std::max(0.0, price_[r] + step * slack[r]);
+    for (std::size_t r = 0; r < slack_.size(); ++r) price_[r] = std::max(0.0, price_[r] + step * slack_[r]);
 }
 
 void Lagrange::Improve(int steps, std::size_t target, Budget& budget) {
@@ -88,7 +91,7 @@ void Lagrange::Improve(int steps, std::size_t target, Budget& budget) {
 // A cover from the columns of low reduced cost.
 void Lagrange::Heuristic() {
     std::vector<int> cover;
-    std::vector<int> count(matrix_.Rows.size());
+    std::vector<int> count(matrix_.Rows.Size());
     in_.assign(reduced_.size(), 0);
     for (std::size_t c = 0; c < reduced_.size(); ++c) {
         if (reduced_[c] > 0) continue;
@@ -109,15 +112,16 @@ void Lagrange::Heuristic() {
 void Lagrange::CoverRest(std::vector<int>& cover, std::vector<int>& count) {
     const auto gain = [&](int c) {
         int open = 0;
-        for (const int r : matrix_.Columns[At(c)]) open += count[At(r)] == 0 ? 1 : 0;
+        for (const int r : matrix_.Columns[c]) open += count[At(r)] == 0 ? 1 : 0;
         return open == 0 ? 0.0 : open / (std::max(reduced_[At(c)], 0.0) + 0.02);
     };
-    std::priority_queue<std::pair<double, int>> queue;
+    std::vector<std::pair<double, int>> gains;
     for (std::size_t r = 0; r < count.size(); ++r) {
         if (count[r] != 0) continue;
         for (const int c : matrix_.Rows[r])
-            if (in_[At(c)] == 0) in_[At(c)] = 2, queue.emplace(gain(c), -c);
+            if (in_[At(c)] == 0) in_[At(c)] = 2, gains.emplace_back(gain(c), -c);
     }
+    std::priority_queue queue(std::less<std::pair<double, int>>(), std::move(gains));
     while (!queue.empty()) {
         const auto [old, negative] = queue.top();
         queue.pop();
@@ -128,7 +132,7 @@ void Lagrange::CoverRest(std::vector<int>& cover, std::vector<int>& count) {
             continue;
         }
         cover.push_back(-negative);
-        for (const int r : matrix_.Columns[At(-negative)]) ++count[At(r)];
+        for (const int r : matrix_.Columns[-negative]) ++count[At(r)];
     }
 }
 
@@ -138,7 +142,7 @@ void Lagrange::Thin(std::vector<int>& cover, std::vector<int>& count) const {
         return reduced_[At(a)] != reduced_[At(b)] ? reduced_[At(a)] > reduced_[At(b)] : a > b;
     });
     std::erase_if(cover, [&](int c) {
-        const auto& rows = matrix_.Columns[At(c)];
+        const auto rows = matrix_.Columns[c];
         if (std::any_of(rows.begin(), rows.end(), [&](int r) { return count[At(r)] == 1; })) return false;
         for (const int r : rows) --count[At(r)];
         return true;

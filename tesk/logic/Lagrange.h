@@ -33,6 +33,7 @@ class Lagrange {
     std::vector<double> price_;    // of each row
     std::vector<double> reduced_;  // cost of each column less the prices of its rows
     std::vector<double> bestPrice_;
+    std::vector<int> slack_;  // of each row: 1 less the columns that hold it
     double bestValue_ = 0;
     double agility_ = 1.0;
     std::vector<int> best_;

@@ -32,9 +32,9 @@ constexpr double polishBound = 4 * million;
 constexpr std::size_t complementCubes = 50000;
 
 constexpr Bounds heuristicBounds{
-    .PrimesBase = 9 * million,
-    .PrimesPerCube = 0.015 * million,
-    .PrimesPerCubeOfFewInputs = 0.09 * million,
+    .PrimesBase = 5 * million,
+    .PrimesPerCube = 0.0075 * million,
+    .PrimesPerCubeOfFewInputs = 0.045 * million,
     .PrimeLimit = 200000,
     .Table = 60 * million,
     .Covering = {.Reduce = 100'000'000, .Relax = 8'000'000, .Search = 12'000'000, .Branch = 1'000'000},
@@ -153,10 +153,10 @@ class Minimizer {
         if (!AllPrimes(function, bounds.PrimeLimit, budget, primes)) return false;
         SortBySize(primes);
         Budget tableBudget(Scaled(bounds.Table, effort_));
-        CoverTable table;
-        if (!BuildTable(primes, problem_.DontCare, 10'000'000, tableBudget, table)) return false;
+        Lists rows;
+        if (!BuildTable(primes, problem_.DontCare, 10'000'000, tableBudget, rows)) return false;
         const CoveringResult chosen =
-            SolveCovering(std::move(table.Rows), primes.Size(), Scaled(bounds.Covering, effort_));
+            SolveCovering(std::move(rows), primes.Size(), Scaled(bounds.Covering, effort_));
         result.Terms = Cover(primes.Form());
         for (const int c : chosen.Chosen) result.Terms.Add(primes[static_cast<std::size_t>(c)]);
         result.LowerBound = chosen.LowerBound;

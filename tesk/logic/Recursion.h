@@ -31,6 +31,13 @@ using CubeList = std::vector<const Word*>;
 
 CubeList CubesOf(const Cover& cover);
 
+inline Word HashWords(const Word* words, std::size_t count) {
+    Word hash = 0;
+    for (std::size_t w = 0; w < count; ++w)
+        hash = (hash ^ words[w]) * 0x9E3779B97F4A7C15u, hash ^= hash >> 29;
+    return hash;
+}
+
 // Counts for 32 inputs at once, marked by the even bits: slice k holds bit k of every count.
 class SlicedCount {
   public:
@@ -41,6 +48,12 @@ class SlicedCount {
             marks = carry;
             used_ = std::max(used_, k + 1);
         }
+    }
+    std::uint32_t At(int place) const {
+        std::uint32_t count = 0;
+        for (std::size_t k = 0; k < used_; ++k)
+            count |= static_cast<std::uint32_t>((slices_[k] >> place) & 1) << k;
+        return count;
     }
     // The highest count and the first place that has it.
     std::pair<std::uint32_t, int> Highest() const;

@@ -218,13 +218,14 @@ TEST(Covering, ProvesTheLeastChoice) {
     Random random(29);
     for (int round = 0; round < 60; ++round) {
         const int columns = 10;
-        std::vector<std::vector<int>> rows(14);
+        Lists rows;
         std::vector<unsigned> masks;
-        for (auto& row : rows) {
+        for (int r = 0; r < 14; ++r) {
             unsigned mask = 1u << random.Below(10);
             for (int k = 0; k < 2; ++k) mask |= 1u << random.Below(10);
             for (int c = 0; c < columns; ++c)
-                if ((mask >> c) & 1) row.push_back(c);
+                if ((mask >> c) & 1) rows.Push(c);
+            rows.Close();
             masks.push_back(mask);
         }
         int least = columns;
@@ -235,8 +236,8 @@ TEST(Covering, ProvesTheLeastChoice) {
             const CoveringResult result = SolveCovering(rows, columns, {100000, 100000, search, 1000000});
             EXPECT_TRUE(result.Proved);
             EXPECT_EQ(static_cast<int>(result.Chosen.size()), least);
-            for (const auto& row : rows)
-                EXPECT_TRUE(std::any_of(row.begin(), row.end(), [&](int c) {
+            for (std::size_t r = 0; r < rows.Size(); ++r)
+                EXPECT_TRUE(std::any_of(rows[r].begin(), rows[r].end(), [&](int c) {
                     return std::binary_search(result.Chosen.begin(), result.Chosen.end(), c);
                 }));
         }
