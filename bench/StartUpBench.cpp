@@ -15,6 +15,7 @@
 #include "platform/qt/HostProcesses.h"
 #include "platform/qt/HostRegistry.h"
 #include "platform/qt/HostSystem.h"
+#include "platform/qt/HostWindows.h"
 #include "platform/qt/StateFolder.h"
 #include "platform/qt/ToolHost.h"
 #include "shell/windows/Shell.h"
@@ -67,7 +68,8 @@ int main(int argc, char** argv) {
         qt::ToolHost libraries;
         qt::HostSystem desktop(files, (installation / "Korvane/Korvane").string());
         qt::HostClock time;
-        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time};
+        qt::HostWindows screen;
+        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};
         session::Session state;
         shell::Shell shell(state, host, qt::StateFolder(files));
         if (!shell.Start()) return 1;

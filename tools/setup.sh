@@ -5,7 +5,7 @@ preset=${KORVANE_PRESET:-release}
 build="$top/build/$preset"
 
 build_packages="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libqscintilla2-qt6-dev libqt6sql6-sqlite
-    libgtest-dev libbenchmark-dev locales"
+    libxcb1-dev libgtest-dev libbenchmark-dev locales"
 tour_packages="xvfb xauth openbox xdotool imagemagick x11-utils fonts-liberation fonts-dejavu-core"
 
 say() { printf '== %s\n' "$*"; }

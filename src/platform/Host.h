@@ -8,6 +8,7 @@
 #include "platform/Registry.h"
 #include "platform/System.h"
 #include "platform/ToolLibraries.h"
+#include "platform/Windows.h"
 
 namespace platform {
 
@@ -21,6 +22,7 @@ struct Host {
     ToolLibraries& Libraries;
     System& Desktop;
     Clock& Time;
+    Windows& Screen;
 };
 
 }  // namespace platform

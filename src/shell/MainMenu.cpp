@@ -60,7 +60,7 @@ constexpr MenuRow rows[] = {
     {1, "mnuHelpTesk", "Tesk Programmers &Reference"},
     {1, "mnuHelpFitters", "&Fitters"},
     {1, "mnuHelpOvrel", "Ovrel &Info"},
-    {2, "mnuHelpOvrelList", "Ovrel1", "", 0, 1},
+    {2, "mnuHelpOvrelList", "Ovrel1", "", menuHidden, 1},  // shown once it bears a file's name
     {1, "mnuHelpSimulator", "S&imulator"},
     {1, "mnuHelpSchematic", "S&chematic"},
     {1, "mnuHelpBubble", "&Bubble Entry"},

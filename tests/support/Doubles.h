@@ -157,11 +157,20 @@ class Clock : public platform::Clock {
     std::vector<std::weak_ptr<Alarm>> alarms_;
 };
 
+class Windows : public platform::Windows {
+  public:
+    std::vector<platform::TopLevelWindow> Open;  // from front to back
+    std::vector<std::uint32_t> Closed;
+
+    std::vector<platform::TopLevelWindow> TopLevel() const override { return Open; }
+    void Close(std::uint32_t handle) override { Closed.push_back(handle); }
+};
+
 // All of them with a real file system that the test gives.
 struct Desktop {
     explicit Desktop(platform::FileSystem& files) : Desktop(files, Clip) {}
     Desktop(platform::FileSystem& files, platform::Clipboard& clip)
-        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time} {}
+        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;
@@ -169,6 +178,7 @@ struct Desktop {
     ToolLibraries Libraries;
     System Desk;
     Clock Time;
+    Windows Screen;
     platform::Host Host;
 };
 

@@ -55,8 +55,8 @@ class WholeRun : public testing::Test {
     platform::qt::HostFileSystem Files;
     doubles::Desktop Parts{Files};
     platform::qt::ToolHost Libraries{platform::PathMap(), TOOLHOST};
-    platform::Host Host{Files,          Parts.Settings, Parts.Boxes, Parts.Clip,
-                        Parts.Programs, Libraries,      Parts.Desk,  Parts.Time};
+    platform::Host Host{Files,     Parts.Settings, Parts.Boxes, Parts.Clip,  Parts.Programs,
+                        Libraries, Parts.Desk,     Parts.Time,  Parts.Screen};
     session::Session State;
     doubles::Hall Hall;
     session::App App{State, Host, Hall};

@@ -6,6 +6,7 @@
 #include "platform/qt/HostProcesses.h"
 #include "platform/qt/HostRegistry.h"
 #include "platform/qt/HostSystem.h"
+#include "platform/qt/HostWindows.h"
 #include "platform/qt/StateFolder.h"
 #include "platform/qt/ToolHost.h"
 #include "shell/windows/Shell.h"
@@ -22,8 +23,9 @@ int main(int argc, char** argv) {
     qt::ToolHost libraries;
     qt::HostSystem desktop(files);
     qt::HostClock time;
+    qt::HostWindows screen;
     application.ShowErrorsWith(&boxes);
-    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time};
+    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};
     session::Session state;
     shell::Shell shell(state, host, qt::StateFolder(files));
     bool started = false;

@@ -73,6 +73,9 @@ void Shell::LoadMain() {
         for (const char* name : {"mnuImport", "mnuVhdl"}) main_->Menus().Entry(name).setEnabled(false);
     }
     main_->Menus().Entry("mnuCloseProject").setEnabled(false);
+    QAction& files = main_->Menus().Entry("mnuHelpOvrel");
+    files.setVisible(HasHelpFiles());
+    files.setEnabled(main_->HasCommand("mnuHelpOvrelList"));
     LoadMainSettings();
     if (!app_.State.RecentFiles[0].empty()) ShowRecentFiles();
     ReadConfig(app_.State, app_.Host);
@@ -133,6 +136,7 @@ void Shell::PlaceChildren() {
 session::Document& Shell::Create() {
     auto* document = new editor::frmDocument(app_);
     main_->AddDocument(*document);
+    document->SetMenuVisible("mnuHelpOvrel", HasHelpFiles());
     if (app_.State.AutoArrange) {
         const session::Placement place = DocumentPlacement(MessagePlacement());
         document->Move(0, 0, place.Width, place.Height);
@@ -180,6 +184,8 @@ void Shell::SaveSettings() {
     shell::SaveSettings(app_.State, app_.Host,
                         {.Place = MainPlacement(), .Minimized = main_->isMinimized(), .Maximized = isWhole});
 }
+
+bool Shell::HasHelpFiles() const { return !app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*").empty(); }
 
 void Shell::ShowRecentFiles() {
     for (int i = 0; i < 6; ++i) {
@@ -253,6 +259,7 @@ editor::frmDocument* Shell::DocumentBeside(const std::vector<editor::frmDocument
 void Shell::Unload() {
     SaveSettings();
     SaveConfig();
+    CloseTools(app_);
     QApplication::quit();
 }
 

@@ -99,6 +99,7 @@ class Shell : public session::Commands, public DocumentFactory, public StartUpWi
     void MoveMessages(session::Placement place);
     QMdiSubWindow& MessageWindow() const;
     ToolbarState WithoutMissingCommands() const;
+    bool HasHelpFiles() const;  // of the chip maker
     void ShowRecentFiles();
     void CopyRecentFiles(session::Document& document);
     void CloseActiveChild();

@@ -54,7 +54,6 @@ ToolbarState Shell::WithoutMissingCommands() const {
     const auto* document = main_->ActiveDocument();
     for (int i = 1; i <= ButtonCount; ++i) {
         const ToolbarRow& row = ToolbarTable()[static_cast<std::size_t>(i - 1)];
-        if (row.Click == ClickKind::TileTools) shown.Button(i).Enabled = main_->HasCommand("mnuAllTeskTools");
         if (row.Click == ClickKind::ChildCommand && document != nullptr &&
             !document->HasCommand(row.Command)) {
             shown.Button(i).Enabled = false;

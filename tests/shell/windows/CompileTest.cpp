@@ -65,8 +65,8 @@ class CompileTest : public ShellFixture {
     }
 
     platform::qt::ToolHost tools{platform::PathMap(), TOOLHOST};
-    platform::Host real{files, desktop.Settings, desktop.Boxes, clipboard, desktop.Programs,
-                        tools, desktop.Desk,     desktop.Time};
+    platform::Host real{files, desktop.Settings, desktop.Boxes, clipboard,     desktop.Programs,
+                        tools, desktop.Desk,     desktop.Time,  desktop.Screen};
     QString Errors;
     QString Warnings;
 

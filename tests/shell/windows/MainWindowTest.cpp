@@ -52,6 +52,7 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     desktop.Time.Advance(std::chrono::milliseconds(500));
     EXPECT_EQ(shell->Panel(1), "");
     EXPECT_TRUE(isShown("DepComp") && !isShown("Util1"));  // another active child hides both
+    EXPECT_TRUE(shell->MainWindow().findChild<QAction*>("AllTESK")->isEnabled());
 }
 
 TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
@@ -106,7 +107,13 @@ TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
                              "mnuRunVhdlCompile", "mnuRunVhdlAnalysis"}) {
         EXPECT_FALSE(document.Menus().Entry(name).isVisible()) << name;
     }
-    EXPECT_FALSE(shell->MainWindow().Menus().Entry("mnuImport").isEnabled());
+    const auto& main = shell->MainWindow().Menus();
+    EXPECT_FALSE(main.Entry("mnuImport").isEnabled());
+    EXPECT_FALSE(main.Entry("mnuHelpOvrel").isVisible() ||
+                 document.Menus().Entry("mnuHelpOvrel").isVisible());
+    folder.Write("Korvane/OvrelHlp/NEWS.TXT", "");
+    EXPECT_TRUE(NewText().Menus().Entry("mnuHelpOvrel").isVisible());
+    EXPECT_FALSE(main.Entry("mnuHelpOvrelList(0)").isVisible());
 }
 
 TEST_F(ShellFixture, ARunBringsClosedMessagesBack) {
@@ -145,6 +152,23 @@ TEST_F(ShellFixture, TheEndWritesSettingsAndConfigurationUnlessRefused) {
     EXPECT_TRUE(folder.Exists("Korvane/KORVANE.CFG"));
     EXPECT_FALSE(desktop.Settings.Written.empty());
     EXPECT_EQ(folder.Read("a.txt"), "x");
+}
+
+TEST_F(ShellFixture, TheEndClosesTheToolsThatItStarted) {
+    Start();
+    const auto start = [&](std::size_t tool, std::uint32_t process) {
+        state.StdUtils[tool].TaskId = process;
+    };
+    start(0, 100);  // Calculator
+    start(1, 101);  // Explorer
+    start(2, 102);  // DOS
+    start(5, 105);  // Wavrik: a companion, which stays
+    desktop.Screen.Open = {{1, "Calculator", 0, 7},   {2, "Settings", 0, 100}, {3, "Calculator", 9, 100},
+                           {4, "Calculator", 0, 100}, {5, "My files", 0, 101}, {6, "Explorer", 0, 0},
+                           {7, "DOS", 0, 8},          {8, "DOS", 0, 0},        {9, "Wavrik", 0, 105},
+                           {10, "Programmer", 0, 0}};
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(desktop.Screen.Closed, (std::vector<std::uint32_t>{4, 5, 8}));
 }
 
 TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
