@@ -22,7 +22,8 @@ const std::vector<MessageEntry>& MessageTable() {
         {"7200tc", error, "Design does not fit the device", "A name can't be placed.",
          "Choose another pin or device, or change the equations."},
         {"7201tc", error, "Too many product terms", "The macrocell has fewer than the equation needs.",
-         "Use more minimization, Best For Polarity, another pin, or split the equation."},
+         "The message tells which reduction fits: m2, m4, MIN or kb. Else take another pin or split the "
+         "equation."},
         {"7202tc", error, "Pin can't be used so",
          "The device has no such pin, or it can't do what the design asks.",
          "See the chip diagram of the device for its inputs, outputs and special pins."},

@@ -14,4 +14,7 @@ void Build(Analysis& analysis, const Options& options, Report& report);
 // of polarities, their complements too.
 void Minimise(Design& design, const Options& options, Report& report);
 
+// Reduces some of the equations anew from what they were before, each alone and by the level that it has now.
+void ReduceAgain(Design& design, const std::vector<std::size_t>& places, const Options& options);
+
 }  // namespace front

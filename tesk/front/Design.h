@@ -69,6 +69,7 @@ struct Design {
     std::vector<Variable> Variables;  // in the order of declaration
     std::vector<Signal> Signals;
     std::vector<Equation> Equations;  // by variable, then by extension
+    std::vector<Equation> Written;    // the same before reduction; empty for `virtual`
     std::vector<Field> Fields;
     std::vector<Fuse> Fuses;
 

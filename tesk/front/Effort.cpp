@@ -32,9 +32,9 @@ Cost CostOf(std::size_t terms, std::size_t inputs) {
 
 double Allowed(std::size_t terms) { return terms > kManyTerms ? kLeastEffort : 1.0; }
 
-std::size_t TermsOf(const Design& design) {
+std::size_t TermsOf(const std::vector<Equation>& equations) {
     std::size_t terms = 0;
-    for (const Equation& equation : design.Equations) terms += equation.On.Size();
+    for (const Equation& equation : equations) terms += equation.On.Size();
     return terms;
 }
 
@@ -51,30 +51,33 @@ double EffortShare::For(std::size_t terms, std::size_t inputs) {
     return kLeastEffort;
 }
 
-std::vector<std::size_t> BySize(const Design& design) {
+double EstimateOf(const Equation& equation) {
+    return CostOf(equation.On.Size(), equation.Inputs.size()).Full;
+}
+
+std::vector<std::size_t> BySize(const std::vector<Equation>& equations) {
     std::vector<std::pair<double, std::size_t>> order;
-    for (const Equation& equation : design.Equations)
-        order.emplace_back(CostOf(equation.On.Size(), equation.Inputs.size()).Full, order.size());
+    for (const Equation& equation : equations) order.emplace_back(EstimateOf(equation), order.size());
     std::sort(order.begin(), order.end());
     std::vector<std::size_t> places;
     for (const auto& [cost, place] : order) places.push_back(place);
     return places;
 }
 
-std::vector<double> EffortsFor(const Design& design) {
-    const bool large = TermsOf(design) > kLargeDesign;
+std::vector<double> EffortsFor(const std::vector<Equation>& equations) {
+    const bool large = TermsOf(equations) > kLargeDesign;
     EffortShare share(kFullShare, kLeastShare);
-    std::vector<double> efforts(design.Equations.size());
-    for (const std::size_t place : BySize(design)) {
-        const Equation& equation = design.Equations[place];
+    std::vector<double> efforts(equations.size());
+    for (const std::size_t place : BySize(equations)) {
+        const Equation& equation = equations[place];
         efforts[place] =
             large ? share.For(equation.On.Size(), equation.Inputs.size()) : Allowed(equation.On.Size());
     }
     return efforts;
 }
 
-EffortShare ShareOfComplements(const Design& design) {
-    return {TermsOf(design) > kLargeDesign ? kFullShare : kFullShareOfComplements, kLeastShare};
+EffortShare ShareOfComplements(const std::vector<Equation>& equations) {
+    return {TermsOf(equations) > kLargeDesign ? kFullShare : kFullShareOfComplements, kLeastShare};
 }
 
 std::optional<logic::Cover> ComplementSteps::Take(const Equation& equation, std::size_t limit) {

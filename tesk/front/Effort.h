@@ -26,12 +26,14 @@ class EffortShare {
     double least_;
 };
 
+// What reducing the equation takes, in microseconds.
+double EstimateOf(const Equation& equation);
 // The equations by the work that they make, the least first.
-std::vector<std::size_t> BySize(const Design& design);
+std::vector<std::size_t> BySize(const std::vector<Equation>& equations);
 // Of each equation.
-std::vector<double> EffortsFor(const Design& design);
+std::vector<double> EffortsFor(const std::vector<Equation>& equations);
 // For the complements, which come to light one by one.
-EffortShare ShareOfComplements(const Design& design);
+EffortShare ShareOfComplements(const std::vector<Equation>& equations);
 
 // Steps for the complements of a design: a count for each term of the sum, and a common reserve.
 class ComplementSteps {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "front/Remedies.h"
+
 namespace front {
 
 namespace {
@@ -49,25 +51,6 @@ fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cove
         }
     }
     return sum;
-}
-
-void Convert(const Design& design, Fitted& fitted) {
-    for (const Variable& variable : design.Variables) {
-        fitted.Signals.push_back(fitted.Input.Signals.size());
-        if (variable.Kind == VariableKind::Intermediate) continue;
-        fitted.Input.Signals.push_back({variable.Name, variable.Number, variable.ActiveLow,
-                                        variable.Kind != VariableKind::Pin, KindOf(variable.Register)});
-    }
-    for (const Equation& equation : design.Equations) {
-        fit::Function function;
-        function.Signal = fitted.Signals[static_cast<std::size_t>(equation.Variable)];
-        function.To = InputOf(equation.To);
-        function.True = SumOf(design, equation, equation.On, fitted.Signals);
-        if (equation.HasOff) function.False = SumOf(design, equation, equation.Off, fitted.Signals);
-        fitted.Input.Functions.push_back(std::move(function));
-    }
-    for (const Fuse& fuse : design.Fuses)
-        fitted.Input.Fuses.emplace_back(static_cast<std::size_t>(fuse.Number), fuse.Value != 0);
 }
 
 // The equation that a message names; else where its name is declared, else the design's first line.
@@ -119,6 +102,34 @@ void Note(Design& design, const Fitted& fitted) {
 
 }  // namespace
 
+fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
+    fit::Design result;
+    for (const Variable& variable : design.Variables) {
+        signals.push_back(result.Signals.size());
+        if (variable.Kind == VariableKind::Intermediate) continue;
+        result.Signals.push_back({variable.Name, variable.Number, variable.ActiveLow,
+                                  variable.Kind != VariableKind::Pin, KindOf(variable.Register)});
+    }
+    for (const Equation& equation : design.Equations) {
+        fit::Function function;
+        function.Signal = signals[static_cast<std::size_t>(equation.Variable)];
+        function.To = InputOf(equation.To);
+        function.True = SumOf(design, equation, equation.On, signals);
+        if (equation.HasOff) function.False = SumOf(design, equation, equation.Off, signals);
+        result.Functions.push_back(std::move(function));
+    }
+    for (const Fuse& fuse : design.Fuses)
+        result.Fuses.emplace_back(static_cast<std::size_t>(fuse.Number), fuse.Value != 0);
+    return result;
+}
+
+fit::Options ToFitter(const Options& options) {
+    fit::Options how;
+    if (options.Best) how.Choose = fit::Polarity::Best;
+    if (options.Demorgan) how.Choose = fit::Polarity::Complement;
+    return how;
+}
+
 std::optional<Fitted> FitInto(Design& design, std::string_view library, const Options& options,
                               Report& report) {
     const fit::Library devices = fit::ReadLibrary(library);
@@ -131,11 +142,9 @@ std::optional<Fitted> FitInto(Design& design, std::string_view library, const Op
     if (device->IsVirtual()) return std::nullopt;
     Fitted fitted;
     fitted.Device = *device;
-    Convert(design, fitted);
-    fit::Options how;
-    if (options.Best) how.Choose = fit::Polarity::Best;
-    if (options.Demorgan) how.Choose = fit::Polarity::Complement;
-    fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, how);
+    fitted.Input = ToFitter(design, fitted.Signals);
+    fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, ToFitter(options));
+    AddRemedies(design, options, fitted.Device, fitted.Result.Messages);
     Tell(design, fitted.Result.Messages, report);
     if (!fitted.Result.Ok()) return std::nullopt;
     Note(design, fitted);

@@ -19,6 +19,10 @@ struct Fitted {
     std::vector<std::size_t> Signals;  // index into Input.Signals of each variable of the design
 };
 
+// The design as the fitter takes it, with the signal of each variable.
+fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals);
+fit::Options ToFitter(const Options& options);
+
 // Fits the design and notes in it what came out: pins, terms available, the sums that were taken, power-up
 // states, and what the device adds to the equations. Faults are reported where the name that they are about
 // is declared. `library` is the text of a device library; the device is the design's.

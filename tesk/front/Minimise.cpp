@@ -108,7 +108,7 @@ void ReduceGroups(Design& design, std::vector<bool>& done) {
 class Complements {
   public:
     Complements(Design& design, const Options& options)
-        : design_(design), options_(options), share_(ShareOfComplements(design)) {}
+        : design_(design), options_(options), share_(ShareOfComplements(design.Equations)) {}
 
     void Add(Equation& equation, double effort) {
         auto off = steps_.Take(equation, LimitFor(equation, effort));
@@ -151,6 +151,13 @@ class Complements {
     Place first_;
 };
 
+void ReduceOn(Design& design, std::size_t place, double effort, Report& report) {
+    Equation& equation = design.Equations[place];
+    bool fellBack = false;
+    equation.On = Reduce(equation, equation.On, effort, fellBack);
+    if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
+}
+
 void AddComplements(Design& design, const Options& options, const std::vector<std::size_t>& order,
                     const std::vector<double>& efforts, Report& report) {
     if (!options.Best && !options.Demorgan && design.Device == "virtual") return;
@@ -164,20 +171,30 @@ void AddComplements(Design& design, const Options& options, const std::vector<st
 
 void Minimise(Design& design, const Options& options, Report& report) {
     if (options.Keep) report.Add(Code::XorExpanded, {});
+    if (design.Device != "virtual") design.Written = design.Equations;
     std::vector<bool> done(design.Equations.size());
     if (options.Share) ReduceGroups(design, done);
-    const std::vector<double> efforts = EffortsFor(design);
+    const std::vector<double> efforts = EffortsFor(design.Equations);
     const std::size_t step = 1 + design.Equations.size() / kShownEquations;
     for (std::size_t i = 0; i < design.Equations.size(); ++i) {
         if (report.Full()) return;
-        Equation& equation = design.Equations[i];
-        if ((i + 1) % step == 0) report.Info(design.EquationName(equation));
-        if (done[i]) continue;
-        bool fellBack = false;
-        equation.On = Reduce(equation, equation.On, efforts[i], fellBack);
-        if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
+        if ((i + 1) % step == 0) report.Info(design.EquationName(design.Equations[i]));
+        if (!done[i]) ReduceOn(design, i, efforts[i], report);
     }
-    AddComplements(design, options, BySize(design), efforts, report);
+    AddComplements(design, options, BySize(design.Equations), efforts, report);
+}
+
+void ReduceAgain(Design& design, const std::vector<std::size_t>& places, const Options& options) {
+    Listener silent;
+    Report report(silent);
+    const std::vector<double> efforts = EffortsFor(design.Written);
+    for (const std::size_t place : places) {
+        const int level = design.Equations[place].Level;
+        design.Equations[place] = design.Written[place];
+        design.Equations[place].Level = level;
+        ReduceOn(design, place, efforts[place], report);
+    }
+    AddComplements(design, options, places, efforts, report);
 }
 
 }  // namespace front

@@ -45,7 +45,8 @@ std::unique_ptr<Compiled> CompileWhole(const std::string& text, const std::strin
     result->Files.Texts["T.PLD"] = text;
     result->Run = std::make_unique<front::Run>(result->Files, result->Silent);
     result->Run->Base = "T";
-    result->Run->Device = "virtual";
+    result->Run->Device = "&";
+    result->Run->Library = "tesk.dl";
     result->Run->Options = front::Options::Parse(options);
     front::Run& run = *result->Run;
     (void)(ExpandStage(run) && AnalyseStage(run) && BuildStage(run) && MinimiseStage(run) && WriteStage(run));

@@ -30,7 +30,7 @@ struct Compiled {
 // `body` gets a whole header in front of it (on one line: the body begins in line 2).
 std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& options = "bm1",
                                   const std::map<std::string, std::string>& others = {});
-// A text as it is.
+// A text as it is. The device library is the file "tesk.dl".
 std::unique_ptr<Compiled> CompileWhole(const std::string& text, const std::string& options = "bm1",
                                        const std::map<std::string, std::string>& others = {});
 
