@@ -16,6 +16,19 @@ const QMimeData* Content() { return QGuiApplication::clipboard()->mimeData(); }
 
 }  // namespace
 
+QMimeData* MakeTextData(std::string_view text) {
+    auto* data = new QMimeData;
+    const auto size = static_cast<qsizetype>(text.size());
+    data->setText(QString::fromUtf8(text.data(), size));
+    if (!base::IsValidUtf8(text)) data->setData(BytesFormat, QByteArray(text.data(), size));
+    return data;
+}
+
+std::string TextOf(const QMimeData& data) {
+    if (data.hasFormat(BytesFormat)) return data.data(BytesFormat).toStdString();
+    return data.text().toStdString();
+}
+
 HostClipboard::HostClipboard() {
     On(QGuiApplication::clipboard(), &QClipboard::dataChanged, &listener_, [this] {
         if (OnChange) OnChange();
@@ -26,15 +39,11 @@ bool HostClipboard::HasText() const { return Content() != nullptr && Content()->
 
 std::string HostClipboard::Text() const {
     if (!HasText()) return "";
-    if (Content()->hasFormat(BytesFormat)) return Content()->data(BytesFormat).toStdString();
-    return Content()->text().toStdString();
+    return TextOf(*Content());
 }
 
 void HostClipboard::SetText(const std::string& text) {
-    auto* content = new QMimeData;  // the clipboard takes it
-    content->setText(QString::fromStdString(text));
-    if (!base::IsValidUtf8(text)) content->setData(BytesFormat, QByteArray::fromStdString(text));
-    QGuiApplication::clipboard()->setMimeData(content);
+    QGuiApplication::clipboard()->setMimeData(MakeTextData(text));  // which it takes
 }
 
 }  // namespace platform::qt

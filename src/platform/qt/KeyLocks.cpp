@@ -7,28 +7,26 @@
 namespace platform::qt {
 namespace {
 
-// int XkbGetIndicatorState(Display*, unsigned deviceSpec, unsigned* state): of the X library that the
-// toolkit has loaded; no header and no link of our own.
-using GetIndicatorState = int (*)(void* display, unsigned device, unsigned* state);
+constexpr unsigned coreKeyboard = 0x100;
 
+// Of the X library that the toolkit has loaded; no header and no link of our own.
 GetIndicatorState FindGetIndicatorState() {
     void* library = dlopen("libX11.so.6", RTLD_LAZY);
-    return library == nullptr
-               ? nullptr
-               : reinterpret_cast<GetIndicatorState>(dlsym(library, "XkbGetIndicatorState"));
+    return library == nullptr ? nullptr
+                              : reinterpret_cast<GetIndicatorState>(dlsym(library, "XkbGetIndicatorState"));
 }
 
 }  // namespace
 
 KeyLockState KeyLocks() {
-    constexpr unsigned coreKeyboard = 0x100;
     static const GetIndicatorState getState = FindGetIndicatorState();
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return ReadKeyLocks(getState, x11 == nullptr ? nullptr : x11->display());
+}
+
+KeyLockState ReadKeyLocks(GetIndicatorState getState, void* display) {
     unsigned lights = 0;
-    if (getState == nullptr || x11 == nullptr || x11->display() == nullptr ||
-        getState(x11->display(), coreKeyboard, &lights) != 0) {
-        return {};
-    }
+    if (getState == nullptr || display == nullptr || getState(display, coreKeyboard, &lights) != 0) return {};
     return {.Caps = (lights & 1) != 0, .Num = (lights & 2) != 0, .Scroll = (lights & 4) != 0};
 }
 

@@ -1,4 +1,3 @@
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QInputMethodEvent>
@@ -7,8 +6,8 @@
 #include <QMouseEvent>
 #include <algorithm>
 
-#include "base/Text.h"
 #include "platform/qt/Guard.h"
+#include "platform/qt/HostClipboard.h"
 #include "platform/qt/TextBox.h"
 #include "platform/qt/TextBoxKeys.h"
 
@@ -17,7 +16,6 @@ namespace {
 
 constexpr int processKey = 229;             // virtual key code of what an input method has handled
 constexpr std::int32_t surroundings = 512;  // bytes on each side of the caret that an input method may see
-constexpr char mimeBytes[] = "application/x-korvane-bytes";
 
 }  // namespace
 
@@ -146,17 +144,11 @@ void TextBox::dropEvent(QDropEvent* event) {
 
 QByteArray TextBox::fromMimeData(const QMimeData* source, bool& rectangular) const {
     rectangular = false;
-    if (source->hasFormat(mimeBytes)) return source->data(mimeBytes);
-    return source->text().toUtf8();
+    return QByteArray::fromStdString(TextOf(*source));
 }
 
-// Bytes that are no text on the clipboard go along under a name of their own.
 QMimeData* TextBox::toMimeData(const QByteArray& text, bool) const {
-    auto* mime = new QMimeData;
-    mime->setText(QString::fromUtf8(text));
-    if (!base::IsValidUtf8({text.constData(), static_cast<std::size_t>(text.size())}))
-        mime->setData(mimeBytes, text);
-    return mime;
+    return MakeTextData({text.constData(), static_cast<std::size_t>(text.size())});
 }
 
 }  // namespace platform::qt

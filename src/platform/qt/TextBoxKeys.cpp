@@ -186,6 +186,8 @@ std::optional<int> EditCommand(const QKeyEvent& event) {
     const int bits = ModifierBits(event);
     for (const EditKey& entry : editKeys)
         if (entry.Key == event.key() && entry.Modifiers == bits) return entry.Command;
+    // The line feed key, for which the toolkit has no name.
+    if (bits == none && event.text() == QLatin1String("\n")) return Q::SCI_NEWLINE;
     return std::nullopt;
 }
 

@@ -43,20 +43,19 @@ StyleTable::Number StyleTable::NumberOf(const CharStyle& style) {
         if (holds_ > 0) held_.set(i);
         return static_cast<Number>(i);
     }
-    int number = FreeNumber();
-    if (number < 0) {
+    auto number = FreeNumber();
+    if (!number) {
         taken_ = (taken_ & inUse_()) | held_;
         number = FreeNumber();
     }
-    if (number < 0) return Likest(style);
-    const auto index = static_cast<std::size_t>(number);
-    taken_.set(index);
-    if (holds_ > 0) held_.set(index);
-    if (styles_[index] != style) {
-        styles_[index] = style;
-        define_(static_cast<Number>(number), style);
+    if (!number) return Likest(style);
+    taken_.set(*number);
+    if (holds_ > 0) held_.set(*number);
+    if (styles_[*number] != style) {
+        styles_[*number] = style;
+        define_(static_cast<Number>(*number), style);
     }
-    return static_cast<Number>(number);
+    return static_cast<Number>(*number);
 }
 
 void StyleTable::KeepOnly(const NumberSet& used, const CharStyle& plain) {
@@ -68,17 +67,17 @@ void StyleTable::KeepOnly(const NumberSet& used, const CharStyle& plain) {
     }
 }
 
-int StyleTable::FreeNumber() const {
+std::optional<std::size_t> StyleTable::FreeNumber() const {
     for (std::size_t i = 0; i < styles_.size(); ++i)
-        if (!taken_.test(i) && !IsOwn(i)) return static_cast<int>(i);
-    return -1;
+        if (!taken_.test(i) && !IsOwn(i)) return i;
+    return std::nullopt;
 }
 
 StyleTable::Number StyleTable::Likest(const CharStyle& style) const {
     std::size_t best = 0;
     int least = INT32_MAX;
     for (std::size_t i = 0; i < styles_.size(); ++i) {
-        if (!taken_.test(i) || IsOwn(i)) continue;
+        if (IsOwn(i)) continue;
         const int distance = Distance(styles_[i], style);
         if (distance >= least) continue;
         least = distance;

@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/RichTextBox.h"
@@ -47,7 +48,8 @@ class StyleTable {
     }
 
   private:
-    int FreeNumber() const;  // -1 without one
+    std::optional<std::size_t> FreeNumber() const;
+    // With every number taken.
     Number Likest(const CharStyle& style) const;
 
     Define define_;

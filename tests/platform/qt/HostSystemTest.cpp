@@ -10,6 +10,7 @@
 #include <future>
 
 #include "platform/qt/HostFileSystem.h"
+#include "platform/qt/KeyLocks.h"
 #include "support/Doubles.h"
 
 namespace platform::qt {
@@ -74,6 +75,27 @@ TEST(HostSystemTest, TheHourglassDoesNotNest) {
     system.SetHourglass(false);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     system.SetHourglass(false);
+}
+
+TEST(KeyLocksTest, AreTheKeyboardsLights) {
+    static unsigned lights, asked;
+    static int result;
+    const GetIndicatorState get = [](void*, unsigned device, unsigned* state) {
+        asked = device;
+        *state = lights;
+        return result;
+    };
+    int display = 0;
+    for (lights = 0; lights < 16; ++lights) {
+        const KeyLockState state = ReadKeyLocks(get, &display);
+        EXPECT_EQ(state.Caps | state.Num << 1 | state.Scroll << 2, lights & 7U);
+    }
+    EXPECT_EQ(asked, 0x100u) << "the core keyboard";
+    EXPECT_FALSE(ReadKeyLocks(nullptr, &display).Caps);
+    EXPECT_FALSE(ReadKeyLocks(get, nullptr).Caps);
+    lights = 7;
+    result = 1;
+    EXPECT_FALSE(ReadKeyLocks(get, &display).Caps);
 }
 
 }  // namespace
