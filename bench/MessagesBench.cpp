@@ -17,7 +17,7 @@ namespace {
 void Flood(benchmark::State& state, const char* order) {
     platform::qt::HostFileSystem files;
     doubles::Desktop parts{files};
-    platform::qt::ToolHost libraries(platform::PathMap(), TOOLHOST);
+    platform::qt::ToolHost libraries(parts.Time, platform::PathMap(), TOOLHOST);
     platform::Host host{files,     parts.Settings, parts.Boxes, parts.Clip,  parts.Programs,
                         libraries, parts.Desk,     parts.Time,  parts.Screen};
     session::Session shared;

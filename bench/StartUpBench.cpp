@@ -64,10 +64,10 @@ int main(int argc, char** argv) {
         qt::HostRegistry settings;
         qt::HostDialogs boxes(files);
         qt::HostClipboard clip;
-        qt::HostProcesses programs(files);
-        qt::ToolHost libraries;
-        qt::HostSystem desktop(files, (installation / "Korvane/Korvane").string());
         qt::HostClock time;
+        qt::HostProcesses programs(files, time);
+        qt::ToolHost libraries(time);
+        qt::HostSystem desktop(files, (installation / "Korvane/Korvane").string());
         qt::HostWindows screen;
         platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};
         session::Session state;

@@ -16,7 +16,9 @@ class Processes {
 
     // Starts in a normal window and does not wait. Errors: 53 no such program, 75 not allowed, 5 empty line.
     virtual Id Start(const std::string& commandLine) = 0;
-    // Waits for the end; the windows paint meanwhile and take no input. An unknown id returns at once.
+    // Waits for the end; the windows paint meanwhile, what the user does is thrown away. An unknown id
+    // returns at once. Throws base::RunTimeError 51 if the program went on and on and the user has stopped
+    // it.
     virtual void Wait(Id process) = 0;
     virtual bool IsRunning(Id process) const = 0;
 };

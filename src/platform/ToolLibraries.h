@@ -58,7 +58,7 @@ class ToolLibraries {
     // Calls `entry` of a loaded library with the address of the record and returns its result. The library
     // may write into the record. While it runs the windows paint and take no input. Throws
     // base::RunTimeError: 453 if the library has no such entry; 51 if it ended unexpectedly, with a
-    // description that says how (such as "signal 11" or "exit code 3").
+    // description that says how (such as "signal 11", "exit code 3", or that the user has stopped it).
     virtual std::int32_t Call(Module module, const std::string& entry, std::span<std::uint8_t> record) = 0;
 };
 

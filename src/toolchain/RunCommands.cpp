@@ -89,9 +89,12 @@ std::int16_t RunAndWait(platform::Host& host, const std::string& commandLine) {
         host.Programs.Wait(host.Programs.Start(commandLine));
         return 0;
     } catch (const base::RunTimeError& error) {
-        host.Boxes.Say(error.Number() == base::errFileNotFound
-                           ? "Unable to execute  " + commandLine
-                           : "Error " + std::to_string(error.Number()) + " Occured");
+        std::string text = "Error " + std::to_string(error.Number()) + " Occured";
+        if (error.Number() == base::errFileNotFound) text = "Unable to execute  " + commandLine;
+        if (error.Number() == platform::errToolEnded) {
+            text = "The tool " + commandLine + " ended unexpectedly: " + error.Description() + ".";
+        }
+        host.Boxes.Say(text);
         return static_cast<std::int16_t>(error.Number());
     }
 }

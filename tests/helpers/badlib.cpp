@@ -1,9 +1,11 @@
 // A tool library that does what the option text of its run record orders, good or bad.
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -20,7 +22,8 @@ struct Run {
     char* Record;
     std::uint32_t Status;
     std::uint32_t Messages;
-    long Number;  // behind the order's word
+    std::string Argument;  // behind the order's word
+    long Number;
 
     void Add(const char* line) const {
         SendMessageA(Messages, 384, 0, reinterpret_cast<std::intptr_t>(line));
@@ -56,6 +59,47 @@ void Fork(const Run&) {
     std::_Exit(4);
 }
 
+[[noreturn]] void Hang() {
+    for (;;) ::pause();
+}
+
+// With a process of its own that is as deaf; tells its number.
+[[noreturn]] void HangOn(const Run& run) {
+    std::signal(SIGTERM, SIG_IGN);
+    const pid_t child = ::fork();
+    if (child != 0) run.Tell(101, std::to_string(child).c_str());
+    Hang();
+}
+
+void Await(const Run& run) {
+    const auto isThere = [&] { return ::access(run.Argument.c_str(), F_OK) == 0; };
+    while (!isThere()) ::usleep(1000);
+    run.Tell(101, "there");
+    while (isThere()) ::usleep(1000);
+}
+
+constexpr std::size_t bite = 1 << 20;
+void* volatile eaten;
+
+[[noreturn]] void EatWithNew() {
+    for (;;) eaten = new char[bite];
+}
+
+[[noreturn]] void EatWithMalloc() {
+    for (;;) {
+        eaten = std::malloc(bite);
+        std::memset(eaten, 1, bite);
+    }
+}
+
+void EatAndReport(const Run& run) {
+    try {
+        EatWithNew();
+    } catch (const std::bad_alloc&) {
+        run.Add("too large");
+    }
+}
+
 void Obey(const std::string& order, const Run& run) {
     if (order == "report") Report(run);
     if (order == "flood") Flood(run);
@@ -64,6 +108,17 @@ void Obey(const std::string& order, const Run& run) {
     if (order == "fork") Fork(run);
     if (order == "tell")
         for (long i = 0; i < run.Number; ++i) run.Tell(101, std::to_string(i).c_str());
+    if (order == "hang") {
+        for (long i = 0; i < run.Number; ++i) run.Tell(101, "before");
+        Hang();
+    }
+    if (order == "deaf") HangOn(run);
+    if (order == "await") Await(run);
+    if (order == "chatter")
+        for (;;) run.Tell(101, "on and on");
+    if (order == "new") EatWithNew();
+    if (order == "malloc") EatWithMalloc();
+    if (order == "catch") EatAndReport(run);
     if (order == "slow") ::usleep(static_cast<useconds_t>(run.Number) * 1000);
     if (order == "bytes") run.Add("[0012ta] \xFF\x80 \xC3");
     if (order == "huge") run.Add(std::string(1'000'000, 'x').c_str());
@@ -82,12 +137,13 @@ void Obey(const std::string& order, const Run& run) {
 }  // namespace
 
 extern "C" std::int32_t TeskkVB(void* address) {
-    Run run{.Record = static_cast<char*>(address), .Status = 0, .Messages = 0, .Number = 0};
+    Run run{.Record = static_cast<char*>(address), .Status = 0, .Messages = 0, .Argument = {}, .Number = 0};
     std::memcpy(&run.Status, run.Record, 4);
     std::memcpy(&run.Messages, run.Record + 4, 4);
     const std::string options = run.Record + optionsOffset;
     const auto blank = options.find(' ');
-    if (blank != options.npos) run.Number = std::atol(options.c_str() + blank);
+    if (blank != options.npos) run.Argument = options.substr(blank + 1);
+    run.Number = std::atol(run.Argument.c_str());
     Obey(options.substr(0, blank), run);
     return -5;
 }

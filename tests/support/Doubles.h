@@ -94,9 +94,12 @@ class Processes : public platform::Processes {
     std::vector<std::string> Started;
     int FailWith = 0;  // error number that Start raises, 0 for none
     std::function<void(const std::string&)> OnStart;
+    std::function<void()> OnWait;
 
     Id Start(const std::string& commandLine) override;
-    void Wait(Id) override {}
+    void Wait(Id) override {
+        if (OnWait) OnWait();
+    }
     bool IsRunning(Id) const override { return false; }
 };
 

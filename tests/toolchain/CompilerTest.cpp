@@ -366,6 +366,9 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
               (std::vector<std::string>{"C:\\K\\Korvane\\Utility\\VHDLTesk C:\\WORK C:\\K\\SHARED\\TESK.DL "
                                         "G16V8 C:\\WORK\\COUNT8.VHD-a",
                                         compile}));
+    Host.Programs.OnWait = [] { throw base::RunTimeError(platform::errToolEnded, "it was stopped"); };
+    EXPECT_EQ(RunAndWait(Host.Host, "x"), platform::errToolEnded);
+    EXPECT_EQ(Boxes().back().Text, "The tool x ended unexpectedly: it was stopped.");
     Host.Programs.FailWith = 53;
     Driver.RunVhdlCompile();
     EXPECT_EQ(Boxes().back().Text, "Unable to execute  " + compile);

@@ -1,11 +1,11 @@
 #include "platform/qt/HostProcesses.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QEventLoop>
 #include <QStandardPaths>
 #include <cerrno>
 #include <csignal>
@@ -15,7 +15,10 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "platform/PathMap.h"
+#include "platform/ToolLibraries.h"
 #include "platform/qt/Guard.h"
+#include "platform/qt/ProcessGroup.h"
+#include "platform/qt/ToolWatch.h"
 
 namespace platform::qt {
 namespace {
@@ -115,7 +118,7 @@ CommandLine ReadCommandLine(std::string_view line, const FileSystem& files) {
     return result;
 }
 
-HostProcesses::HostProcesses(const FileSystem& files) : files_(files) {
+HostProcesses::HostProcesses(const FileSystem& files, const Clock& clock) : files_(files), clock_(clock) {
     struct sigaction action {};
     // Inherited from some launchers; it would take the children's ends from us.
     if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
@@ -141,13 +144,20 @@ Processes::Id HostProcesses::Start(const std::string& commandLine) {
 
 void HostProcesses::Wait(Id process) {
     if (!IsRunning(process)) return;
-    QEventLoop loop;
-    QTimer poll;
-    On(&poll, &QTimer::timeout, &loop, [&] {
-        if (!IsRunning(process)) loop.quit();
-    });
-    poll.start(WaitInterval);
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    ToolWatch watch(clock_);
+    while (IsRunning(process)) {
+        ::poll(nullptr, 0, WaitInterval);
+        if (watch.GoOn()) continue;
+        Stop(process);
+        throw base::RunTimeError(errToolEnded, "it was stopped");
+    }
+}
+
+// It leads the group of all that it has started, and of its session.
+void HostProcesses::Stop(Id process) {
+    EndProcessGroup(static_cast<pid_t>(process));
+    EndsSoon(static_cast<pid_t>(process));
+    IsRunning(process);
 }
 
 bool HostProcesses::IsRunning(Id process) const {

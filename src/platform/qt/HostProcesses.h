@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/Processes.h"
 
@@ -23,10 +24,11 @@ struct CommandLine {
 // drive are mapped. Errors: 5 nothing there or more than 32,767 bytes, 53 no such program.
 CommandLine ReadCommandLine(std::string_view line, const FileSystem& files);
 
-// Ids are those of the host. Started programs live on when this program ends.
+// Ids are those of the host. Started programs live on when this program ends. One that is waited for and goes
+// on and on is asked about (ToolWatch).
 class HostProcesses : public Processes {
   public:
-    explicit HostProcesses(const FileSystem& files);
+    HostProcesses(const FileSystem& files, const Clock& clock);
 
     Id Start(const std::string& commandLine) override;
     void Wait(Id process) override;
@@ -34,8 +36,10 @@ class HostProcesses : public Processes {
 
   private:
     void Reap();
+    void Stop(Id process);
 
     const FileSystem& files_;
+    const Clock& clock_;
     mutable std::set<Id> running_;  // not yet seen to have ended
     QTimer reaper_;
 };

@@ -1,10 +1,13 @@
 #include "platform/qt/ToolHost.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <algorithm>
+#include <chrono>
 
 #include "base/RunTimeError.h"
-#include "platform/qt/ToolHostShield.h"
+#include "platform/qt/ToolWatch.h"
 
 namespace platform::qt {
 namespace {
@@ -15,10 +18,9 @@ using toolhost::Frame;
 using toolhost::FrameKind;
 using toolhost::Pack;
 
-constexpr std::chrono::milliseconds paintInterval{30};
-constexpr std::chrono::milliseconds noLimit{0};
-constexpr std::chrono::milliseconds loadLimit{60'000};
-constexpr std::chrono::milliseconds freeLimit{10'000};
+constexpr Clock::Milliseconds paintInterval{30};
+constexpr Clock::Milliseconds noLimit{0};
+constexpr Clock::Milliseconds freeLimit{10'000};
 
 // For the length of a request: no other may be made meanwhile, such as by a timer.
 class BusyScope {
@@ -39,13 +41,18 @@ std::string WithExtension(const std::string& path) {
 
 }  // namespace
 
-ToolHost::ToolHost(PathMap paths, std::string program)
-    : paths_(std::move(paths)), program_(std::move(program)) {}
+ToolHost::ToolHost(const Clock& clock, PathMap paths, std::string program, std::uint64_t memory)
+    : clock_(clock), paths_(std::move(paths)), program_(std::move(program)), memory_(memory) {}
 
 ToolHost::~ToolHost() = default;
 
 std::string ToolHost::ProgramBeside() {
     return QCoreApplication::applicationDirPath().toStdString() + "/toolhost";
+}
+
+std::uint64_t ToolHost::HalfOfTheMachine() {
+    return static_cast<std::uint64_t>(::sysconf(_SC_PHYS_PAGES)) *
+           static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE)) / 2;
 }
 
 WindowHandle ToolHost::Register(MessageHandler handler) {
@@ -59,10 +66,10 @@ ToolLibraries::Module ToolHost::Load(const std::string& path) {
     if (busy_) return 0;
     const BusyScope busy(busy_);
     try {
-        if (!child_) child_ = std::make_unique<ToolHostChild>(program_);
+        if (!child_) child_ = std::make_unique<ToolHostChild>(program_, memory_);
         const Module module = ++nextModule_;
         const Frame answer =
-            Ask(FrameKind::Load, {Pack({module}), paths_.ToHost(WithExtension(path))}, loadLimit);
+            Ask(FrameKind::Load, {Pack({module}), paths_.ToHost(WithExtension(path))}, noLimit);
         if (toolhost::Unpacker(answer.Payload).Number() != 0) {
             loaded_.insert(module);
             return module;
@@ -111,17 +118,15 @@ std::int32_t ToolHost::Call(Module module, const std::string& entry, std::span<s
 }
 
 Frame ToolHost::Ask(FrameKind kind, std::initializer_list<std::string_view> parts, Milliseconds limit) {
+    ToolWatch watch(clock_);
     child_->Send(kind, parts);  // a line that is broken shows when the answer is waited for
-    Frame answer = Await(limit);
-    ToolHostShield::PaintWindows();  // throws away what was typed up to now
-    return answer;
+    return Await(watch, limit);
 }
 
 // The answer to what was asked. Messages that come before it are delivered, and the windows are painted
 // about every paintInterval, be there messages or none.
-Frame ToolHost::Await(Milliseconds limit) {
+Frame ToolHost::Await(ToolWatch& watch, Milliseconds limit) {
     auto lastPaint = steady_clock::now();
-    auto lastFrame = lastPaint;
     Frame frame;
     for (;;) {
         const auto state = child_->Receive(frame, static_cast<int>(paintInterval.count()));
@@ -129,14 +134,12 @@ Frame ToolHost::Await(Milliseconds limit) {
         if (state == Channel::State::Ready) {
             if (frame.Kind != FrameKind::Message) return frame;
             Deliver(frame);
+            watch.Heard();
         }
-        const auto now = steady_clock::now();
-        if (state == Channel::State::Ready) lastFrame = now;
-        if (limit != noLimit && now - lastFrame > limit) Fail("no answer");
-        if (now - lastPaint >= paintInterval) {
-            ToolHostShield::PaintWindows();
-            lastPaint = steady_clock::now();
-        }
+        if (limit != noLimit && watch.Silence() >= limit) Fail("no answer");
+        if (steady_clock::now() - lastPaint < paintInterval) continue;
+        if (!watch.GoOn()) Fail("it was stopped");
+        lastPaint = steady_clock::now();
     }
 }
 
@@ -161,6 +164,7 @@ void ToolHost::Deliver(const Frame& frame) {
 }
 
 void ToolHost::Fail(const std::string& how) {
+    child_->Stop();
     EndChild();
     throw base::RunTimeError(errToolEnded, how);
 }

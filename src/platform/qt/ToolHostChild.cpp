@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,29 +13,45 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/qt/ProcessGroup.h"
+
 namespace platform::qt {
 namespace {
 
 using toolhost::Channel;
 
+// Clear of the numbers that the ends get in the host.
+int Lifted(int descriptor) {
+    const int lifted = ::fcntl(descriptor, F_DUPFD_CLOEXEC, toolhost::NotesDescriptor + 1);
+    ::close(descriptor);
+    return lifted;
+}
+
 // Our end and the host's.
 std::pair<int, int> MakeLine() {
     int ends[2] = {-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return {-1, -1};
-    return {ends[0], ends[1]};
+    return {Lifted(ends[0]), Lifted(ends[1])};
+}
+
+std::pair<int, int> MakeNotes() {
+    int ends[2] = {-1, -1};
+    if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return {-1, -1};
+    return {Lifted(ends[0]), Lifted(ends[1])};
 }
 
 // Standard streams to nowhere: what a library prints is for no one. Descriptors of ours stay here.
-void SetDescriptors(posix_spawn_file_actions_t& actions, int hostEnd) {
+void SetDescriptors(posix_spawn_file_actions_t& actions, int lineEnd, int notesEnd) {
     ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, hostEnd, toolhost::SocketDescriptor);
+    ::posix_spawn_file_actions_adddup2(&actions, lineEnd, toolhost::SocketDescriptor);
+    ::posix_spawn_file_actions_adddup2(&actions, notesEnd, toolhost::NotesDescriptor);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         ::posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
     }
-    ::posix_spawn_file_actions_addclosefrom_np(&actions, toolhost::SocketDescriptor + 1);
+    ::posix_spawn_file_actions_addclosefrom_np(&actions, toolhost::NotesDescriptor + 1);
 }
 
-void SetSignals(posix_spawnattr_t& attributes) {
+void SetAttributes(posix_spawnattr_t& attributes) {
     sigset_t all;
     sigset_t none;
     ::sigfillset(&all);
@@ -42,17 +59,19 @@ void SetSignals(posix_spawnattr_t& attributes) {
     ::posix_spawnattr_init(&attributes);
     ::posix_spawnattr_setsigdefault(&attributes, &all);
     ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    ::posix_spawnattr_setpgroup(&attributes, 0);
+    ::posix_spawnattr_setflags(&attributes,
+                               POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
 }
 
-pid_t Spawn(const std::string& program, int hostEnd) {
+pid_t Spawn(const std::string& program, std::uint64_t memory, int lineEnd, int notesEnd) {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
-    SetDescriptors(actions, hostEnd);
-    SetSignals(attributes);
+    SetDescriptors(actions, lineEnd, notesEnd);
+    SetAttributes(attributes);
     std::string name = program;
-    std::string parent = std::to_string(::getpid());
-    std::array<char*, 3> arguments = {name.data(), parent.data(), nullptr};
+    std::string limit = std::to_string(memory);
+    std::array<char*, 3> arguments = {name.data(), limit.data(), nullptr};
     pid_t process = -1;
     const int error =
         ::posix_spawn(&process, program.c_str(), &actions, &attributes, arguments.data(), environ);
@@ -61,7 +80,7 @@ pid_t Spawn(const std::string& program, int hostEnd) {
     return error == 0 ? process : -1;
 }
 
-std::string DescribeEnd(int status) {
+std::string DescribeStatus(int status) {
     if (WIFEXITED(status)) return "exit code " + std::to_string(WEXITSTATUS(status));
     const int number = WTERMSIG(status);
     const char* name = ::sigdescr_np(number);
@@ -70,16 +89,24 @@ std::string DescribeEnd(int status) {
 
 }  // namespace
 
-ToolHostChild::ToolHostChild(const std::string& program) : channel_(-1) {
-    const auto [ours, theirs] = MakeLine();
-    line_ = ours;
-    channel_ = Channel(ours);
-    if (ours < 0) return;
-    process_ = Spawn(program, theirs);
-    ::close(theirs);
+ToolHostChild::ToolHostChild(const std::string& program, std::uint64_t memory)
+    : memory_(memory), channel_(-1) {
+    const auto [line, lineEnd] = MakeLine();
+    const auto [notes, notesEnd] = MakeNotes();
+    const base::Descriptor hostLine(lineEnd);
+    const base::Descriptor hostNotes(notesEnd);
+    line_.Reset(line);
+    notes_.Reset(notes);
+    channel_ = Channel(line);
+    if (lineEnd >= 0 && notesEnd >= 0) process_ = Spawn(program, memory, lineEnd, notesEnd);
 }
 
-ToolHostChild::~ToolHostChild() { End(); }
+ToolHostChild::~ToolHostChild() {
+    line_.Close();
+    if (process_ <= 0 || ending_) return;
+    if (!EndsSoon(process_)) ::kill(process_, SIGKILL);
+    Reap();
+}
 
 bool ToolHostChild::Send(toolhost::FrameKind kind, std::initializer_list<std::string_view> parts) {
     // A host that waits for an answer takes it: one that does not is broken, and must not hold us up.
@@ -89,35 +116,48 @@ bool ToolHostChild::Send(toolhost::FrameKind kind, std::initializer_list<std::st
 Channel::State ToolHostChild::Receive(toolhost::Frame& frame, int milliseconds) {
     auto state = channel_.ReceiveSoon(frame);
     if (state != Channel::State::Nothing) return state;
-    pollfd wait{.fd = line_, .events = POLLIN, .revents = 0};
+    pollfd wait{.fd = line_.Get(), .events = POLLIN, .revents = 0};
     const bool ready = ::poll(&wait, 1, milliseconds) > 0;
     // A process that a library has started may hold the line open when the host is gone.
-    const bool ended = !ready && HasEnded();
+    const bool ended = !ready && (process_ <= 0 || HasEnded(process_));
     state = channel_.Receive(frame, false);
     return state == Channel::State::Nothing && ended ? Channel::State::Closed : state;
 }
 
-bool ToolHostChild::HasEnded() {
-    if (process_ <= 0 || status_) return true;
+void ToolHostChild::Reap() {
+    // A process that the kernel holds can't even be killed; that of a crashed disk is not waited for.
+    if (!EndsSoon(process_)) return;
     int status = 0;
-    const pid_t ended = ::waitpid(process_, &status, WNOHANG);
-    if (ended == process_) status_ = status;
-    return status_.has_value() || ended < 0;
+    rusage usage{};
+    if (::wait4(process_, &status, WNOHANG, &usage) != process_) return;
+    ending_ = Ending{status, static_cast<std::uint64_t>(usage.ru_maxrss) * 1024};
+}
+
+void ToolHostChild::Stop() {
+    if (process_ <= 0 || ending_) return;
+    EndProcessGroup(process_);
+    Reap();
 }
 
 std::string ToolHostChild::End() {
-    constexpr int patience = 50;  // times 10 ms for an orderly end
-    if (line_ >= 0) ::close(line_);
-    line_ = -1;
-    channel_ = Channel(-1);
-    for (int i = 0; i < patience && !HasEnded(); ++i) ::usleep(10'000);
-    if (process_ > 0 && !status_) {
-        int status = 0;
-        ::kill(process_, SIGKILL);
-        if (::waitpid(process_, &status, 0) == process_) status_ = status;
-    }
     if (process_ <= 0) return "it could not be started";
-    return status_ ? DescribeEnd(*status_) : "for a reason that the system does not tell";
+    EndsSoon(process_);
+    Stop();
+    return DescribeEnd();
+}
+
+std::string ToolHostChild::DescribeEnd() const {
+    if (!ending_) return "for a reason that the system does not tell";
+    if (!WasRefusedMemory()) return DescribeStatus(ending_->Status);
+    constexpr std::uint64_t megabyte = 1 << 20;
+    return "out of memory (it may take " + std::to_string(memory_ / megabyte) + " MB), " +
+           DescribeStatus(ending_->Status);
+}
+
+// The host notes what C++ libraries are refused; of others it shows by what they had.
+bool ToolHostChild::WasRefusedMemory() const {
+    char note = 0;
+    return ::read(notes_.Get(), &note, 1) == 1 || ending_->InMemory > memory_ / 4 * 3;
 }
 
 }  // namespace platform::qt

@@ -1,8 +1,8 @@
 #include "platform/qt/ToolHostShield.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
-#include <QGuiApplication>
+#include <QMainWindow>
 #include <algorithm>
 #include <array>
 
@@ -37,21 +37,27 @@ constexpr std::array inputEvents = {
     QEvent::NonClientAreaMouseButtonDblClick,
 };
 
+// The event comes to the window of the host system or, by a command, to the widget.
+bool IsMainWindow(const QObject* receiver) {
+    const auto isIt = [&](QWidget* widget) {
+        return qobject_cast<QMainWindow*>(widget) != nullptr &&
+               (widget == receiver || widget->windowHandle() == receiver);
+    };
+    const auto windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), isIt);
+}
+
 }  // namespace
 
 ToolHostShield::ToolHostShield() : modalBefore_(QGuiApplication::modalWindow()) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-void ToolHostShield::PaintWindows() {
-    if (QCoreApplication::instance() == nullptr) return;
-    const ToolHostShield shield;
-    QCoreApplication::processEvents();
-}
-
-bool ToolHostShield::eventFilter(QObject*, QEvent* event) {
+bool ToolHostShield::eventFilter(QObject* receiver, QEvent* event) {
     if (std::find(inputEvents.begin(), inputEvents.end(), event->type()) == inputEvents.end()) return false;
-    if (QGuiApplication::modalWindow() != modalBefore_) return false;
+    const bool isCloseTry = event->type() == QEvent::Close && IsMainWindow(receiver);
+    if (!isCloseTry && QGuiApplication::modalWindow() != modalBefore_) return false;
+    closeTry_ = closeTry_ || isCloseTry;
     event->ignore();
     return true;
 }

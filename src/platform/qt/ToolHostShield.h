@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QWindow>
+#include <utility>
 
 namespace platform::qt {
 
@@ -14,14 +15,15 @@ class ToolHostShield : public QObject {
   public:
     ToolHostShield();
 
-    // Paints the windows and lets timers run, behind a shield.
-    static void PaintWindows();
+    // True if the user has tried to close the main window since this was asked last.
+    bool TakeCloseTry() { return std::exchange(closeTry_, false); }
 
   protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
   private:
     QPointer<QWindow> modalBefore_;
+    bool closeTry_ = false;
 };
 
 }  // namespace platform::qt

@@ -1,7 +1,12 @@
 #include "platform/toolhost/Library.h"
 
 #include <dlfcn.h>
+#include <poll.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <thread>
 
 #include "platform/toolhost/GuardedRecord.h"
 
@@ -10,6 +15,25 @@ namespace platform::toolhost {
 void Library::Serve() {
     Frame frame;
     while (channel_.Receive(frame, true) == Channel::State::Ready) Obey(frame);
+}
+
+void Library::Leave() {
+    if (busy_) ::kill(-::getpid(), SIGKILL);
+    ::_exit(0);  // no destructors of libraries: nobody is there to hear them
+}
+
+void Library::LeaveWithTheProgram() {
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before);  // signals are for the libraries
+    std::thread([this] {
+        pollfd line{.fd = descriptor_, .events = POLLRDHUP, .revents = 0};
+        while (::poll(&line, 1, -1) < 0 && errno == EINTR) {
+        }
+        Leave();
+    }).detach();
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 void Library::Obey(const Frame& frame) {
@@ -86,7 +110,7 @@ void Library::Relay(std::uint32_t window, std::uint32_t number, std::string_view
                         static_cast<std::uint32_t>(second.size())};
     Frame answer;
     if (!channel_.Send(FrameKind::Message, {Pack(sizes), first, second}) || !Hear(answer)) {
-        ::_exit(0);  // the program is gone
+        Leave();
     }
 }
 

@@ -12,8 +12,9 @@
 // the host answers; between the two it may send messages, each of which waits for its acknowledgement.
 namespace platform::toolhost {
 
-inline constexpr int SocketDescriptor = 3;               // of the host's end of the line
-inline constexpr std::size_t MaxPayload = 1u << 20;      // bytes; a longer frame is a broken line
+inline constexpr int SocketDescriptor = 3;           // of the host's end of the line
+inline constexpr int NotesDescriptor = 4;            // of a pipe: a byte there says that memory was refused
+inline constexpr std::size_t MaxPayload = 1u << 20;  // bytes; a longer frame is a broken line
 inline constexpr std::size_t MaxRecordSize = 512 << 10;  // bytes of a record that Call takes
 
 enum class FrameKind : std::uint32_t {

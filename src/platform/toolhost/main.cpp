@@ -1,12 +1,9 @@
 // Runs the closed libraries for the program that started it, so that they can't harm it.
-#include <sys/prctl.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
 #include "platform/toolhost/Library.h"
+#include "platform/toolhost/Memory.h"
 #include "platform/toolhost/SentTexts.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -29,16 +26,16 @@ extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message
     return 0;
 }
 
-// The one argument is the process id of the program.
+// The one argument is the number of bytes that this process may take.
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::fputs("toolhost is started by Korvane and has no use of its own.\n", stderr);
         return 2;
     }
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != std::atoi(argv[1])) return 0;  // the program ended before the line above
+    platform::toolhost::LimitMemory(std::strtoull(argv[1], nullptr, 10));
     platform::toolhost::Library library(platform::toolhost::SocketDescriptor);
     theLibrary = &library;
+    library.LeaveWithTheProgram();
     library.Serve();
-    std::_Exit(0);  // no destructors of libraries: nobody is there to hear them
+    library.Leave();
 }

@@ -19,10 +19,10 @@ int main(int argc, char** argv) {
     qt::HostRegistry settings;
     qt::HostDialogs boxes(files, [] { return qt::HostApplication::activeWindow(); });
     qt::HostClipboard clip;
-    qt::HostProcesses programs(files);
-    qt::ToolHost libraries;
-    qt::HostSystem desktop(files);
     qt::HostClock time;
+    qt::HostProcesses programs(files, time);
+    qt::ToolHost libraries(time);
+    qt::HostSystem desktop(files);
     qt::HostWindows screen;
     application.ShowErrorsWith(&boxes);
     platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};

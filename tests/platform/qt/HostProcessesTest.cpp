@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <QLineEdit>
+#include <QMainWindow>
+
 #include "base/RunTimeError.h"
 #include "platform/qt/HostFileSystem.h"
 #include "support/Doubles.h"
+#include "support/ScriptedUser.h"
 
 namespace platform::qt {
 namespace {
@@ -29,7 +33,8 @@ class HostProcessesTest : public testing::Test {
 
     doubles::TemporaryFolder folder_;
     HostFileSystem files_;
-    HostProcesses processes_{files_};
+    doubles::Clock time_;
+    HostProcesses processes_{files_, time_};
 };
 
 TEST_F(HostProcessesTest, SplitsCommandLines) {
@@ -77,6 +82,41 @@ TEST_F(HostProcessesTest, RunsAProgramAndWaitsForItsEnd) {
     EXPECT_LT(::waitpid(static_cast<pid_t>(id), nullptr, WNOHANG), 0) << "left as a zombie";
     processes_.Wait(id);
     processes_.Wait(0);
+}
+
+// What is typed meanwhile is for no one, neither then nor later.
+TEST_F(HostProcessesTest, AProgramThatGoesOnAndOnIsAskedAboutAndStopped) {
+    using namespace std::chrono_literals;
+    // Who is started by a deaf shell is deaf too.
+    Script("deaf.exe", "exec >/dev/null 2>&1\ntrap '' TERM\necho ready > \"$1\"\nsleep 30 &\nsleep 30\n");
+    QMainWindow window;
+    QLineEdit text;
+    window.setCentralWidget(&text);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto type = [&] {
+        window.activateWindow();
+        return window.isActiveWindow() && doubles::PressKey(Qt::Key_X);
+    };
+    const auto later = [&](auto time) {
+        return [this, time] {
+            time_.Advance(time);
+            return true;
+        };
+    };
+    const auto wait = [] { return doubles::PressKey(Qt::Key_Return); };
+    const auto stop = [] { return doubles::PressKey(Qt::Key_S, Qt::AltModifier); };
+    const auto id = processes_.Start(folder_.Logic("deaf.exe") + " " + folder_.Logic("out"));
+    const auto runs = [&] { return !folder_.Read("out").empty(); };
+    {
+        const doubles::ScriptedUser user({runs, type, later(10s), doubles::BoxOpens, wait, doubles::BoxGoes,
+                                          type, later(60s), doubles::BoxOpens, stop});
+        EXPECT_THROW(processes_.Wait(id), base::RunTimeError);
+    }
+    EXPECT_FALSE(processes_.IsRunning(id));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ::kill(-static_cast<pid_t>(id), 0) != 0; })) << "not alone";
+    EXPECT_EQ(text.text(), "");
 }
 
 TEST_F(HostProcessesTest, StartedProgramsHaveOrdinarySignalsAndASessionOfTheirOwn) {

@@ -1,5 +1,3 @@
-#include "platform/qt/ToolHost.h"
-
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -8,47 +6,11 @@
 #include <QTest>
 #include <QTimer>
 
-#include "base/RunTimeError.h"
-#include "support/Doubles.h"
+#include "ToolHostFixture.h"
 #include "support/InProcessLibraries.h"
 
 namespace platform::qt {
 namespace {
-
-class ToolHostTest : public testing::Test {
-  protected:
-    ToolHostTest() {
-        Copy(BADLIB, "TESKK.DLL");
-        Copy(BADLOAD, "badload.dll");
-        Folder.Write("text.dll", "MZ no library");
-        Record.resize(2060, ' ');
-        Put(0, Host.Register([&](const ToolMessage& m) { Status.push_back(m); }));
-        Put(4, Host.Register([&](const ToolMessage& m) { List.push_back(m); }));
-    }
-    void Copy(const char* from, const char* name) { std::filesystem::copy_file(from, Folder.Path() / name); }
-    void Put(std::size_t at, WindowHandle handle) { std::memcpy(&Record[at], &handle, sizeof handle); }
-
-    // Loads, calls and frees; the result, or "number: description" of the error.
-    std::string Run(const std::string& order, const std::string& entry = "TeskkVB") {
-        std::copy_n(order.c_str(), order.size() + 1, Record.begin() + 268);
-        const auto module = Host.Load(Folder.Logic("teskk.dll"));
-        std::string outcome;
-        try {
-            outcome = std::to_string(Host.Call(module, entry, Record));
-        } catch (const base::RunTimeError& error) {
-            outcome = std::to_string(error.Number()) + ": " + error.Description();
-        }
-        Host.Free(module);
-        EXPECT_FALSE(Host.IsRunning());
-        return outcome;
-    }
-
-    doubles::TemporaryFolder Folder;
-    ToolHost Host{PathMap(), TOOLHOST};
-    std::vector<std::uint8_t> Record;
-    std::vector<ToolMessage> Status;
-    std::vector<ToolMessage> List;
-};
 
 TEST_F(ToolHostTest, RelaysMessagesInOrderWithTheirTexts) {
     EXPECT_EQ(Run("report"), "-5");
@@ -114,7 +76,7 @@ TEST_F(ToolHostTest, WhatCannotBeLoadedIsZero) {
         EXPECT_FALSE(Host.IsRunning());
     }
     EXPECT_NE(Host.Load(Folder.Logic("Teskk")), 0u);  // the extension of a library goes without saying
-    ToolHost without(PathMap(), "/nowhere/toolhost");
+    ToolHost without(Time, PathMap(), "/nowhere/toolhost");
     EXPECT_EQ(without.Load(Folder.Logic("teskk.dll")), 0u);
     without.Free(0);
     without.Free(77);

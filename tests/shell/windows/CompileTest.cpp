@@ -64,7 +64,7 @@ class CompileTest : public ShellFixture {
         return text;
     }
 
-    platform::qt::ToolHost tools{platform::PathMap(), TOOLHOST};
+    platform::qt::ToolHost tools{desktop.Time, platform::PathMap(), TOOLHOST};
     platform::Host real{files, desktop.Settings, desktop.Boxes, clipboard,     desktop.Programs,
                         tools, desktop.Desk,     desktop.Time,  desktop.Screen};
     QString Errors;
