@@ -1,5 +1,7 @@
 #include "toolchain/windows/StatusWindows.h"
 
+#include <QEventLoop>
+
 namespace toolchain {
 
 void StatusWindows::CreateStatus() {
@@ -10,18 +12,19 @@ void StatusWindows::UnloadStatus() { status_.reset(); }
 void StatusWindows::SetInfo(const std::string& text) { status_->SetInfo(text); }
 void StatusWindows::EnableOk(bool enabled) { status_->EnableOk(enabled); }
 
+// Modal from the first: while a library works no window takes input anyway, and a window manager may lose one
+// that is hidden and shown again at once.
 void StatusWindows::ShowStatusModeless() {
-    status_->setModal(false);
+    status_->setModal(true);
     status_->show();
     status_->raise();
     status_->repaint();
 }
 
 void StatusWindows::ShowStatusModal() {
-    const QPoint place = status_->pos();
-    status_->hide();
-    status_->move(place);  // shown again, it would be centred anew
-    status_->exec();
+    QEventLoop acknowledged;
+    QObject::connect(status_.get(), &QDialog::finished, &acknowledged, &QEventLoop::quit);
+    acknowledged.exec();
     status_.reset();
 }
 
