@@ -1,5 +1,6 @@
 #include "platform/qt/HostFileDialog.h"
 
+#include <QFileIconProvider>
 #include <QLineEdit>
 
 #include "base/Text.h"
@@ -32,6 +33,20 @@ std::string Patterns(std::string_view list) {
     return patterns.empty() ? EveryFile : patterns;
 }
 
+// The common one reads into every file that it shows, which takes long in a large folder and for ever where
+// a file never ends.
+class Icons : public QFileIconProvider {
+  public:
+    QIcon icon(const QFileInfo& info) const override {
+        return QFileIconProvider::icon(info.isDir() ? Folder : File);
+    }
+    using QFileIconProvider::icon;
+    QString type(const QFileInfo& info) const override {
+        if (info.isDir()) return "Folder";
+        return info.suffix().isEmpty() ? "File" : info.suffix().toUpper() + " File";
+    }
+};
+
 }  // namespace
 
 QStringList NameFilters(const std::string& filter) {
@@ -56,6 +71,8 @@ HostFileDialog::HostFileDialog(QWidget* parent, AcceptMode mode, const FileDialo
     setObjectName("FileDialog");
     setOptions(DontUseNativeDialog | DontConfirmOverwrite | HideNameFilterDetails |
                DontUseCustomDirectoryIcons);
+    static Icons icons;  // the dialog's thread may ask it to the last
+    setIconProvider(&icons);
     setAcceptMode(mode);
     setFileMode(AnyFile);
     const char* title = mode == AcceptOpen ? "Open" : "Save As";
