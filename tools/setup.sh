@@ -4,9 +4,10 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 preset=${KORVANE_PRESET:-release}
 build="$top/build/$preset"
 
-build_packages="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libqscintilla2-qt6-dev libqt6sql6-sqlite
+build_packages="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev libqt6sql6-sqlite
     libxcb1-dev libgtest-dev libbenchmark-dev locales"
-tour_packages="xvfb xauth openbox xdotool imagemagick x11-utils fonts-liberation fonts-dejavu-core"
+# The virtual display of the drill and the tour.
+display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-liberation fonts-dejavu-core"
 
 say() { printf '== %s\n' "$*"; }
 

@@ -1,0 +1,146 @@
+#include <QGuiApplication>
+#include <cstdio>
+#include <filesystem>
+#include <regex>
+
+#include "drill/support/Desk.h"
+
+// drill_tour INSTALLATION PICTURES: shows a copy of the installed program at work on a virtual display, says
+// what it does and leaves a picture of each station. Each station looks that it is what it says: 1 if not.
+
+namespace {
+
+using drill::In;
+
+class Tour : public drill::Desk {
+  public:
+    Tour(const std::string& installation, const std::string& pictures)
+        : Desk(installation, pictures, "failed") {
+        SetSpeed(30);
+    }
+
+    int Stations = 0;
+
+    void OpenDesign() {
+        Say("opening COUNT8.PLD");
+        Write("COUNT8.PLD", Read(".place/Examples/COUNT8.PLD"));
+        Write("COUNT8.SI", Read(".place/Examples/COUNT8.SI"));
+        Start();
+        Station("first-run");
+        Open("COUNT8.PLD");
+        ExpectSeen("FIELD", In::Document);
+        ExpectButton("dep-comp", true);
+        Station("design");
+    }
+
+    void Compile() {
+        Say("compiling it (F9)");
+        Key("F9");
+        WaitWindow("Compilation Results");  // frmStatus
+        ExpectSeen("0 mismatches", In::Captions);
+        Station("status");
+        AcknowledgeRun();
+        ExpectSeen("[4000tc] Written: COUNT8.DOC", In::Messages);  // frmMessage
+        Station("messages");
+        for (const char* name : {"COUNT8.LST", "COUNT8.DOC", "COUNT8.ABS", "COUNT8.PLA", "COUNT8.JED"}) {
+            Require(!Read(name).empty(), std::string(name) + " was not written");
+            Say(std::string("written: ") + name + " (" + std::to_string(Read(name).size()) + " bytes)");
+        }
+    }
+
+    void ReadAMessage() {
+        Say("compiling a design with an error");
+        Write("WRONG.PLD", "Name Wrong;\r\nDevice G16V8;\r\nPIN 2 = A;\r\nPIN 19 = Y;\r\nY = A & (B;\r\n");
+        Open("WRONG.PLD");
+        Key("F9");
+        WaitWindow("Project");
+        Station("project-question");
+        Answer("Project", "The current PLD file is not part of the current project.", "&Yes");
+        AcknowledgeRun();
+        Station("two-documents");
+        Say("reading a message (a click on a line of the list)");
+        Click("Error: Statement not understood", In::Messages);
+        WaitWindow("Compile Message");  // frmErrorMessage
+        ExpectSeen("1001ta");
+        Station("message-explained");
+        Key("Return");
+        WaitGone("Compile Message");
+    }
+
+    void ShowOptions() {
+        Say("the compiler's options, tab by tab");
+        Menu({"&Options", "&Compiler"});
+        WaitWindow("Compiler Options");  // frmCompiler
+        const std::pair<const char*, const char*> tabs[] = {{"output-files", "JEDEC/POF/PRG"},
+                                                            {"minimization", "Quine-McCluskey"},
+                                                            {"optimization", "Best For Polarity"},
+                                                            {"general", "Secure Device"},
+                                                            {"library", "Library"}};
+        for (const auto& [name, seen] : tabs) {
+            ExpectSeen(seen);
+            Station(std::string("options-") + name);
+            Key("ctrl+Tab");
+        }
+        Key("Escape");
+        WaitGone("Compiler Options");
+    }
+
+    void ShowAllTools() {
+        Say("closing, and starting again with every tool on the toolbar");
+        Key("alt+F4");
+        ExpectEnd();
+        const std::string file = ".home/config/korvane/settings.ini";
+        std::string settings = Read(file);
+        const std::pair<const char*, const char*> changes[] = {
+            {"(StdUtil[0-6][MT])=number:[0-9]+", "$1=number:4294967295"},
+            {"(CustUtil[0-5][MT])=number:[0-9]+", "$1=number:4294967295"},
+            {"CustUtil([0-5])P=[^\n]*", "CustUtil$1P=\"tool$1\""},
+            {"CustUtil([0-5])N=[^\n]*", "CustUtil$1N=\"My tool $1\""}};
+        for (const auto& [pattern, value] : changes)
+            settings = std::regex_replace(settings, std::regex(pattern), value);
+        Write(file, settings);
+        Start();
+        Open("COUNT8.PLD");
+        for (const char* tool :
+             {"calculator", "explorer", "dos", "stavrik", "schematic", "wavrik", "programmer", "custom-tool"})
+            ExpectButton(tool, true);
+        Station("all-tools");
+        Key("alt+F4");
+        ExpectEnd();
+    }
+
+  private:
+    void Say(const std::string& what) { std::printf("  %s\n", what.c_str()); }
+
+    void Station(const std::string& name) {
+        const std::string number = std::to_string(++Stations);
+        const std::string file = (number.size() < 2 ? "0" : "") + number + "-" + name;
+        TakePicture(file);
+        Say("picture: " + file + ".png");
+    }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) return std::fputs("usage: drill_tour INSTALLATION PICTURES\n", stderr), 2;
+    if (!drill::Screen::IsPossible()) return std::fputs("tour: no virtual display here\n", stderr), 1;
+    drill::PrepareToDraw();
+    const QGuiApplication application(argc, argv);
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    try {
+        for (const auto& old : std::filesystem::directory_iterator(argv[2]))
+            if (old.path().extension() == ".png") std::filesystem::remove(old.path());
+        Tour tour(argv[1], argv[2]);
+        tour.OpenDesign();
+        tour.Compile();
+        tour.ReadAMessage();
+        tour.ShowOptions();
+        tour.ShowAllTools();
+        std::printf("  done: %d pictures in %s\n", tour.Stations, argv[2]);
+    } catch (const std::exception& miss) {
+        std::fprintf(stderr, "tour: %s\n", miss.what());
+        return 1;
+    }
+    return 0;
+}
