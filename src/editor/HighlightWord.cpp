@@ -38,29 +38,33 @@ class KeyPainter {
 
     void CloseComment() {
         if (Mid(caret_ - 1, 2) != "*/") return;
-        const base::ScopeExit caretBack([this] { box_.SetSelStart(caret_); });
-        const platform::HiddenCaretScope hiddenCaret(box_);
-        ColorRange(state_, box_, document_.CommentStart, caret_ - document_.CommentStart,
-                   KeywordIndex(state_, "COMMENTS"));
+        Unseen([this] {
+            ColorRange(state_, box_, document_.CommentStart, caret_ - document_.CommentStart,
+                       KeywordIndex(state_, "COMMENTS"));
+        });
         document_.InComment = false;
     }
 
     void PaintNeighbours(char typed) {
+        Unseen([this, typed] {
+            if (base::IsWordChar(typed))
+                PaintWordAtCaret();
+            else
+                PaintWordsAroundDelimiter();
+            // The delimiter loses the colour it took from the word before it.
+            if (base::Contains(state_.Delimiters, std::string_view(&typed, 1))) {
+                ColorRange(state_, box_, caret_ - 1, 1, -1);
+            }
+        });
+    }
+
+    // The caret is where it was afterwards, and so is the view, also over text far from the caret.
+    template <typename Work>
+    void Unseen(const Work& work) {
         const platform::HiddenCaretScope hiddenCaret(box_);
+        const platform::HiddenScope hidden(box_);
         const base::ScopeExit caretBack([this] { box_.SetSelStart(caret_); });
-        firstLine_ = box_.SendMessage(platform::EM_GETFIRSTVISIBLELINE);
-        firstIndex_ = static_cast<Offset>(box_.SendMessage(platform::EM_LINEINDEX, firstLine_));
-        if (base::IsWordChar(typed))
-            PaintWordAtCaret();
-        else
-            PaintWordsAroundDelimiter();
-        if (box_.SendMessage(platform::EM_GETFIRSTVISIBLELINE) != firstLine_) {
-            box_.SetSelStart(firstIndex_);  // scrolls the view back
-        }
-        // The delimiter loses the colour it took from the word before it.
-        if (base::Contains(state_.Delimiters, std::string_view(&typed, 1))) {
-            ColorRange(state_, box_, caret_ - 1, 1, -1);
-        }
+        work();
     }
 
     void PaintWordsAroundDelimiter() {
@@ -83,11 +87,8 @@ class KeyPainter {
     // The position behind the word whose first character is left of the offset `inside`.
     Offset EndOfWord(Offset inside) {
         box_.SetSelStart(inside);
-        const platform::HiddenScope hidden(box_);
         box_.UpTo(state_.Delimiters, true);
-        const Offset end = box_.SelStart() + 1;
-        box_.SetSelStart(firstIndex_);
-        return end;
+        return box_.SelStart() + 1;
     }
 
     // Positions of the first character and behind the last. A dollar sign before the word belongs to it.
@@ -101,8 +102,6 @@ class KeyPainter {
     session::Document& document_;
     RichTextBox& box_;
     const Offset caret_;
-    std::intptr_t firstLine_ = 0;
-    Offset firstIndex_ = 0;
 };
 
 }  // namespace

@@ -72,26 +72,6 @@ void ResetColor(RichTextBox& box, std::int32_t color) {
     box.SetSelStart(0);
 }
 
-void ScrollTo(RichTextBox& box, std::intptr_t line) {
-    box.SetSelStart(0);
-    for (std::intptr_t i = 0; i < line; ++i) box.SendMessage(platform::EM_SCROLL, platform::SB_LINEDOWN);
-}
-
-// A caret outside the view draws the view to it; placed in the hidden control it does not.
-void RestoreUnseenCaret(RichTextBox& box, std::intptr_t firstLine, Offset caret) {
-    ScrollTo(box, firstLine);
-    const platform::HiddenScope hidden(box);
-    box.SetSelStart(caret);
-}
-
-void RestoreView(RichTextBox& box, std::intptr_t firstLine, Offset caret) {
-    ScrollTo(box, firstLine);
-    box.SetSelStart(caret);
-    if (box.SendMessage(platform::EM_GETFIRSTVISIBLELINE) != firstLine) {
-        RestoreUnseenCaret(box, firstLine, caret);
-    }
-}
-
 void SetFormat(RichTextBox& box, const platform::CharFormat& format) {
     box.SetSelColor(format.Color);
     box.SetSelBold(format.Bold);
@@ -112,9 +92,8 @@ void HighlightSyntax(session::App& app, session::Document& document, std::option
     const base::ScopeExit clearPanel([&] { app.Hall.SetPanel(1, " "); });
     const platform::HourglassScope hourglass(app.Host.Desktop);
     app.Hall.SetPanel(1, "Updating Syntax Highlight...");
-    const base::ScopeExit restoreView([&box, firstLine = box.SendMessage(platform::EM_GETFIRSTVISIBLELINE),
-                                       caret = box.SelStart()] { RestoreView(box, firstLine, caret); });
     const platform::HiddenScope hidden(box);
+    const base::ScopeExit caretBack([&box, caret = box.SelStart()] { box.SetSelStart(caret); });
     if (!start) ResetColor(box, app.State.DefaultTextColor);
     if (app.State.HighlightEnabled) PaintTable(box, app.State.Keywords, RangeOf(start, end));
 }

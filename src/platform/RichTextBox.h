@@ -89,8 +89,10 @@ class RichTextBox {
     // end or start of the text if there is none. The selection becomes empty.
     virtual void UpTo(std::string_view set, bool forward) = 0;
 
-    virtual void SetVisible(bool visible) = 0;  // hidden: no redraw
-    virtual void HideCaret() = 0;               // counted, as ShowCaret undoes it
+    // Hidden there is no redraw, and caret and selection move without moving the view. Counted: what has
+    // hidden it twice shows it twice.
+    virtual void SetVisible(bool visible) = 0;
+    virtual void HideCaret() = 0;  // counted, as ShowCaret undoes it
     virtual void ShowCaret() = 0;
 
     // The edit messages above.

@@ -100,7 +100,7 @@ class FormattedTextBox : public PlainTextBox {
 
     void SetVisible(bool visible) override {
         Log.push_back(visible ? "visible" : "hidden");
-        isVisible_ = visible;
+        hidden_ += visible ? -1 : 1;
     }
     void HideCaret() override { Log.push_back("caret off"); }
     void ShowCaret() override { Log.push_back("caret on"); }
@@ -149,7 +149,7 @@ class FormattedTextBox : public PlainTextBox {
         start_ = Clamp(offset);
         length_ = std::clamp(length, 0, TextLength() - start_);
         pending_.reset();
-        if (!isVisible_) return;
+        if (hidden_ > 0) return;
         const std::int32_t line = LineOf(start_);
         FirstVisible = std::clamp(FirstVisible, std::max(0, line - ViewLines + 1), line);
     }
@@ -164,7 +164,7 @@ class FormattedTextBox : public PlainTextBox {
         for (std::int32_t at = start_; at < start_ + length_; ++at) set(Formats[At(at)]);
     }
 
-    bool isVisible_ = true;
+    int hidden_ = 0;
     std::int32_t start_ = 0;
     std::int32_t length_ = 0;
     std::optional<platform::CharFormat> pending_;  // of what is typed next at the caret

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QTest>
 #include <random>
 
 #include "editor/FormattedTextBox.h"
@@ -92,18 +93,35 @@ TEST_F(HighlightControl, WholePassAndTypingAsOnThePlainControl) {
 
 TEST_F(HighlightControl, ViewStaysWithTheCaretOutOfSight) {
     std::string text;
-    for (int line = 0; line < 500; ++line) text += "PIN 1 = clk ;\r\n";
+    for (int line = 0; line < 500; ++line) text += "PIN 1 = clk ;" + std::string(200, '-') + "\r\n";
     Real.Rich.resize(400, 200);
     Real.Rich.show();
     Real.Rich.SetText(text);
     for (const std::int32_t line : {0, 100, 102, 400}) {
-        Real.Rich.SetSelStart(15 * line + 4);
+        const std::int32_t caret = 215 * line + 4;
+        Real.Rich.SetSelStart(caret);
         Real.Rich.SendScintilla(QsciScintillaBase::SCI_SETFIRSTVISIBLELINE, 100UL);
+        Real.Rich.SendScintilla(QsciScintillaBase::SCI_SETXOFFSET, 150UL);
         editor::HighlightSyntax(App, Real);
+        editor::HighlightWord(App, Real);
         EXPECT_EQ(Real.Rich.SendMessage(platform::EM_GETFIRSTVISIBLELINE), 100) << line;
-        EXPECT_EQ(Real.Rich.SelStart(), 15 * line + 4);
+        EXPECT_EQ(Real.Rich.SendScintilla(QsciScintillaBase::SCI_GETXOFFSET), 150);
+        EXPECT_EQ(Real.Rich.SelStart(), caret);
         EXPECT_TRUE(Real.Rich.updatesEnabled());
     }
+}
+
+TEST_F(HighlightControl, ARangeLeavesWhatTheProgramHadSelectedAlone) {
+    Real.Rich.SetText("PIN 1 ;\r\nPIN 2 ;");
+    editor::HighlightSyntax(App, Real);
+    Real.Rich.SetSelStart(0);
+    Real.Rich.SetSelLength(5);
+    QTest::keyClick(&Real.Rich, Qt::Key_End, Qt::ControlModifier);
+    editor::HighlightSyntax(App, Real, 9, 12);
+    EXPECT_EQ(Real.Rich.SelStart(), Real.Rich.TextLength());
+    Real.Rich.SetSelStart(4);
+    Real.Rich.SetSelLength(1);
+    EXPECT_EQ(Real.Rich.SelFormat().Color, 0);
 }
 
 }  // namespace

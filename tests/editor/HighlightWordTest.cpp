@@ -142,6 +142,13 @@ TEST_F(HighlightWord, KeepsTheViewAndHidesTheCaretMeanwhile) {
     Box.Log.clear();
     Type("PIN;");
     EXPECT_EQ(Box.FirstVisible, 20);
+    Box.FirstVisible = 3;  // scrolled away from the caret, then a key that types nothing
+    editor::HighlightWord(App, Doc);
+    EXPECT_EQ(Box.FirstVisible, 3);
+    Doc.InComment = true;  // begun above the view
+    Doc.CommentStart = 0;
+    Type("*/");
+    EXPECT_EQ(Box.FirstVisible, 20);
     EXPECT_EQ(Box.Log.front(), "caret off");
     EXPECT_EQ(Box.Log.back(), "caret on");
     EXPECT_EQ(std::count(Box.Log.begin(), Box.Log.end(), "hidden"),

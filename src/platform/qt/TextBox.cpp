@@ -169,7 +169,7 @@ void TextBox::Select(Span span) {
     Sci(SCI_SETSELECTION, end, start);
     if (start != span.Start || end != span.Start + span.Length)
         inside_ = InsideSelection{span, Sci(SCI_GETANCHOR), Sci(SCI_GETCURRENTPOS)};
-    if (!frozen_) Sci(SCI_SCROLLCARET);
+    if (frozen_ == 0) Sci(SCI_SCROLLCARET);
     Sci(SCI_CHOOSECARETX);
 }
 
@@ -212,7 +212,7 @@ std::int32_t TextBox::Find(std::string_view text, std::int32_t start, std::int32
     const auto offset = static_cast<std::int32_t>(found);
     if ((options & rtfNoHighlight) == 0) {
         Select({offset, static_cast<std::int32_t>(text.size())});
-        if (!frozen_) Sci(SCI_SCROLLRANGE, offset + static_cast<long>(text.size()), offset);
+        if (frozen_ == 0) Sci(SCI_SCROLLRANGE, offset + static_cast<long>(text.size()), offset);
     }
     return offset;
 }
@@ -237,9 +237,9 @@ void TextBox::UpTo(std::string_view set, bool forward) {
 
 // The widget is not really hidden: that would lose the focus.
 void TextBox::SetVisible(bool visible) {
-    if (frozen_ != visible) return;
-    frozen_ = !visible;
-    setUpdatesEnabled(visible);
+    if (visible && frozen_ == 0) return;
+    frozen_ += visible ? -1 : 1;
+    setUpdatesEnabled(frozen_ == 0);
 }
 
 void TextBox::HideCaret() {
@@ -271,7 +271,7 @@ void TextBox::Edit(unsigned message) {
     const long left = Sci(SCI_GETXOFFSET);
     Sci(message);
     Settle();
-    if (!frozen_) return;
+    if (frozen_ == 0) return;
     Sci(SCI_SETFIRSTVISIBLELINE, top);
     Sci(SCI_SETXOFFSET, left);
 }

@@ -167,7 +167,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     std::size_t removedBytes_ = 0;
     int hiddenCarets_ = 0;
     long marginLines_ = -1;  // lines that the margin has room for
-    bool frozen_ = false;
+    int frozen_ = 0;         // how often it has been hidden
     bool loading_ = false;
     bool tidyDue_ = false;
 };

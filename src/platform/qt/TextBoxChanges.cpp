@@ -40,7 +40,7 @@ void TextBox::Settle() {
         UpdateMargin();
         emit Changed();
     }
-    if (frozen_ || hasSelection_ == (span.Length > 0)) return;
+    if (frozen_ > 0 || hasSelection_ == (span.Length > 0)) return;
     hasSelection_ = span.Length > 0;
     emit SelectionToggled();
 }
