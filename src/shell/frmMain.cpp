@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -27,13 +28,15 @@ using platform::qt::Guarded;
 using platform::qt::On;
 using platform::qt::ToTwips;
 
-void InitPictures() { InitIcons(); }
+void InitPictures() {
+    InitIcons();
+    QApplication::setWindowIcon(QIcon(":/icons/korvane.svg"));
+}
 
 frmMain::frmMain() {
     InitPictures();
     setObjectName("frmMain");
     setWindowTitle("Korvane");
-    setWindowIcon(QIcon(":/icons/korvane.svg"));
     area_ = new QMdiArea(this);
     area_->setObjectName("MDIArea");
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -182,7 +185,7 @@ editor::frmDocument* frmMain::ActiveDocument() const {
 
 QMdiSubWindow& frmMain::AddChild(QWidget& content) {
     QMdiSubWindow* window = area_->addSubWindow(&content);
-    window->setWindowIcon(windowIcon());
+    window->setWindowIcon(QApplication::windowIcon());
     // The frame's own key to close would stand against a shortcut of the menus.
     for (QAction* action : window->systemMenu()->actions()) {
         if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence("Ctrl+F4"));

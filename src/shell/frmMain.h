@@ -25,7 +25,7 @@ class frmDocument;
 
 namespace shell {
 
-// Makes the program's pictures known; harmless when called again.
+// Makes the program's pictures known, its windows' icon among them; harmless when called again.
 void InitPictures();
 
 // The multiple-document parent window: menu, toolbar, status bar and the area for child windows. What it does

@@ -19,7 +19,8 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindow
     auto* version = new QLabel(VersionText(), picture);
     version->setObjectName("lblVersion");
     version->setStyleSheet("color: white;");
-    version->move(24, 222);
+    version->adjustSize();
+    version->move(24, 244 - version->height());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(picture);

@@ -7,11 +7,13 @@
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "base/Text.h"
@@ -24,7 +26,10 @@ namespace {
 constexpr auto DefaultTitle = "Korvane";
 constexpr std::size_t MaxShownText = 1 << 16;  // bytes of a message; the rest is cut
 constexpr int MaxTextHeight = 400;             // pixels; a higher text scrolls
-constexpr int MaxTextWidth = 800;              // pixels
+constexpr int MaxTextWidth = 500;              // pixels; a wider text is wrapped
+constexpr std::size_t MaxWord = 60;            // bytes; a longer one may go over several lines
+constexpr int TitleButtons = 130;              // pixels, of a title bar beside its text
+constexpr int MaxTitleWidth = 560;             // pixels: there are small screens
 
 constexpr struct {
     Buttons Choice;
@@ -89,24 +94,73 @@ QString Shown(const std::string& text) {
     return QString::fromStdString(base::DisplayUtf8(shown));
 }
 
+// A word too long for a line, such as a path, with marks where it may go on in the next one.
+std::string Breakable(std::string_view word) {
+    constexpr auto mark = "\xE2\x80\x8B";  // a blank of no width
+    if (word.size() <= MaxWord) return std::string(word);
+    std::string result;
+    std::size_t part = 0;
+    for (const char c : word) {
+        const bool isInside = (static_cast<unsigned char>(c) & 0xC0) == 0x80;  // of a character
+        if (part >= MaxWord && !isInside) part = 0;
+        if (part == 0 && !result.empty()) result += mark;
+        result += c;
+        part = c == '\\' || c == '/' ? 0 : part + 1;
+    }
+    return result;
+}
+
+QString ShownText(const std::string& text) {
+    std::string result;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of(" \r\n"), rest.size() - 1) + 1;
+        result += Breakable(rest.substr(0, end));
+        rest.remove_prefix(end);
+    }
+    return Shown(result);
+}
+
 QString TitleOf(const std::string& title) { return title.empty() ? QString(DefaultTitle) : Shown(title); }
 
-// A text that would make the box higher or wider than a screen goes into a frame that scrolls.
-void BoundText(QMessageBox& box) {
+// The width of a window whose title bar shows the title in whole: title bars are often bold.
+int WidthFor(const QString& title) {
+    QFont font = QApplication::font();
+    font.setBold(true);
+    return std::min(QFontMetrics(font).horizontalAdvance(title) + TitleButtons, MaxTitleWidth);
+}
+
+// The text of a box at the size that it needs; one that would make the box higher than a screen scrolls.
+QWidget* MakeText(const QString& text, QWidget* box) {
+    auto* label = new QLabel(text, box);
+    label->setObjectName("Text");
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->ensurePolished();
+    const int width = std::min(label->sizeHint().width(), MaxTextWidth);
+    label->setWordWrap(true);
+    const int height = label->heightForWidth(width);
+    label->setMinimumSize(width, height);
+    if (height <= MaxTextHeight) return label;
+    auto* frame = new QScrollArea(box);
+    frame->setFrameShape(QFrame::NoFrame);
+    frame->setMinimumWidth(width + frame->verticalScrollBar()->sizeHint().width());
+    frame->setFixedHeight(MaxTextHeight);
+    frame->setWidget(label);
+    return frame;
+}
+
+// The box sizes its own label by rules that cut texts off; ours takes its place.
+void LayOut(QMessageBox& box) {
     auto* label = box.findChild<QLabel*>("qt_msgbox_label");
     auto* grid = qobject_cast<QGridLayout*>(box.layout());
-    if (label == nullptr || grid == nullptr) return;
-    const QSize wanted = label->sizeHint();
-    if (wanted.height() <= MaxTextHeight && wanted.width() <= MaxTextWidth) return;
-    auto* frame = new QScrollArea(&box);
-    frame->setObjectName("TextFrame");
-    frame->setFrameShape(QFrame::NoFrame);
-    frame->setFixedSize(std::min(wanted.width() + 40, MaxTextWidth),
-                        std::min(wanted.height() + 40, MaxTextHeight));
-    delete grid->replaceWidget(label, frame);
-    label->setWordWrap(false);
-    frame->setWidget(label);
-    label->adjustSize();
+    if (label != nullptr && grid != nullptr) {
+        delete grid->replaceWidget(label, MakeText(label->text(), &box));
+        label->hide();
+    }
+    // As wide as the box, which is laid out anew whenever it is shown.
+    if (auto* buttons = box.findChild<QDialogButtonBox*>())
+        buttons->setMinimumWidth(std::max(WidthFor(box.windowTitle()), buttons->sizeHint().width()));
 }
 
 QMessageBox* MakeMessageBox(const MessageBoxRequest& request, QWidget* parent) {
@@ -114,14 +168,14 @@ QMessageBox* MakeMessageBox(const MessageBoxRequest& request, QWidget* parent) {
     box->setObjectName("MessageBox");
     box->setWindowTitle(TitleOf(request.Title));
     box->setTextFormat(Qt::PlainText);
-    box->setText(Shown(request.Text));
+    box->setText(ShownText(request.Text));
     for (const auto& row : IconTable)
         if (row.Picture == request.Picture) box->setIcon(row.Shown);
     for (const auto& row : ButtonTable)
         if (row.Choice == request.Choice) box->setStandardButtons(row.Shown);
     for (const auto& row : AnswerTable)
         if (auto* button = box->button(row.Button)) button->setText(row.Caption);
-    BoundText(*box);
+    LayOut(*box);
     return box;
 }
 
@@ -153,7 +207,16 @@ HostDialogs::HostDialogs(const FileSystem& files, std::function<QWidget*()> pare
 
 QWidget* HostDialogs::Parent() const {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    return parent_ ? parent_() : QApplication::activeWindow();
+    if (parent_) return parent_();
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    // Another program has the focus, or there is only the splash window yet: a box without a parent could
+    // come up behind it.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        const Qt::WindowType type = window->windowType();
+        return window->isVisible() && (type == Qt::Window || type == Qt::SplashScreen);
+    });
+    return shown == windows.end() ? nullptr : *shown;
 }
 
 Answer HostDialogs::MessageBox(const MessageBoxRequest& request) {
@@ -171,7 +234,8 @@ std::optional<std::string> HostDialogs::InputBox(const std::string& prompt, cons
     box->setObjectName("InputBox");
     box->setWindowTitle(TitleOf(title));
     box->setInputMode(QInputDialog::TextInput);
-    box->setLabelText(Shown(prompt));
+    box->setLabelText(Shown(base::ReplaceAll(prompt, "&", "&&")));  // a field's label can have an access key
+    if (auto* field = box->findChild<QLineEdit*>()) field->setMinimumWidth(WidthFor(box->windowTitle()));
     for (auto* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
     box->setTextValue(QString::fromStdString(preset));
     box->setOkButtonText("OK");

@@ -16,6 +16,7 @@ namespace platform::qt {
 class HostDialogs : public Dialogs {
   public:
     // `parent` gives the window that a dialog belongs to, or null; an open modal window comes before it.
+    // Without it that is the active window, or any that is shown.
     explicit HostDialogs(const FileSystem& files, std::function<QWidget*()> parent = {});
 
     Answer MessageBox(const MessageBoxRequest& request) override;

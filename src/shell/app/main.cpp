@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     qt::HostApplication application(argc, argv);
     qt::HostFileSystem files;
     qt::HostRegistry settings;
-    qt::HostDialogs boxes(files, [] { return qt::HostApplication::activeWindow(); });
+    qt::HostDialogs boxes(files);
     qt::HostClipboard clip;
     qt::HostClock time;
     qt::HostProcesses programs(files, time);

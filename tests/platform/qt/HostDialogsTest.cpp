@@ -121,7 +121,7 @@ TEST_F(HostDialogsTest, MessageBoxesAnswerByButtonAndByEscape) {
 
 TEST_F(HostDialogsTest, MessagesArePlainTextOfBoundedSize) {
     user_.Then("MessageBox", [](QDialog& dialog) {
-        auto* label = dialog.findChild<QLabel*>("qt_msgbox_label");
+        auto* label = dialog.findChild<QLabel*>("Text");
         EXPECT_EQ(label->text(), QString("<b>a</b>\nb\u00E4\uFFFD"));
         EXPECT_EQ(label->textFormat(), Qt::PlainText);
         EXPECT_EQ(dialog.windowTitle(), "Korvane");
@@ -140,6 +140,41 @@ TEST_F(HostDialogsTest, MessagesArePlainTextOfBoundedSize) {
     }
 }
 
+TEST_F(HostDialogsTest, ABoxShowsItsTitleAndItsTextInWhole) {
+    const std::string path = "C:" + base::ReplaceAll(std::string(12, 'x'), "x", "\\A_LONG_FOLDER");
+    const MessageBoxRequest requests[] = {
+        {.Text = "t", .Title = "Initialization Error - Application Ending", .Picture = Icon::Stop},
+        {.Text = "The file " + path + " doesn't exist. New File assumed"},
+        {.Text = base::ReplaceAll(std::string(30, 'x'), "x", "some words ") + "\n\nLast line."},
+        {.Text = std::string(300, 'x'), .Choice = Buttons::YesNoCancel, .Picture = Icon::Question},
+    };
+    for (const MessageBoxRequest& request : requests) {
+        user_.Then("MessageBox", [](QDialog& dialog) {
+            QFont font;
+            font.setBold(true);
+            EXPECT_GT(dialog.width(), QFontMetrics(font).horizontalAdvance(dialog.windowTitle()) + 100);
+            const auto& label = *dialog.findChild<QLabel*>("Text");
+            EXPECT_GE(label.height(), label.heightForWidth(label.width()));
+            EXPECT_GE(label.width(), label.minimumSizeHint().width());
+            EXPECT_TRUE(dialog.rect().contains(label.geometry()));
+            EXPECT_LT(dialog.width(), 640);
+            dialog.reject();
+        });
+        boxes_.MessageBox(request);
+    }
+}
+
+TEST_F(HostDialogsTest, ABoxBelongsToWhateverIsShown) {
+    QWidget splash(nullptr, Qt::SplashScreen);
+    splash.setAttribute(Qt::WA_ShowWithoutActivating);
+    splash.show();
+    user_.Then("MessageBox", [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), &splash);
+        dialog.reject();
+    });
+    boxes_.Say("t");
+}
+
 TEST_F(HostDialogsTest, ABoxThatGoesWithItsWindowCountsAsClosed) {
     auto* window = new QWidget;
     window->show();
@@ -153,12 +188,13 @@ TEST_F(HostDialogsTest, ABoxThatGoesWithItsWindowCountsAsClosed) {
 
 TEST_F(HostDialogsTest, InputBoxGivesTheTextOrNothing) {
     user_.Then("InputBox", [](QDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QLabel*>()->text(), "<i>prompt R&&D");
         EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), "preset");
         EXPECT_EQ(dialog.windowTitle(), "Title");
         dialog.findChild<QLineEdit*>()->clear();
         PressButton(dialog, QDialogButtonBox::Ok);
     });
-    EXPECT_EQ(boxes_.InputBox("<i>prompt", "Title", "preset"), "");
+    EXPECT_EQ(boxes_.InputBox("<i>prompt R&D", "Title", "preset"), "");
     user_.Then("InputBox", Press(QDialogButtonBox::Cancel));
     EXPECT_EQ(boxes_.InputBox("prompt", "", ""), std::nullopt);
 }
