@@ -19,6 +19,7 @@
 #include "base/Text.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/HostFileDialog.h"
+#include "platform/qt/HostSystem.h"
 
 namespace platform::qt {
 namespace {
@@ -207,10 +208,9 @@ HostDialogs::HostDialogs(const FileSystem& files, std::function<QWidget*()> pare
 
 QWidget* HostDialogs::Parent() const {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    if (parent_) return parent_();
-    if (QWidget* active = QApplication::activeWindow()) return active;
-    // Another program has the focus, or there is only the splash window yet: a box without a parent could
-    // come up behind it.
+    if (QWidget* active = parent_ ? parent_() : QApplication::activeWindow()) return active;
+    // Another program has the focus, one dialog follows another, or there is only the splash window yet: a
+    // box without a parent could come up behind it.
     const QWidgetList windows = QApplication::topLevelWidgets();
     const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
         const Qt::WindowType type = window->windowType();

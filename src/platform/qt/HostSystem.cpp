@@ -2,10 +2,17 @@
 
 #include <QApplication>
 #include <QFontDatabase>
-#include <algorithm>
 #include <QMainWindow>
+#include <algorithm>
 
 namespace platform::qt {
+
+QWidget* FindMainWindow() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
+    return nullptr;
+}
+
 namespace {
 
 constexpr std::size_t MaxWindowsDirectory = 144;  // bytes
@@ -19,12 +26,6 @@ QWidget* FindWindow(const QString& title) {
         if (found == nullptr && window->windowTitle().startsWith(title)) found = window;
     }
     return found;
-}
-
-QWidget* FindMainWindow() {
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
-    return nullptr;
 }
 
 bool BringForward(QWidget* window) {

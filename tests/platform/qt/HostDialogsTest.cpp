@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -184,6 +185,17 @@ TEST_F(HostDialogsTest, ABoxThatGoesWithItsWindowCountsAsClosed) {
         delete window;
     });
     EXPECT_EQ(boxes.MessageBox({.Text = "t", .Choice = Buttons::OkCancel}), Answer::Cancel);
+}
+
+TEST_F(HostDialogsTest, StayAboveTheMainWindowWhileNoneIsActive) {
+    QMainWindow main;
+    main.show();
+    QApplication::setActiveWindow(nullptr);
+    user_.Then("MessageBox", [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), &main);
+        dialog.reject();
+    });
+    boxes_.Say("text");
 }
 
 TEST_F(HostDialogsTest, InputBoxGivesTheTextOrNothing) {

@@ -1,10 +1,12 @@
 #include "platform/qt/HostProcesses.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <QLineEdit>
 #include <QMainWindow>
+#include <fstream>
 
 #include "base/RunTimeError.h"
 #include "platform/qt/HostFileSystem.h"
@@ -67,18 +69,21 @@ TEST_F(HostProcessesTest, SplitsCommandLines) {
 }
 
 TEST_F(HostProcessesTest, RunsAProgramAndWaitsForItsEnd) {
-    Script("tool.exe",
-           "sleep 0.1; printf '%s|' \"$@\" > \"" + (folder_.Path() / "out").string() + "\"; exit 3\n");
-    int ticks = 0;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
-    timer.start(10);
+    const std::string gate = (folder_.Path() / "gate").string();
+    ASSERT_EQ(::mkfifo(gate.c_str(), 0600), 0);
+    Script("tool.exe", "read go < \"" + gate + "\"; printf '%s|' \"$@\" > \"" +
+                           (folder_.Path() / "out").string() + "\"; exit 3\n");
+    bool isOpen = false;
+    QTimer timer;  // it runs while the program is waited for, and lets it end
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (!std::exchange(isOpen, true)) std::ofstream(gate) << "go\n";
+    });
+    timer.start(0);
     const auto id = processes_.Start(folder_.Logic("TOOL") + " a " + folder_.Logic("out"));
     EXPECT_TRUE(processes_.IsRunning(id));
     processes_.Wait(id);
     EXPECT_FALSE(processes_.IsRunning(id));
     EXPECT_EQ(folder_.Read("out"), "a|" + (folder_.Path() / "out").string() + "|");
-    EXPECT_GT(ticks, 0);
     EXPECT_LT(::waitpid(static_cast<pid_t>(id), nullptr, WNOHANG), 0) << "left as a zombie";
     processes_.Wait(id);
     processes_.Wait(0);

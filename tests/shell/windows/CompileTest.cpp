@@ -51,13 +51,16 @@ class CompileTest : public ShellFixture {
     QString Explain(int row) {
         auto& list = *shell->Messages().findChild<QAbstractItemView*>("lstMessages");
         QString text;
-        QTimer::singleShot(200, [&] {
+        QTimer user;
+        QObject::connect(&user, &QTimer::timeout, [&] {
             for (QWidget* window : QApplication::topLevelWidgets()) {
                 if (window->windowTitle() != "Compile Message" || !window->isVisible()) continue;
                 text = window->findChild<QLineEdit*>("txtCode")->text();
+                user.stop();
                 QTest::mouseClick(window->findChild<QPushButton*>("OK"), Qt::LeftButton);
             }
         });
+        user.start(10);
         list.scrollTo(list.model()->index(row, 0));
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                           list.visualRect(list.model()->index(row, 0)).center());
