@@ -24,7 +24,7 @@ void StatusWindows::ShowStatusModeless() {
 void StatusWindows::ShowStatusModal() {
     QEventLoop acknowledged;
     QObject::connect(status_.get(), &QDialog::finished, &acknowledged, &QEventLoop::quit);
-    acknowledged.exec();
+    if (status_->isVisible()) acknowledged.exec();
     status_.reset();
 }
 

@@ -33,7 +33,7 @@ class CompileTest : public ShellFixture {
         QObject::connect(&user, &QTimer::timeout, [&] {
             for (QWidget* window : QApplication::topLevelWidgets()) {
                 auto* status = qobject_cast<toolchain::frmStatus*>(window);
-                if (status == nullptr || !status->isModal() || !status->isVisible()) continue;
+                if (status == nullptr || !status->findChild<QPushButton*>("OK")->isEnabled()) continue;
                 Errors = status->findChild<QLabel*>("lblErrors")->text();
                 Warnings = status->findChild<QLabel*>("lblWarnings")->text();
                 QTest::mouseClick(status->findChild<QPushButton*>("OK"), Qt::LeftButton);
