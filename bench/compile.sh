@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# compile.sh INSTALLATION: CPU time of compiling each example with teskc, and a large design with complements, the
-# median of five runs.
+# compile.sh INSTALLATION: CPU time of compiling each example with teskc, large designs with complements, and a
+# million vectors of the counter with all outputs; the median of five runs.
 set -euo pipefail
 installation=$1
 work=$(mktemp -d)
@@ -41,3 +41,15 @@ for terms in 2 30 100 300; do
     measure m1 "$work/LARGE$terms.PLD"
     measure kdm1 "$work/LARGE$terms.PLD"
 done
+
+million() {
+    sed '/^VECTORS:/q' "$1"
+    awk 'BEGIN {
+        print "0 0 0 0 @00@ \"00\" L"
+        for (i = 1; i < 1000000; ++i) printf "C 1 0 1 @00@ \"%02X\" %s\n", i % 256, i % 256 == 255 ? "H" : "L"
+    }' | tr @ "'"
+}
+million "$work/COUNT8.SI" >"$work/MILLION.SI"
+sed 's/Count8/Million/' "$work/COUNT8.PLD" >"$work/MILLION.PLD"
+sed -i 's/Count8/Million/' "$work/MILLION.SI"
+measure jasm4 "$work/MILLION.PLD"

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "base/AtomicFile.h"
-#include "base/RunTimeError.h"
 #include "base/Text.h"
 
 namespace kernel {
@@ -50,6 +49,17 @@ std::string HostPath(std::string_view name) {
     return result.string();
 }
 
+bool IsFile(std::string_view name) {
+    std::error_code error;
+    return fs::is_regular_file(HostPath(name), error);
+}
+
+std::string WhyNotWritten(const std::string& hostPath, const base::RunTimeError& error) {
+    struct stat status {};
+    const bool exists = ::stat(hostPath.c_str(), &status) == 0;
+    return exists && base::IsReadOnly(status, hostPath) ? "the file is write-protected" : error.Description();
+}
+
 std::optional<std::string> DiskFiles::Read(std::string_view path, std::size_t maxBytes) {
     const std::string host = HostPath(path);
     std::error_code error;
@@ -68,9 +78,7 @@ std::string DiskFiles::Write(std::string_view path, std::string_view bytes) {
         file.Commit(base::AtomicFile::Durability::Quick);  // a run makes it anew
         return {};
     } catch (const base::RunTimeError& error) {
-        struct stat status {};
-        const bool exists = ::stat(host.c_str(), &status) == 0;
-        return exists && base::IsReadOnly(status, host) ? "the file is write-protected" : error.Description();
+        return WhyNotWritten(host, error);
     }
 }
 

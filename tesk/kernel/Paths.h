@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/RunTimeError.h"
 #include "front/Files.h"
 
 namespace kernel {
@@ -11,6 +12,10 @@ namespace kernel {
 // found without regard to case: an exact match first, then the first in byte order; what does not exist keeps
 // the name as written.
 std::string HostPath(std::string_view name);
+
+bool IsFile(std::string_view name);
+// For the user, of a host path.
+std::string WhyNotWritten(const std::string& hostPath, const base::RunTimeError& error);
 
 // The host's file system.
 class DiskFiles : public front::Files {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "front/Run.h"
+#include "kernel/Streams.h"
 #include "sim/Simulation.h"
 
 // The entry of each stage library. Kernels and stages come from one build and share the run's object. An
@@ -11,12 +13,16 @@
 struct SimulatorRun {
     SimulatorRun(front::Files& files, front::Listener& listener) : Disk(files), Said(listener) {}
 
+    // Reports that the design's file of this extension cannot be read.
+    void TellUnreadable(std::string_view code, std::string_view extension);
+
     front::Files& Disk;
     front::Report Said;
     std::string Base;   // the design's path without extension
     std::string Jedec;  // the path of the .JED that vectors are appended to
     sim::SimulationOptions Options;
-    sim::SimulationTexts Texts;
+    sim::Checked Checked;
+    std::unique_ptr<kernel::DiskSource> Si;
 };
 
 extern "C" {

@@ -11,7 +11,7 @@ namespace {
 
 // Option "s": the simulator behind the compiler, on its .ABS. False if it found errors.
 bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& listener) {
-    if (!files.Read(run.Output(".SI"), kernel::kSiBytes)) {
+    if (!kernel::IsFile(run.Output(".SI"))) {
         run.Said.Add(front::Code::NoVectors, {});
         return true;
     }

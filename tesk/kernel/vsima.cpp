@@ -8,25 +8,39 @@ front::Level LevelOf(sim::Severity severity) {
     return severity == sim::Severity::Warning ? front::Level::Warning : front::Level::Information;
 }
 
-void Write(SimulatorRun& run, const std::string& path, const std::string& text) {
-    const std::string failure = run.Disk.Write(path, text);
-    if (!failure.empty())
-        run.Said.Add(front::Code::CannotWrite, {}, std::string(front::FileName(path)) + ": " + failure);
+void Note(SimulatorRun& run, std::string_view path, const std::string& failure) {
+    if (failure.empty()) return;
+    run.Said.Add(front::Code::CannotWrite, {}, std::string(front::FileName(path)) + ": " + failure);
 }
 
-bool SimulateVectors(SimulatorRun& run) {
-    run.Said.Status("Simulating");
-    const sim::SimulationResult result = sim::Simulate(run.Texts, run.Options);
+void Tell(SimulatorRun& run, const sim::SimulationResult& result) {
     for (const sim::Message& message : result.Messages) {
         const std::string file = run.Base + std::string(sim::FileExtension(message));
         run.Said.AddForeign(LevelOf(message.Level), sim::ListLine(message, front::FileName(file)));
     }
-    Write(run, run.Base + ".SO", result.So);
-    if (!result.Vcd.empty()) Write(run, run.Base + ".VCD", result.Vcd);
-    if (!result.Jed.empty()) Write(run, run.Jedec, result.Jed);
+}
+
+bool SimulateVectors(SimulatorRun& run) {
+    run.Said.Status("Simulating");
+    std::string jedec;
+    if (run.Options.Append)
+        jedec = run.Disk.Read(run.Jedec, sim::AbsLimits::FileBytes).value_or(std::string());
+    const std::string soName = run.Base + ".SO";
+    const std::string vcdName = run.Base + ".VCD";
+    kernel::DiskSink so(soName);
+    kernel::DiskSink vcd(vcdName);
+    kernel::DiskSpool aside(soName);
+    const auto progress = [&](std::size_t count) { run.Said.Info(std::to_string(count) + " vectors"); };
+    const sim::SimulationResult result =
+        sim::Simulate(run.Checked, *run.Si, jedec, run.Options, {so, vcd, aside, progress});
+    if (run.Si->Failed()) run.TellUnreadable("0200va", ".SI");
+    Tell(run, result);
+    Note(run, soName, aside.Failure().empty() ? so.Done() : aside.Failure());
+    Note(run, vcdName, vcd.Done());
+    if (!result.Jed.empty()) Note(run, run.Jedec, run.Disk.Write(run.Jedec, result.Jed));
     run.Said.Info(std::to_string(result.Vectors) + " vectors, " + std::to_string(result.Mismatches) +
                   " mismatches");
-    return result.Errors == 0;
+    return result.Errors == 0 && run.Said.Errors() == 0;
 }
 
 }  // namespace

@@ -41,38 +41,38 @@ std::string WithoutVectors(std::string_view body) {
 
 }  // namespace
 
-std::vector<std::string> PinVectors(const AbsDesign& design, const SiFile& file, const RunResult& run) {
-    std::string unused(static_cast<std::size_t>(design.PinCount), 'N');
+JedVectors::JedVectors(const AbsDesign& design, const SiHead& head)
+    : unused_(static_cast<std::size_t>(design.PinCount), 'N') {
     const auto place = [&](std::size_t net) { return static_cast<std::size_t>(design.Nets[net].Pin) - 1; };
-    for (std::size_t net = 0; net < design.Nets.size(); ++net) {
-        if (place(net) < unused.size()) unused[place(net)] = 'X';
-    }
-    std::vector<std::string> vectors;
-    for (const auto& record : run.Vectors) {
-        vectors.push_back(unused);
-        for (std::size_t i = 0; i < file.Columns.size(); ++i) {
-            const auto at = place(file.Columns[i]);
-            if (at < unused.size()) vectors.back()[at] = record.Found[i];
-        }
-    }
-    return vectors;
+    for (std::size_t net = 0; net < design.Nets.size(); ++net)
+        if (place(net) < unused_.size()) unused_[place(net)] = 'X';
+    for (const std::size_t net : head.Columns) places_.push_back(place(net));
 }
 
-std::string AppendVectors(std::string_view jedec, const std::vector<std::string>& vectors, MessageLog& log) {
+void JedVectors::Add(const VectorRecord& record) {
+    more_ = count_ == Most;
+    if (more_) return;
+    fields_ += lineEnd;
+    fields_ += "V" + Format("%04zu", ++count_) + " ";
+    const std::size_t start = fields_.size();
+    fields_ += unused_;
+    for (std::size_t i = 0; i < places_.size(); ++i)
+        if (places_[i] < unused_.size()) fields_[start + places_[i]] = record.Found[i];
+    fields_ += '*';
+}
+
+std::string JedVectors::AppendTo(std::string_view jedec, MessageLog& log) const {
     const auto start = jedec.find(startOfText);
     const auto end = start == jedec.npos ? start : jedec.find(endOfText, start);
     if (end == jedec.npos) {
         log.Add("0401vs", 0);
         return {};
     }
+    if (more_) log.Add("0403vs", 0, std::to_string(Most));
     std::string text(1, startOfText);
     text += WithoutVectors(jedec.substr(start + 1, end - start - 1));
     text += lineEnd;
-    text += "QV" + std::to_string(vectors.size()) + "*";
-    for (std::size_t i = 0; i < vectors.size(); ++i) {
-        text += lineEnd;
-        text += "V" + Format("%04zu", i + 1) + " " + vectors[i] + "*";
-    }
+    text += "QV" + std::to_string(count_) + "*" + fields_;
     text += lineEnd;
     text += endOfText;
     unsigned sum = 0;

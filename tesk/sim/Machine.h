@@ -10,13 +10,10 @@
 #include <vector>
 
 #include "sim/AbsFile.h"
+#include "sim/Gates.h"
+#include "sim/Marks.h"
 
 namespace sim {
-
-// A signal's value. Z stands only at pins; it is unknown to whatever reads it.
-enum class Value : std::uint8_t { Zero, One, Unknown, HighZ };
-
-char Letter(Value value);  // 0 1 X Z
 
 // The compiled design as a machine with three-valued logic: unknown inputs give unknown outputs only where
 // they matter. Registers start in their power-up state.
@@ -52,69 +49,78 @@ class Machine {
     // Loads registers (asserted states); call Apply afterwards.
     void Preload(const std::vector<Drive>& states);
 
-    void SetDefaultClock(Value level) { defaultClock_ = level; }
+    void SetDefaultClock(Value level);
     bool UsesDefaultClock() const { return usesDefaultClock_; }
 
-    Value Level(std::size_t net) const;  // at the pin; of a node its state
-    Value State(std::size_t net) const { return now_.Logic[net]; }
+    Value Level(std::size_t net) const { return now_[net]; }  // at the pin; of a node its state
+    Value State(std::size_t net) const { return now_[logic_ + net]; }
 
-    // The work is bounded, in literals and terms looked at: the default takes some seconds. Once the bound is
-    // reached nothing changes any more.
-    static constexpr std::uint64_t DefaultWork = 1'000'000'000;
+    // The work is bounded, in literals and terms looked at: the default takes half a minute. Once the bound
+    // is reached nothing changes any more.
+    static constexpr std::uint64_t DefaultWork = 10'000'000'000;
     void SetMostWork(std::uint64_t most) { mostWork_ = most; }
-    bool Exhausted() const { return work_ > mostWork_; }
+    bool Exhausted() const { return gates_.Work() > mostWork_; }
 
     // Called with a line of text for what happens inside, at levels 1 (registers clocked), 2 (nets changed),
     // 3 (rounds taken), 4 (each change of each round).
     std::function<void(int level, const std::string& line)> Trace;
 
   private:
-    struct Snapshot {
-        std::vector<Value> Logic;  // asserted: the function, or the register
-        std::vector<Value> Pin;    // level
-    };
-    struct Parts {  // the functions of a net, null where it has none
-        std::array<const Function*, 16> Of{};
-        const Function* operator[](Input input) const { return Of[static_cast<std::size_t>(input)]; }
+    // For each net the places of what it decides on.
+    struct Readers {
+        std::vector<std::size_t> Begin;  // of each net in `Places`, and the end
+        std::vector<std::size_t> Places;
     };
 
+    static Readers ReadersOf(const std::vector<std::vector<std::size_t>>& read, std::size_t nets);
     void FindOrder();
+    void FindReaders();
     void FindClockSupport();
     std::vector<std::size_t> SettleDependencies(std::size_t net) const;
 
     bool IsClocked(std::size_t net) const;
-    Value Read(const Literal& literal, const Snapshot& from) const;
-    Value Sum(const Function& function, const Snapshot& from) const;
-    Value Part(std::size_t net, Input input, Value missing, const Snapshot& from) const;
     Value LogicOf(std::size_t net) const;
     Value PinOf(std::size_t net) const;
     Value ClockOf(std::size_t net) const;
     Value NextState(std::size_t net, const Snapshot& before) const;
     Value DataState(std::size_t net, const Snapshot& before) const;
 
+    void Touch(std::size_t net);
+    void SetState(std::size_t net, Value state);
+    void SetOutside(std::size_t net, Value level);
     bool Update(std::size_t net);
     std::vector<std::size_t> SettleRounds();
     void Settle(Trouble& trouble);
     void ProbeLoops(Trouble& trouble);
     void MakeUnknown(const std::vector<std::size_t>& nets);
-    void Clock(Snapshot before, Trouble& trouble);
-    std::vector<Drive> Edges(const Snapshot& before);
+    void Clock(Trouble& trouble);
+    void FindEdges();
     void Change(const std::vector<Drive>& drives, Trouble& trouble);
     void FindContention(Trouble& trouble) const;
     void TraceChanges(const Snapshot& before) const;
 
     const AbsDesign& design_;
-    std::vector<Parts> parts_;
-    std::vector<std::size_t> order_;    // driven nets, dependencies first where there is no loop
-    std::vector<std::size_t> looping_;  // nets in loops of combinational logic
-    std::vector<std::size_t> clocked_;  // nets with a clocked register
-    std::vector<bool> clockSupport_;    // a net: clocks depend on it
+    const std::size_t logic_;  // where the states begin in a snapshot
+    Gates gates_;
+    std::vector<std::size_t> order_;     // driven nets, dependencies first where there is no loop
+    std::vector<std::size_t> position_;  // of each net in `order_`; of an input Marks::None
+    std::vector<std::size_t> looping_;   // nets in loops of combinational logic
+    std::vector<std::size_t> clocked_;   // nets with a clocked register
+    std::vector<bool> clockSupport_;     // a net: clocks depend on it
+    Readers settles_;                    // the positions that a net decides on
+    Readers clocksOf_;                   // the indices of `clocked_` whose CK a net decides on
     bool usesDefaultClock_ = false;
     Value defaultClock_ = Value::Zero;
     std::vector<Value> external_;  // what drives a pin from outside
+    std::size_t opposed_ = 0;      // driven nets that something drives to 0 or 1 from outside
     std::vector<Value> clocks_;    // CK of `clocked_` as last seen
     Snapshot now_;
-    mutable std::uint64_t work_ = 0;
+    Marks due_;                                  // positions to work out in this round of settling
+    Marks next_;                                 // and in the next one
+    std::size_t round_ = 0;                      // the first position that this round still comes to
+    Marks clockDue_;                             // indices of `clocked_` whose CK may have changed
+    Snapshot before_;                            // what data inputs see at an edge
+    std::vector<Drive> edges_, first_, second_;  // kept, so that vectors make no memory
     std::uint64_t mostWork_ = DefaultWork;
 };
 

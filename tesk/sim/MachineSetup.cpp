@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <limits>
 
 #include "sim/Logic3.h"
 #include "sim/Machine.h"
@@ -67,13 +66,6 @@ class Components {
     std::size_t count_ = 0;
 };
 
-void AddNets(const Function* function, std::vector<std::size_t>& nets) {
-    if (function == nullptr) return;
-    for (const auto& term : function->Terms) {
-        for (const auto& literal : term) nets.push_back(literal.Net);
-    }
-}
-
 Value PowerUp(const Net& net) {
     if (net.Register == RegisterKind::None) return Value::Unknown;
     return net.PowerUp == '0' ? Value::Zero : net.PowerUp == '1' ? Value::One : Value::Unknown;
@@ -83,21 +75,23 @@ Value PowerUp(const Net& net) {
 
 Machine::Machine(const AbsDesign& design)
     : design_(design),
-      parts_(design.Nets.size()),
+      logic_(design.Nets.size()),
+      gates_(design),
+      position_(design.Nets.size(), Marks::None),
       clockSupport_(design.Nets.size(), false),
       external_(design.Nets.size(), Value::HighZ) {
-    for (const auto& function : design.Functions) {
-        parts_[function.Net].Of[static_cast<std::size_t>(function.To)] = &function;
-    }
+    for (const Net& net : design.Nets)
+        now_.push_back(net.Kind == NetKind::Input ? Value::HighZ : Value::Unknown);
     for (std::size_t net = 0; net < design.Nets.size(); ++net) {
-        now_.Logic.push_back(PowerUp(design.Nets[net]));
-        now_.Pin.push_back(design.Nets[net].Kind == NetKind::Input ? Value::HighZ : Value::Unknown);
+        now_.push_back(PowerUp(design.Nets[net]));
         if (!IsClocked(net)) continue;
         clocked_.push_back(net);
-        if (parts_[net][Input::Ck] == nullptr) usesDefaultClock_ = true;
+        if (!gates_.Has(net, Input::Ck)) usesDefaultClock_ = true;
     }
     FindOrder();
+    FindReaders();
     FindClockSupport();
+    due_.SetAll();
     Trouble ignored;
     Settle(ignored);
     for (const auto net : clocked_) clocks_.push_back(ClockOf(net));
@@ -105,13 +99,7 @@ Machine::Machine(const AbsDesign& design)
 
 // The nets that decide on a net's value while the registers stand still.
 std::vector<std::size_t> Machine::SettleDependencies(std::size_t net) const {
-    std::vector<std::size_t> nets;
-    for (const auto input : {Input::Out, Input::Oe, Input::L, Input::Le, Input::Ar, Input::Ap}) {
-        AddNets(parts_[net][input], nets);
-    }
-    std::sort(nets.begin(), nets.end());
-    nets.erase(std::unique(nets.begin(), nets.end()), nets.end());
-    return nets;
+    return gates_.Support(net, {Input::Out, Input::Oe, Input::L, Input::Le, Input::Ar, Input::Ap});
 }
 
 void Machine::FindOrder() {
@@ -123,21 +111,49 @@ void Machine::FindOrder() {
         const bool self = std::binary_search(edges[first].begin(), edges[first].end(), first);
         for (const auto net : component) {
             if (component.size() > 1 || self) looping_.push_back(net);
-            if (design_.Nets[net].Kind != NetKind::Input) order_.push_back(net);
+            if (design_.Nets[net].Kind == NetKind::Input) continue;
+            position_[net] = order_.size();
+            order_.push_back(net);
         }
     }
 }
 
+Machine::Readers Machine::ReadersOf(const std::vector<std::vector<std::size_t>>& read, std::size_t nets) {
+    Readers readers;
+    readers.Begin.assign(nets + 1, 0);
+    for (const auto& one : read)
+        for (const std::size_t net : one) ++readers.Begin[net + 1];
+    for (std::size_t net = 0; net < nets; ++net) readers.Begin[net + 1] += readers.Begin[net];
+    readers.Places.resize(readers.Begin[nets]);
+    std::vector<std::size_t> filled = readers.Begin;
+    for (std::size_t place = 0; place < read.size(); ++place)
+        for (const std::size_t net : read[place]) readers.Places[filled[net]++] = place;
+    return readers;
+}
+
+void Machine::FindReaders() {
+    std::vector<std::vector<std::size_t>> read;
+    for (const std::size_t net : order_) read.push_back(SettleDependencies(net));
+    settles_ = ReadersOf(read, design_.Nets.size());
+    read.clear();
+    for (const std::size_t net : clocked_) read.push_back(gates_.Support(net, {Input::Ck}));
+    clocksOf_ = ReadersOf(read, design_.Nets.size());
+    due_ = next_ = Marks(order_.size());
+    clockDue_ = Marks(clocked_.size());
+}
+
 void Machine::FindClockSupport() {
     std::vector<std::size_t> open;
-    for (const auto& parts : parts_) AddNets(parts[Input::Ck], open);
+    const auto add = [&](const std::vector<std::size_t>& nets) {
+        open.insert(open.end(), nets.begin(), nets.end());
+    };
+    for (const std::size_t net : clocked_) add(gates_.Support(net, {Input::Ck}));
     while (!open.empty()) {
         const auto net = open.back();
         open.pop_back();
         if (clockSupport_[net]) continue;
         clockSupport_[net] = true;
-        AddNets(parts_[net][Input::Out], open);
-        AddNets(parts_[net][Input::Oe], open);
+        add(gates_.Support(net, {Input::Out, Input::Oe}));
     }
 }
 

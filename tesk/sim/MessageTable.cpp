@@ -51,9 +51,10 @@ const std::vector<MessageEntry>& MessageTable() {
          "Test values are 0 1 C K L H Z X N P * and quoted values."},
         {"0209va", error, "Command is not valid",
          "The line begins with $ and is no command, or its value is out of range.",
-         "$MSG \"text\", $REPEAT 1 to 9999 before a vector, $TRACE 0 to 4, $SIMON, $SIMOFF."},
+         "$MSG \"text\", $REPEAT 1 to 1000000 before a vector, $TRACE 0 to 4, $SIMON, $SIMOFF."},
         {"0210va", error, "Vector file beyond the limits of the simulator", "There is too much to simulate.",
-         "At most 65535 vectors with repeats, 20000000 test values and 16 megabytes of text."},
+         "At most 10000000 vectors with repeats, 1000000000 test values, 1 gigabyte of text, 1 megabyte a "
+         "line."},
         {"0211va", error, "Vector does not fit ORDER", "A vector has one test value for each name of ORDER.",
          "Count the values; a field or list stands for its members, %n for none."},
         {"0212va", error, "Quoted value is not valid",
@@ -84,7 +85,7 @@ const std::vector<MessageEntry>& MessageTable() {
         {"0307vs", warning, "No vectors to simulate", "Nothing stands behind VECTORS:.",
          "Add test vectors to the vector file."},
         {"0308vs", warning, "Further trace or waves are left out",
-         "The simulation writes at most 8 megabytes of trace and 64 megabytes of waves.",
+         "The simulation writes at most 8 megabytes of trace and 1 gigabyte of waves.",
          "Use $TRACE for the vectors of interest only."},
         {"0400vs", error, "Vectors can't be appended to the fuse file",
          "The .JED file is missing or is none.", "Compile the design with the option JEDEC first."},
@@ -92,6 +93,8 @@ const std::vector<MessageEntry>& MessageTable() {
          "Compile the design with the option JEDEC again."},
         {"0402vs", warning, "Design without pins, no vectors are appended",
          "Vectors of a fuse file are told by pins.", "Compile the design for a device."},
+        {"0403vs", warning, "Fuse file takes the first vectors only", "Programmers take no more vectors.",
+         "Test the device with the first ones, or write vectors of their own for it."},
     };
     return table;
 }

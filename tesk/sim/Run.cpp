@@ -1,5 +1,7 @@
 #include "sim/Run.h"
 
+#include <algorithm>
+
 #include "sim/Logic3.h"
 
 namespace sim {
@@ -9,22 +11,35 @@ constexpr std::size_t mostNoteBytes = 8u << 20;
 
 class Runner {
   public:
-    Runner(const AbsDesign& design, const SiFile& file, const Observer& observer, std::uint64_t mostWork)
-        : design_(design), file_(file), observer_(observer), machine_(design) {
+    Runner(const AbsDesign& design, SiReader& steps, const Observers& observers, std::uint64_t mostWork)
+        : design_(design),
+          steps_(steps),
+          columns_(steps.Head().Columns),
+          observers_(observers),
+          machine_(design) {
         machine_.SetMostWork(mostWork);
+        for (const std::size_t net : columns_) {
+            const Net& record = design.Nets[net];
+            kinds_.push_back({net, record.Kind, record.Register != RegisterKind::None});
+        }
     }
 
     RunResult Run() {
         if (machine_.UsesDefaultClock()) result_.Messages.Add("0305vs", 0);
-        if (file_.Vectors == 0) result_.Messages.Add("0307vs", 0);
-        for (const auto& step : file_.Steps) {
-            if (!TakeStep(step)) break;
-        }
-        result_.LastNotes = std::move(notes_);
+        Step step;
+        while (steps_.Next(step) && TakeStep(step)) continue;
+        if (result_.Vectors == 0) result_.Messages.Add("0307vs", 0);
+        result_.LastNotes = std::move(record_.Notes);
         return std::move(result_);
     }
 
   private:
+    struct Column {
+        std::size_t Net;
+        NetKind Kind;
+        bool Registered;
+    };
+
     bool TakeStep(const Step& step) {
         switch (step.Kind) {
             case StepKind::Message:
@@ -63,21 +78,22 @@ class Runner {
         if (noteBytes_ > mostNoteBytes) return;
         noteBytes_ += line.size() + 2;
         if (noteBytes_ > mostNoteBytes) result_.Messages.Add("0308vs", 0);
-        notes_.push_back(line);
+        record_.Notes.append(line).append("\r\n");
     }
 
     void TakeVector(const Step& step) {
-        VectorRecord record{step.Line, on_, step.Text, step.Text, {}};
+        record_.Number = ++result_.Vectors;
+        record_.Simulated = on_;
+        record_.Given = step.Text;
+        record_.Found = step.Text;
         if (on_) {
             Execute(step);
-            Compare(step, record);
+            Compare(step);
         } else {
-            for (char& value : record.Found) {
-                if (value == '*') value = 'X';
-            }
+            std::replace(record_.Found.begin(), record_.Found.end(), '*', 'X');
         }
-        record.Notes = std::exchange(notes_, {});
-        result_.Vectors.push_back(std::move(record));
+        if (observers_.Vector) observers_.Vector(record_);
+        record_.Notes.clear();
         time_ += 100;
     }
 
@@ -88,60 +104,61 @@ class Runner {
         const bool inverse = values.find('K') != values.npos;
         if (preload) machine_.Preload(StatesToLoad(values));
         machine_.SetDefaultClock(Value::Zero);
-        Apply(Drives(values, preload), step, 0);
+        FindDrives(values, preload);
+        Apply(step, 0);
         if (!pulse && !inverse) return;
         machine_.SetDefaultClock(pulse ? Value::One : Value::Zero);
-        Apply(Pulsed(values, Value::One, Value::Zero), step, 25);
+        FindPulses(values, Value::One, Value::Zero);
+        Apply(step, 25);
         machine_.SetDefaultClock(pulse ? Value::Zero : Value::One);
-        Apply(Pulsed(values, Value::Zero, Value::One), step, 75);
+        FindPulses(values, Value::Zero, Value::One);
+        Apply(step, 75);
     }
 
     std::vector<Machine::Drive> StatesToLoad(const std::string& values) const {
         std::vector<Machine::Drive> states;
         for (std::size_t i = 0; i < values.size(); ++i) {
-            const auto& net = design_.Nets[file_.Columns[i]];
+            const auto& net = design_.Nets[columns_[i]];
             if (values[i] != '0' && values[i] != '1') continue;
             const bool inverted = net.ActiveLow && net.Kind != NetKind::Node;
-            states.emplace_back(file_.Columns[i], (values[i] == '1') != inverted ? Value::One : Value::Zero);
+            states.emplace_back(columns_[i], (values[i] == '1') != inverted ? Value::One : Value::Zero);
         }
         return states;
     }
 
-    std::vector<Machine::Drive> Drives(const std::string& values, bool preload) const {
-        std::vector<Machine::Drive> drives;
+    void FindDrives(const std::string& values, bool preload) {
+        drives_.clear();
         for (std::size_t i = 0; i < values.size(); ++i) {
-            const auto& net = design_.Nets[file_.Columns[i]];
+            const Column& column = kinds_[i];
             const char value = values[i];
-            if (net.Kind == NetKind::Node) continue;
-            const bool loaded = preload && net.Register != RegisterKind::None;
+            if (column.Kind == NetKind::Node) continue;
+            const bool loaded = preload && column.Registered;
             Value level = Value::HighZ;
             if (value == '0' || value == 'C') level = Value::Zero;
             if (value == '1' || value == 'K') level = Value::One;
-            if (net.Kind == NetKind::Input) {
+            if (column.Kind == NetKind::Input) {
                 if (value == 'P' || value == '*') continue;
                 if (value == 'X') level = Value::Unknown;
             }
-            drives.emplace_back(file_.Columns[i], loaded ? Value::HighZ : level);
+            drives_.emplace_back(column.Net, loaded ? Value::HighZ : level);
         }
-        return drives;
     }
 
-    std::vector<Machine::Drive> Pulsed(const std::string& values, Value c, Value k) const {
-        std::vector<Machine::Drive> drives;
+    void FindPulses(const std::string& values, Value c, Value k) {
+        drives_.clear();
         for (std::size_t i = 0; i < values.size(); ++i) {
-            if (values[i] == 'C') drives.emplace_back(file_.Columns[i], c);
-            if (values[i] == 'K') drives.emplace_back(file_.Columns[i], k);
+            if (values[i] == 'C') drives_.emplace_back(columns_[i], c);
+            if (values[i] == 'K') drives_.emplace_back(columns_[i], k);
         }
-        return drives;
     }
 
-    void Apply(const std::vector<Machine::Drive>& drives, const Step& step, std::uint64_t offset) {
-        const auto trouble = machine_.Apply(drives);
+    void Apply(const Step& step, std::uint64_t offset) {
+        const auto trouble = machine_.Apply(drives_);
         if (!trouble.NoFixedPoint.empty())
             result_.Messages.Add(trouble.ClockFault ? "0303vs" : "0302vs", step.Line,
                                  Names(trouble.NoFixedPoint));
         if (!trouble.Contention.empty()) result_.Messages.Add("0304vs", step.Line, Names(trouble.Contention));
-        if (observer_) observer_(time_ + offset, machine_);
+        if (observers_.Waves) observers_.Waves(time_ + offset, machine_);
     }
 
     std::string Names(const std::vector<std::size_t>& nets) const {
@@ -154,31 +171,36 @@ class Runner {
         return names;
     }
 
-    void Compare(const Step& step, VectorRecord& record) {
-        for (std::size_t i = 0; i < record.Found.size(); ++i) {
-            char& value = record.Found[i];
+    void Compare(const Step& step) {
+        bool same = true;
+        for (std::size_t i = 0; i < record_.Found.size(); ++i) {
+            char& value = record_.Found[i];
             if (value != 'L' && value != 'H' && value != 'Z' && value != '*') continue;
-            const auto net = file_.Columns[i];
-            const bool input = design_.Nets[net].Kind == NetKind::Input;
-            value = (input ? "01XZ" : "LHXZ")[static_cast<std::size_t>(machine_.Level(net))];
+            const bool input = kinds_[i].Kind == NetKind::Input;
+            value = (input ? "01XZ" : "LHXZ")[static_cast<std::size_t>(machine_.Level(columns_[i]))];
+            same = same && (record_.Given[i] == '*' || record_.Given[i] == value);
         }
-        for (const auto column : MismatchesOf(record)) {
+        if (same) return;
+        for (const auto column : MismatchesOf(record_)) {
             ++result_.Mismatches;
             result_.Messages.Add("0301vs", step.Line,
-                                 "vector " + std::to_string(result_.Vectors.size() + 1) + ", " +
-                                     design_.Nets[file_.Columns[column]].Name + " expected " +
-                                     record.Given[column] + ", found " + record.Found[column]);
+                                 "vector " + std::to_string(record_.Number) + ", " +
+                                     design_.Nets[columns_[column]].Name + " expected " +
+                                     record_.Given[column] + ", found " + record_.Found[column]);
         }
     }
 
     const AbsDesign& design_;
-    const SiFile& file_;
-    const Observer& observer_;
+    SiReader& steps_;
+    const std::vector<std::size_t>& columns_;
+    std::vector<Column> kinds_;  // what drives a column depends on
+    const Observers& observers_;
     Machine machine_;
     bool on_ = true;
     std::uint64_t time_ = 0;
-    std::vector<std::string> notes_;
     std::size_t noteBytes_ = 0;
+    std::vector<Machine::Drive> drives_;
+    VectorRecord record_;  // of the vector at hand
     RunResult result_;
 };
 
@@ -193,9 +215,9 @@ std::vector<std::size_t> MismatchesOf(const VectorRecord& record) {
     return columns;
 }
 
-RunResult RunVectors(const AbsDesign& design, const SiFile& file, const Observer& observer,
+RunResult RunVectors(const AbsDesign& design, SiReader& steps, const Observers& observers,
                      std::uint64_t mostWork) {
-    return Runner(design, file, observer, mostWork).Run();
+    return Runner(design, steps, observers, mostWork).Run();
 }
 
 }  // namespace sim

@@ -7,6 +7,7 @@
 
 #include "sim/AbsFile.h"
 #include "sim/Message.h"
+#include "sim/TextLines.h"
 
 // The .SI file: header statements (`Name Counter;` …), then in this order
 //
@@ -33,36 +34,36 @@ struct Step {
     int Number = 1;    // a vector: how often it is run; $TRACE: the level, 0 to 4
 };
 
-struct SiFile {
+// What stands before the vectors.
+struct SiHead {
     std::vector<OrderItem> Order;
     std::vector<std::size_t> Columns;  // the nets of ORDER, one a column
-    std::vector<Step> Steps;
-    std::size_t Vectors = 0;  // repeats counted
+    unsigned Base = 16;
 };
 
 // What the reader takes; more is an error.
 struct SiLimits {
-    static constexpr std::size_t FileBytes = 16u << 20;
-    static constexpr int Blanks = 80;  // of one %n
-    static constexpr int Repeat = 9999;
-    static constexpr std::size_t Vectors = 65535;      // repeats counted
-    static constexpr std::size_t Values = 20'000'000;  // vectors times columns
+    static constexpr std::size_t FileBytes = 1u << 30;
+    static constexpr std::size_t LineBytes = TextLines::MostBytes;  // and of all lines of one statement
+    static constexpr int Blanks = 80;                               // of one %n
+    static constexpr int Repeat = 1'000'000;
+    static constexpr std::size_t Vectors = 10'000'000;    // repeats counted
+    static constexpr std::size_t Values = 1'000'000'000;  // vectors times columns
 };
 
+// The vectors that a file holds, and what is wrong in it.
 struct SiResult {
-    SiFile File;
+    std::size_t Vectors = 0;  // repeats counted
     MessageLog Messages;
     bool Ok() const { return Messages.Errors() == 0; }
 };
 
 // Takes any bytes. Faults are messages with their line (codes 02..va); with errors the file is not to be run.
-// Test values are checked against the nets: in a result without errors a vector has one of 0 1 C K L H Z X N
-// P * for each column.
 //
 // A quoted value stands for one entry of ORDER: a number in the base (X is a digit of don't-cares), or one of
 // the letters C K L H Z N P * for each member (C only where it is no digit), at most 100 digits. A number
 // drives inputs (0, 1) and is expected at outputs (L, H); at bidirectional members 'value' drives and "value"
 // is expected.
-SiResult ReadSi(std::string_view text, const AbsDesign& design);
+SiResult CheckSi(Source& source, const AbsDesign& design);
 
 }  // namespace sim

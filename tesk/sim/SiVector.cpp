@@ -1,6 +1,7 @@
 #include "sim/SiVector.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/Text.h"
 
@@ -8,6 +9,44 @@ namespace sim {
 namespace {
 
 constexpr std::string_view testValues = "01CKLHZXNP*";
+
+constexpr std::uint8_t none = 31;
+
+// The place of a test value, for the bits of a mask; `none` for any other character.
+std::uint8_t PlaceOf(char value) {
+    static constexpr auto places = [] {
+        std::array<std::uint8_t, 256> table{};
+        table.fill(none);
+        for (std::uint8_t i = 0; i < testValues.size(); ++i)
+            table[static_cast<unsigned char>(testValues[i])] = i;
+        return table;
+    }();
+    return places[static_cast<unsigned char>(value)];
+}
+
+bool Fits(char value, const Net& net, bool hasEnable, bool preload) {
+    const bool driven = net.Kind == NetKind::Input || net.Kind == NetKind::Bidirectional;
+    switch (value) {
+        case '0':
+        case '1':
+            return driven || hasEnable || (preload && net.Register != RegisterKind::None);
+        case 'C':
+        case 'K':
+            return driven;
+        case 'L':
+        case 'H':
+            return net.Kind != NetKind::Input;
+        default:
+            return true;
+    }
+}
+
+std::uint16_t Fitting(const Net& net, bool hasEnable, bool preload) {
+    unsigned mask = 0;
+    for (const char value : testValues)
+        if (Fits(value, net, hasEnable, preload)) mask |= 1u << PlaceOf(value);
+    return static_cast<std::uint16_t>(mask);
+}
 
 int DigitValue(char c) {
     const char u = base::UpperChar(c);
@@ -58,8 +97,8 @@ struct VectorReader::Work {
     std::string_view Row;
     int Line;
     MessageLog& Log;
+    std::string& Values;
     std::size_t At = 0;
-    std::string Values;
     bool Good = true;
 
     void Fault(std::string_view code, std::string_view detail) {
@@ -68,45 +107,51 @@ struct VectorReader::Work {
     }
 };
 
-VectorReader::VectorReader(const AbsDesign& design, const SiFile& file, unsigned base)
-    : design_(design), file_(file), base_(base), hasEnable_(design.Nets.size(), false) {
-    for (const auto& function : design.Functions) {
-        if (function.To == Input::Oe) hasEnable_[function.Net] = true;
-    }
-    for (const auto& item : file.Order) {
-        for (std::size_t i = 0; i < item.Nets.size(); ++i) itemOfColumn_.push_back(i == 0 ? &item : nullptr);
+VectorReader::VectorReader(const AbsDesign& design, const SiHead& head) : design_(design), base_(head.Base) {
+    std::vector<bool> hasEnable(design.Nets.size());
+    for (const auto& function : design.Functions)
+        if (function.To == Input::Oe) hasEnable[function.Net] = true;
+    for (const auto& item : head.Order) {
+        for (const std::size_t place : item.Nets) {
+            const Net& net = design.Nets[place];
+            columns_.push_back({place, place == item.Nets.front() ? &item : nullptr,
+                                Fitting(net, hasEnable[place], false), Fitting(net, hasEnable[place], true),
+                                net.Kind == NetKind::Output || net.Kind == NetKind::Node,
+                                net.Kind == NetKind::Bidirectional});
+        }
     }
 }
 
-std::string VectorReader::Read(std::string_view row, int line, MessageLog& log) const {
-    Work work{row, line, log, 0, {}, true};
+void VectorReader::Read(std::string_view row, int line, MessageLog& log, std::string& values) const {
+    values.clear();
+    Work work{row, line, log, values};
     while (work.Good && work.At < row.size()) {
         const char c = base::UpperChar(row[work.At]);
-        if (work.Values.size() > file_.Columns.size()) break;
+        if (work.Values.size() > columns_.size()) break;
         if (c == '\'' || c == '"') {
             TakeQuoted(work);
         } else {
             ++work.At;
             if (c == ' ' || c == '\t') continue;
-            if (testValues.find(c) == testValues.npos) work.Fault("0208va", row.substr(work.At - 1, 1));
+            if (PlaceOf(c) == none) work.Fault("0208va", row.substr(work.At - 1, 1));
             work.Values += c;
         }
     }
-    if (work.Good && work.Values.size() != file_.Columns.size()) {
-        const bool more = work.Values.size() > file_.Columns.size();
+    if (work.Good && work.Values.size() != columns_.size()) {
+        const bool more = work.Values.size() > columns_.size();
         work.Fault("0211va", (more ? "more than " : std::to_string(work.Values.size()) + " of ") +
-                                 std::to_string(file_.Columns.size()) + " test values");
+                                 std::to_string(columns_.size()) + " test values");
     }
-    if (!work.Good) return std::string(file_.Columns.size(), 'X');
-    CheckValues(work);
-    return work.Values;
+    if (work.Good)
+        CheckValues(work);
+    else
+        values.assign(columns_.size(), 'X');
 }
 
 void VectorReader::TakeQuoted(Work& work) const {
     const char quote = work.Row[work.At];
     const auto end = work.Row.find(quote, work.At + 1);
-    const auto* item =
-        work.Values.size() < itemOfColumn_.size() ? itemOfColumn_[work.Values.size()] : nullptr;
+    const auto* item = work.Values.size() < columns_.size() ? columns_[work.Values.size()].Entry : nullptr;
     if (end == work.Row.npos || end == work.At + 1) return work.Fault("0212va", work.Row.substr(work.At));
     if (item == nullptr) return work.Fault("0212va", "no entry of ORDER begins here");
     const auto value = work.Row.substr(work.At + 1, end - work.At - 1);
@@ -122,7 +167,7 @@ void VectorReader::TakeQuoted(Work& work) const {
     bool good = true;
     const auto bits = Bits(value, item->Nets.size(), good);
     if (!good) return work.Fault("0212va", value);
-    work.Values += AsDriven(bits, *item, quote == '\'');
+    AddNumber(work, bits, quote == '\'');
 }
 
 // Exactly `width` characters 0, 1, X; not good if a digit is none of the base or a 1 does not fit.
@@ -138,42 +183,22 @@ std::string VectorReader::Bits(std::string_view digits, std::size_t width, bool&
     return bits.substr(excess);
 }
 
-std::string VectorReader::AsDriven(std::string_view bits, const OrderItem& item, bool driving) const {
-    std::string values;
-    for (std::size_t i = 0; i < item.Nets.size(); ++i) {
-        const auto kind = design_.Nets[item.Nets[i]].Kind;
-        const bool expected =
-            kind == NetKind::Output || kind == NetKind::Node || (kind == NetKind::Bidirectional && !driving);
-        values += !expected || bits[i] == 'X' ? bits[i] : bits[i] == '1' ? 'H' : 'L';
+void VectorReader::AddNumber(Work& work, std::string_view bits, bool driving) const {
+    for (const char bit : bits) {
+        const Column& column = columns_[work.Values.size()];
+        const bool expected = column.Expected || (column.Either && !driving);
+        work.Values += !expected || bit == 'X' ? bit : bit == '1' ? 'H' : 'L';
     }
-    return values;
 }
 
 void VectorReader::CheckValues(Work& work) const {
     const bool preload = work.Values.find('P') != work.Values.npos;
     for (std::size_t i = 0; i < work.Values.size(); ++i) {
-        const auto& net = design_.Nets[file_.Columns[i]];
+        const Column& column = columns_[i];
         char& value = work.Values[i];
-        if (Fits(value, net, hasEnable_[file_.Columns[i]], preload)) continue;
-        work.Log.Add("0213va", work.Line, net.Name + " " + value);
+        if (((preload ? column.Preloaded : column.Fitting) >> PlaceOf(value) & 1) != 0) continue;
+        work.Log.Add("0213va", work.Line, design_.Nets[column.Net].Name + " " + value);
         value = 'X';
-    }
-}
-
-bool VectorReader::Fits(char value, const Net& net, bool hasEnable, bool preload) const {
-    switch (value) {
-        case '0':
-        case '1':
-            return net.Kind == NetKind::Input || net.Kind == NetKind::Bidirectional || hasEnable ||
-                   (preload && net.Register != RegisterKind::None);
-        case 'C':
-        case 'K':
-            return net.Kind == NetKind::Input || net.Kind == NetKind::Bidirectional;
-        case 'L':
-        case 'H':
-            return net.Kind != NetKind::Input;
-        default:
-            return true;
     }
 }
 

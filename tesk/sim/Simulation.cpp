@@ -1,5 +1,7 @@
 #include "sim/Simulation.h"
 
+#include <optional>
+
 #include "sim/JedVectors.h"
 #include "sim/SoFile.h"
 #include "sim/Vcd.h"
@@ -7,35 +9,67 @@
 namespace sim {
 namespace {
 
+constexpr std::size_t progressStep = 50'000;  // vectors; a fraction of a second for a small design
+
 void Take(SimulationResult& result, const MessageLog& log) {
     result.Messages.insert(result.Messages.end(), log.Items().begin(), log.Items().end());
     result.Errors += log.Errors();
     result.Warnings += log.Warnings();
 }
 
-void Append(SimulationResult& result, const std::string& jedec, const AbsDesign& design, const SiFile& file,
-            const RunResult& run) {
-    MessageLog log;
-    if (design.PinCount == 0) {
-        log.Add("0402vs", 0);
-    } else if (jedec.empty()) {
-        log.Add("0400vs", 0);
-    } else {
-        result.Jed = AppendVectors(jedec, PinVectors(design, file, run), log);
+class Simulator {
+  public:
+    Simulator(const Checked& checked, Source& si, const SimulationOptions& options,
+              const SimulationOutputs& outputs)
+        : design_(checked.Abs.Design),
+          outputs_(outputs),
+          steps_(si, design_, told_),
+          so_(design_, steps_.Head(), checked.Si.Vectors, outputs.Aside) {
+        if (options.Append && design_.PinCount > 0) jed_.emplace(design_, steps_.Head());
     }
-    Take(result, log);
-}
 
-RunResult RunWithWaves(SimulationResult& result, const AbsDesign& design, const SiFile& file) {
-    VcdWriter waves(design);
-    auto run = RunVectors(design, file,
-                          [&](std::uint64_t time, const Machine& machine) { waves.Sample(time, machine); });
-    if (waves.Full()) run.Messages.Add("0308vs", 0);
-    if (!run.Vectors.empty()) result.Vcd = waves.Text(run.Vectors.size() * 100);
-    result.Vectors = run.Vectors.size();
-    result.Mismatches = run.Mismatches;
-    return run;
-}
+    void Run(SimulationResult& result) {
+        VcdWriter waves(design_, outputs_.Vcd);
+        run_ = RunVectors(design_, steps_,
+                          {[&](std::uint64_t time, const Machine& machine) { waves.Sample(time, machine); },
+                           [&](const VectorRecord& record) { Take(record); }});
+        if (waves.Full()) run_.Messages.Add("0308vs", 0);
+        if (run_.Vectors > 0) waves.Finish(run_.Vectors * 100);
+        result.Vectors = run_.Vectors;
+        result.Mismatches = run_.Mismatches;
+        sim::Take(result, run_.Messages);
+    }
+
+    void Append(SimulationResult& result, std::string_view jedec) const {
+        MessageLog log;
+        if (!jed_)
+            log.Add("0402vs", 0);
+        else if (jedec.empty())
+            log.Add("0400vs", 0);
+        else
+            result.Jed = jed_->AppendTo(jedec, log);
+        sim::Take(result, log);
+    }
+
+    void WriteSo(const SimulationResult& result, Source* listed) {
+        so_.Finish(run_, result.Messages, listed, outputs_.So);
+    }
+
+  private:
+    void Take(const VectorRecord& record) {
+        so_.Add(record);
+        if (jed_) jed_->Add(record);
+        if (outputs_.Progress && record.Number % progressStep == 0) outputs_.Progress(record.Number);
+    }
+
+    const AbsDesign& design_;
+    const SimulationOutputs& outputs_;
+    MessageLog told_;  // what the check has said
+    SiReader steps_;
+    SoWriter so_;
+    std::optional<JedVectors> jed_;
+    RunResult run_;
+};
 
 }  // namespace
 
@@ -43,22 +77,22 @@ SimulationOptions ParseOptions(std::string_view letters) {
     return {letters.find('l') != letters.npos, letters.find('j') != letters.npos};
 }
 
-SimulationResult Simulate(const SimulationTexts& texts, const SimulationOptions& options) {
+Checked Check(std::string_view abs, Source& si) {
+    Checked checked;
+    checked.Abs = ReadAbs(abs);
+    if (checked.Abs.Ok()) checked.Si = CheckSi(si, checked.Abs.Design);
+    return checked;
+}
+
+SimulationResult Simulate(const Checked& checked, Source& si, std::string_view jedec,
+                          const SimulationOptions& options, const SimulationOutputs& outputs) {
     SimulationResult result;
-    const auto abs = ReadAbs(texts.Abs);
-    Take(result, abs.Messages);
-    SiResult si;
-    RunResult run;
-    if (abs.Ok()) {
-        si = ReadSi(texts.Si, abs.Design);
-        Take(result, si.Messages);
-    }
-    if (abs.Ok() && si.Ok()) {
-        run = RunWithWaves(result, abs.Design, si.File);
-        Take(result, run.Messages);
-        if (options.Append) Append(result, texts.Jed, abs.Design, si.File, run);
-    }
-    result.So = WriteSo(abs.Design, si.File, run, result.Messages, texts.Si, options.Listing);
+    Take(result, checked.Abs.Messages);
+    Take(result, checked.Si.Messages);
+    Simulator simulator(checked, si, options, outputs);
+    if (checked.Ok()) simulator.Run(result);
+    if (checked.Ok() && options.Append) simulator.Append(result, jedec);
+    simulator.WriteSo(result, options.Listing ? &si : nullptr);
     return result;
 }
 

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "sim/Message.h"
+#include "sim/AbsFile.h"
+#include "sim/SiFile.h"
+#include "sim/Streams.h"
 
-// The whole of a simulation run on texts: what the simulator's kernel calls between reading and writing
-// files.
+// The whole of a simulation: what the simulator's kernel calls between reading and writing files.
 namespace sim {
 
 struct SimulationOptions {
@@ -18,15 +20,26 @@ struct SimulationOptions {
 // Letters that are no option are passed over.
 SimulationOptions ParseOptions(std::string_view letters);
 
-struct SimulationTexts {
-    std::string Abs;  // in
-    std::string Si;   // in
-    std::string Jed;  // in: read only with Append; empty: there is none
+// What was read of a design and its vectors.
+struct Checked {
+    AbsResult Abs;
+    SiResult Si;  // empty if the design is not to be used
+    bool Ok() const { return Abs.Ok() && Si.Ok(); }
+};
+
+// Takes any bytes.
+Checked Check(std::string_view abs, Source& si);
+
+// Where a simulation writes.
+struct SimulationOutputs {
+    Sink& So;      // always
+    Sink& Vcd;     // nothing if nothing was simulated
+    Spool& Aside;  // while it goes on
+    // Told now and then: how many vectors are through.
+    std::function<void(std::size_t vectors)> Progress;
 };
 
 struct SimulationResult {
-    std::string So;                 // always written
-    std::string Vcd;                // empty if nothing was simulated
     std::string Jed;                // empty: leave the file as it is
     std::vector<Message> Messages;  // in the order in which they came up; `FileExtension` tells their file
     std::size_t Errors = 0;
@@ -35,7 +48,9 @@ struct SimulationResult {
     std::size_t Mismatches = 0;
 };
 
-// Takes any bytes; never throws but for memory.
-SimulationResult Simulate(const SimulationTexts& texts, const SimulationOptions& options);
+// Runs the vectors, one by one, unless the check found errors. `jedec` is the text that they are appended to,
+// empty if there is none.
+SimulationResult Simulate(const Checked& checked, Source& si, std::string_view jedec,
+                          const SimulationOptions& options, const SimulationOutputs& outputs);
 
 }  // namespace sim

@@ -5,7 +5,7 @@
 namespace sim {
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
+constexpr std::size_t pieceBytes = 1u << 16;
 
 // The short name of a net: characters of the codes 33 to 126, a number of base 94.
 std::string Identifier(std::size_t net) {
@@ -21,7 +21,7 @@ char VcdValue(Value value) { return "01xz"[static_cast<std::size_t>(value)]; }
 
 }  // namespace
 
-VcdWriter::VcdWriter(const AbsDesign& design) {
+VcdWriter::VcdWriter(const AbsDesign& design, Sink& sink) : sink_(sink) {
     const auto name = design.Header.find("Name");
     std::string scope = name == design.Header.end() ? "" : base::Trim(name->second);
     for (char& c : scope) {
@@ -29,28 +29,38 @@ VcdWriter::VcdWriter(const AbsDesign& design) {
     }
     text_ = "$timescale 1 ns $end\r\n$scope module " + (scope.empty() ? "design" : scope) + " $end\r\n";
     for (std::size_t i = 0; i < design.Nets.size(); ++i) {
+        names_.push_back(Identifier(i) + "\r\n");
         text_ += "$var wire 1 " + Identifier(i) + " " + design.Nets[i].Name + " $end\r\n";
     }
     text_ += "$upscope $end\r\n$enddefinitions $end\r\n";
     last_.assign(design.Nets.size(), Value::Unknown);
 }
 
+void VcdWriter::Flush() {
+    sink_.Put(text_);
+    bytes_ += text_.size();
+    text_.clear();
+}
+
 void VcdWriter::Sample(std::uint64_t time, const Machine& machine) {
     if (Full()) return;
-    std::string changes;
+    bool any = false;
     for (std::size_t i = 0; i < last_.size(); ++i) {
         const Value value = machine.Level(i);
         if (started_ && value == last_[i]) continue;
+        if (!any) ((text_ += '#') += std::to_string(time)) += started_ ? "\r\n" : "\r\n$dumpvars\r\n";
+        any = true;
         last_[i] = value;
-        (changes += VcdValue(value)) += Identifier(i);
-        changes += lineEnd;
+        (text_ += VcdValue(value)) += names_[i];
     }
-    if (changes.empty()) return;
-    text_ += "#" + std::to_string(time) + "\r\n";
-    text_ += started_ ? changes : "$dumpvars\r\n" + changes + "$end\r\n";
-    started_ = true;
+    if (any && !started_) text_ += "$end\r\n";
+    started_ = started_ || any;
+    if (text_.size() > pieceBytes) Flush();
 }
 
-std::string VcdWriter::Text(std::uint64_t end) const { return text_ + "#" + std::to_string(end) + "\r\n"; }
+void VcdWriter::Finish(std::uint64_t end) {
+    text_ += "#" + std::to_string(end) + "\r\n";
+    Flush();
+}
 
 }  // namespace sim

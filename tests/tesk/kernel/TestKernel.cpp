@@ -310,6 +310,40 @@ TEST_F(Kernel, JedecFileTakesTheNameOfTheHeader) {
     EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
 }
 
+// More vectors than are kept in memory: the results are whole, and nothing else is left in the folder.
+TEST_F(Kernel, LongSimulations) {
+    const std::string vectors = FileText(folder / "COUNT8.SI");
+    std::string text = vectors.substr(0, vectors.find("$MSG"));
+    for (int count = 1; count <= 60000; ++count) {
+        char line[40];
+        std::snprintf(line, sizeof line, "C 1 0 1 '00' \"%02X\" *\r\n", count & 255);
+        text += count == 1 ? "0 0 0 1 '00' \"00\" L\r\n" + std::string(line) : line;
+    }
+    WriteText(folder / "COUNT8.SI", text);
+    EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "jlas", "&"), 0);
+    EXPECT_EQ(Count(kernel::oneError) + Count(kernel::oneWarning), 0u);
+    const std::string so = FileText(folder / "COUNT8.SO");
+    EXPECT_NE(so.find("60000: C 1 0 1  00000000  LHLHHHHH L\r\n60001: C 1 0 1  00000000  LHHLLLLL L\r\n"),
+              so.npos);
+    EXPECT_TRUE(so.ends_with("\r\n\r\n60001 vectors, 0 mismatches\r\n"));
+    EXPECT_TRUE(FileText(folder / "COUNT8.VCD").ends_with("#6000100\r\n"));
+    EXPECT_NE(FileText(folder / "COUNT8.JED").find("QV60001*"), std::string::npos);
+    std::size_t told = 0;
+    for (const Sent& one : sent)
+        told += one.Message == kernel::infoText && one.Text == "50000 vectors" ? 1 : 0;
+    EXPECT_EQ(told, 1u);
+    std::size_t hidden = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        hidden += entry.path().filename().string().starts_with(".") ? 1 : 0;
+    EXPECT_EQ(hidden, 0u);
+    WriteText(folder / "COUNT8.SO", "old");
+    fs::permissions(folder / "COUNT8.SO", fs::perms(0444));
+    sent.clear();
+    EXPECT_EQ(Call("vornk.dll", "VornkVB", folder / "COUNT8", "l"), 1);
+    EXPECT_EQ(Count(kernel::oneError), 1u);
+    EXPECT_EQ(FileText(folder / "COUNT8.SO"), "old");
+}
+
 // A design that does not fit: its terms can be read, its fuses are not those of an earlier run.
 TEST_F(Kernel, FailureLeavesNoOldFuses) {
     int code = -1;

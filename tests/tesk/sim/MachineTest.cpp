@@ -8,6 +8,7 @@
 namespace {
 
 using test::FoundBy;
+using test::Simulate;
 using test::Texts;
 
 // Each case: the design's records, ORDER, the vectors, and what the pins must show after each of them, worked
@@ -22,7 +23,7 @@ struct Case {
 
 void Check(const std::vector<Case>& cases) {
     for (const auto& c : cases) {
-        const auto result = sim::Simulate(Texts(c.design, c.order, c.vectors), {});
+        const auto result = Simulate(Texts(c.design, c.order, c.vectors), {});
         EXPECT_EQ(FoundBy(result), c.found) << c.name << "\n" << result.So;
         EXPECT_EQ(result.Errors, 0u) << c.name << "\n" << result.So;
     }
@@ -116,7 +117,7 @@ TEST(Machine, PolarityPinsAndEnables) {
          "11**\n01Z*\n010*\n001*\n10**\nX1**\n",
          {"11HH", "01ZX", "010L", "001H", "10LL", "X1XX"}},
     });
-    const auto contention = sim::Simulate(Texts(bus, "C,A,B,Y,W", "110 0*\n111 1*\n"), {});
+    const auto contention = Simulate(Texts(bus, "C,A,B,Y,W", "110 0*\n111 1*\n"), {});
     EXPECT_EQ(FoundBy(contention), (std::vector<std::string>{"1100X", "1111H"}));
     EXPECT_EQ(contention.Warnings, 1u);
 }
@@ -170,7 +171,7 @@ TEST(Machine, LoopsSettleOrAreNamed) {
         {outputs + "FUNCTION P OUT NEGATIVE\nTERM P !C\nFUNCTION Q OUT POSITIVE\n", "0302vs", "settle: P"},
     };
     for (const auto& c : cases) {
-        const auto result = sim::Simulate(Texts(c.design, "C,A,B,P,Q", "000**\n010**\n100**\n"), {});
+        const auto result = Simulate(Texts(c.design, "C,A,B,P,Q", "000**\n010**\n100**\n"), {});
         ASSERT_GE(result.Errors, 1u) << result.So;
         EXPECT_EQ(result.Messages[0].Code, c.code);
         EXPECT_NE(result.Messages[0].Text.find(c.names), std::string::npos) << result.Messages[0].Text;

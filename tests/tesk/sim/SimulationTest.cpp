@@ -7,11 +7,11 @@
 
 #include "SimTexts.h"
 #include "sim/Run.h"
-#include "sim/SiFile.h"
 
 namespace {
 
 using test::FoundBy;
+using test::Simulate;
 using test::Texts;
 
 const std::string design =
@@ -22,7 +22,7 @@ const std::string design =
     "POSITIVE\n"
     "TERM D1\nFUNCTION Q1 CK POSITIVE\nTERM C\n";
 
-std::string Codes(const sim::SimulationResult& result) {
+std::string Codes(const test::Simulated& result) {
     std::string codes;
     for (const auto& m : result.Messages)
         codes += (codes.empty() ? "" : " ") + m.Code + "@" + std::to_string(m.Line);
@@ -35,7 +35,7 @@ TEST(Si, FaultsAreToldWithCodeAndLine) {
         const char* codes;
     } cases[] = {
         {"Name T; Name2 X;\nORDER: C, IN;\nVECTORS:\n", "0203va@1"},
-        {"Name T;\nORDER: C, IN;\n", "0202va@3"},
+        {"Name T;\nORDER: C, IN;\n", "0202va@2"},
         {"Name T;\nVECTORS:\n", "0202va@0"},
         {"Name T;\nORDER: C, IN", "0202va@2 0202va@2 0202va@0"},
         {"/* open\nName T;", "0201va@1 0202va@2 0204va@0 0202va@0"},
@@ -52,14 +52,16 @@ TEST(Si, FaultsAreToldWithCodeAndLine) {
         {"Name T;\nORDER: C, IN;\nVECTORS:\n/* none */\n", "0307vs@0"},
     };
     for (const auto& c : cases) {
-        const auto result = sim::Simulate({Texts(design, "", "").Abs, c.si, ""}, {});
-        EXPECT_EQ(Codes(result), c.codes) << c.si;
+        for (const std::size_t piece : {1u, 3u, 1u << 16}) {
+            const auto result = Simulate({Texts(design, "", "").Abs, c.si, ""}, {}, piece);
+            EXPECT_EQ(Codes(result), c.codes) << c.si << piece;
+        }
     }
 }
 
 TEST(Si, ValuesCommentsAndCommands) {
     const auto vectors = [](const char* base, const char* rows) {
-        return sim::Simulate(
+        return Simulate(
             {Texts(design, "", "").Abs,
              std::string("Name T; BASE: ") + base + ";\norder: C, %2, IN, /* , */ OUT;\nvectors:\n" + rows,
              ""},
@@ -90,7 +92,7 @@ TEST(Si, ValuesCommentsAndCommands) {
 
 TEST(Simulation, MismatchesStandUnderTheirVector) {
     auto texts = Texts(design, "C,%1,D0,D1,D2,D3,%1,Q0,Q1", "C 1000 HL\nC 0100 LH\n");
-    const auto result = sim::Simulate(texts, {true, false});
+    const auto result = Simulate(texts, {true, false});
     EXPECT_EQ(Codes(result), "0301vs@4 0301vs@5");
     EXPECT_EQ(result.Mismatches, 2u);
     EXPECT_NE(
@@ -117,7 +119,7 @@ char ValueAt(const std::string& vcd, const std::string& name, int time) {
 }
 
 TEST(Simulation, WavesShowThePulseAndItsEffect) {
-    const auto vcd = sim::Simulate(Texts(design, "C,IN,OUT", "C0001**\n00000**\nC0000**\n"), {}).Vcd;
+    const auto vcd = Simulate(Texts(design, "C,IN,OUT", "C0001**\n00000**\nC0000**\n"), {}).Vcd;
     std::string clock;
     std::string q0;
     for (const int time : {0, 30, 80, 130, 210, 230, 290}) {
@@ -133,7 +135,7 @@ TEST(Simulation, VectorsGoIntoTheFuseFile) {
     texts.Jed =
         "before\x02text V*\r\nQP20*\r\nQF8*\r\nNote V*\r\nV0001 old*\r\nQV1*\r\nL0 1*\r\nC0001*\r\n\x03"
         "0000";
-    const auto jed = sim::Simulate(texts, {false, true}).Jed;
+    const auto jed = Simulate(texts, {false, true}).Jed;
     const std::string body =
         "\x02text V*\r\nQP20*\r\nQF8*\r\nNote V*\r\nL0 1*\r\nC0001*\r\nQV2*\r\nV0001 "
         "C1000NNNNNNNNNNNNHHN*\r\n"
@@ -142,10 +144,10 @@ TEST(Simulation, VectorsGoIntoTheFuseFile) {
     const auto sum = std::accumulate(body.begin(), body.end(), 0u) & 0xFFFF;
     EXPECT_EQ(std::stoul(jed.substr(6 + body.size()), nullptr, 16), sum);
 
-    texts.Jed = sim::Simulate(texts, {false, true}).Jed;
-    EXPECT_EQ(sim::Simulate(texts, {false, true}).Jed, texts.Jed) << "vectors are replaced, not doubled";
+    texts.Jed = Simulate(texts, {false, true}).Jed;
+    EXPECT_EQ(Simulate(texts, {false, true}).Jed, texts.Jed) << "vectors are replaced, not doubled";
     texts.Jed = "no frame";
-    EXPECT_EQ(Codes(sim::Simulate(texts, {false, true})), "0301vs@5 0401vs@0");
+    EXPECT_EQ(Codes(Simulate(texts, {false, true})), "0301vs@5 0401vs@0");
 }
 
 TEST(Simulation, EveryCodeHasItsEntryAndEveryEntryItsForm) {
@@ -196,11 +198,68 @@ TEST(Simulation, NoInputBreaksIt) {
         texts.Jed = Mutated(jed, random);
         if (round % 3 != 0) texts.Si = Mutated(texts.Si, random);
         if (round % 3 != 1) texts.Abs = Mutated(texts.Abs, random);
-        const auto result = sim::Simulate(texts, {true, true});
+        const auto result = Simulate(texts, {true, true});
         ran += result.Vectors > 0 ? 1 : 0;
         ASSERT_EQ(result.Vectors == 0 && result.Errors == 0 && result.Warnings == 0, false);
     }
     EXPECT_GT(ran, 60u);
+}
+
+// Pieces of any size give the same; behind 9999 vectors numbers are wider, and so is the space above them.
+TEST(Simulation, VectorsAreTakenOneByOne) {
+    auto texts =
+        Texts(design, "C,%1,IN,%1,OUT",
+              "/* a comment\nover lines */ C 0001 ** /* \" */\r\n$REPEAT 65534\nC '0' \"2\"\n$MSG \"two "
+              "more\"\n$REPEAT 2\nC 'F' \"1\"\nC 'F' LL\n");
+    texts.Jed = "\x02*QP20*\x03";
+    const auto whole = Simulate(texts, {true, true});
+    EXPECT_EQ(whole.Vectors, 65538u);
+    EXPECT_EQ(Codes(whole), "0301vs@11 0403vs@0");
+    EXPECT_NE(whole.So.find("\r\n         DDDD QQ\r\n       C 3210 10\r\n"), std::string::npos)
+        << whole.So.substr(0, 900);
+    EXPECT_NE(whole.So.find("\r\n00001: C 0001 HH\r\n00002: C 0000 HL\r\n"), std::string::npos);
+    EXPECT_TRUE(
+        whole.So.ends_with("two more\r\n65536: C 1111 LH\r\n65537: C 1111 LH\r\n65538: C 1111 LH\r\n   "
+                           ">> Q0: expected L, found H\r\n\r\n65538 vectors, 1 mismatches\r\n"))
+        << whole.So.substr(whole.So.size() - 200);
+    EXPECT_NE(whole.Jed.find("QV65535*\r\nV0001 C1000"), std::string::npos);
+    EXPECT_NE(whole.Jed.find("V65535 C0000"), std::string::npos);
+    EXPECT_EQ(whole.Jed.find("V65536"), std::string::npos);
+    EXPECT_TRUE(whole.Vcd.ends_with("#6553800\r\n"));
+    const auto pieces = Simulate(texts, {true, true}, 5);
+    EXPECT_EQ(pieces.So, whole.So);
+    EXPECT_EQ(pieces.Vcd, whole.Vcd);
+    EXPECT_EQ(pieces.Jed, whole.Jed);
+}
+
+// What is beyond a limit is told before anything is simulated; what lies at it is taken.
+TEST(Si, LimitsAreTold) {
+    const auto repeats = [](int count, const char* last) {
+        std::string rows;
+        for (int i = 0; i < count; ++i) rows += "$REPEAT 1000000\n0 0000\n";
+        return rows + last;
+    };
+    const std::string head = "Name T;\nORDER: C, IN;\nVECTORS:\n";
+    const std::string blanks(1u << 20, ' ');
+    const struct {
+        std::string si;
+        const char* codes;
+    } cases[] = {
+        {head + repeats(10, ""), ""},
+        {head + repeats(10, "0 0000\n0 000\n"), "0210va@24"},
+        {head + "$REPEAT 1000001\n0 0000\n", "0209va@4"},
+        {head + blanks.substr(6) + "0 0000\n0 000\n", "0211va@5"},
+        {head + blanks.substr(5) + "0 0000\n0 000\n", "0210va@4"},
+        {"Name T;\nORDER: C, IN\n" + blanks + "\n;VECTORS:\n", "0210va@2 0202va@3 0202va@0"},
+        {"Name T;\nORDER: C, IN\n" + blanks.substr(100) + "\n;VECTORS :\n0 000", "0211va@5"},
+    };
+    for (const auto& c : cases) {
+        const auto abs = sim::ReadAbs(Texts(design, "", "").Abs);
+        test::TextSource source(c.si);
+        test::Simulated result;
+        result.Messages = sim::CheckSi(source, abs.Design).Messages.Items();
+        EXPECT_EQ(Codes(result), c.codes) << c.si.substr(0, 60);
+    }
 }
 
 TEST(Simulation, WorkIsBounded) {
@@ -212,8 +271,11 @@ TEST(Simulation, WorkIsBounded) {
                 std::to_string((i + 399) % 400) + "\n";
     }
     const auto abs = sim::ReadAbs(Texts(ring, "", "").Abs);
-    const auto si = sim::ReadSi(Texts("", "N0", "$REPEAT 9999\n*\n").Si, abs.Design);
-    const auto result = sim::RunVectors(abs.Design, si.File, nullptr, 5'000'000);
+    const auto texts = Texts("", "N0", "$REPEAT 9999\n*\n");
+    test::TextSource source(texts.Si);
+    sim::MessageLog log;
+    sim::SiReader steps(source, abs.Design, log);
+    const auto result = sim::RunVectors(abs.Design, steps, {}, 5'000'000);
     ASSERT_GE(result.Messages.Items().size(), 2u);
     EXPECT_EQ(result.Messages.Items()[0].Code, "0302vs");
     EXPECT_EQ(result.Messages.Items().back().Code, "0306vs");
