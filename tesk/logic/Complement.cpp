@@ -50,11 +50,10 @@ class Complementer {
     bool Filter(Word* region, std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
             const Word* cube = stack_[i];
-            if (!layout_.Meet(cube, region)) continue;
-            if (!layout_.InputsContain(cube, region)) {
-                stack_.push_back(cube);
-                continue;
-            }
+            if (!layout_.OutputsMeet(cube, region)) continue;
+            const Layout::Overlap overlap = layout_.InputOverlap(cube, region);
+            if (overlap == Layout::Overlap::Part) stack_.push_back(cube);
+            if (overlap != Layout::Overlap::Whole) continue;
             for (int w = layout_.InputWords(); w < layout_.Words(); ++w) region[w] &= ~cube[w];
             if (!layout_.HasOutputs(region)) return false;
         }

@@ -85,6 +85,16 @@ class Layout {
             if (FilledPlaces(a[w] & b[w]) != even) return false;
         return true;
     }
+    // How much of the region's inputs the cube holds.
+    enum class Overlap { None, Part, Whole };
+    Overlap InputOverlap(const Word* cube, const Word* region) const {
+        bool whole = true;
+        for (int w = 0; w < inputWords_; ++w) {
+            if (FilledPlaces(cube[w] & region[w]) != even) return Overlap::None;
+            whole &= (region[w] & ~cube[w]) == 0;
+        }
+        return whole ? Overlap::Whole : Overlap::Part;
+    }
     bool OutputsMeet(const Word* a, const Word* b) const {
         if (pair_) return (a[1] & b[1]) != 0;
         for (int w = inputWords_; w < words_; ++w)

@@ -105,13 +105,14 @@ class RowFinder {
         std::size_t kept = to;
         for (std::size_t i = begin; i < end; ++i) {
             const Entry entry = stack_[i];
-            if (Holds(entry, region)) {
-                if (entry.Column == noColumn) return false;
-                Hold(entry.Column);
-            } else {
+            const Layout::Overlap overlap = OverlapOf(entry, region);
+            if (overlap != Layout::Overlap::Whole) {
                 stack_[kept] = entry;
-                kept += Meets(entry, region) ? 1 : 0;
+                kept += overlap == Layout::Overlap::Part ? 1 : 0;
+                continue;
             }
+            if (entry.Column == noColumn) return false;
+            Hold(entry.Column);
         }
         top_ = kept;
         for (std::size_t h = held; h < holding_.size(); ++h)
@@ -119,17 +120,11 @@ class RowFinder {
         return true;
     }
 
-    bool Meets(const Entry& entry, const Word* region) const {
-        if constexpr (oneWord)
-            return Layout::FilledPlaces(entry.Inputs & region[0]) == Layout::even;
-        else
-            return layout_.InputsMeet(entry.Inputs, region);
-    }
-    bool Holds(const Entry& entry, const Word* region) const {
-        if constexpr (oneWord)
-            return (region[0] & ~entry.Inputs) == 0;
-        else
-            return layout_.InputsContain(entry.Inputs, region);
+    Layout::Overlap OverlapOf(const Entry& entry, const Word* region) const {
+        if constexpr (!oneWord) return layout_.InputOverlap(entry.Inputs, region);
+        if ((region[0] & ~InputsOf(entry)[0]) == 0) return Layout::Overlap::Whole;
+        return Layout::FilledPlaces(InputsOf(entry)[0] & region[0]) == Layout::even ? Layout::Overlap::Part
+                                                                                    : Layout::Overlap::None;
     }
 
     void Hold(int column) {

@@ -37,16 +37,18 @@ void Expander::Widen(Word* cube, const std::vector<int>& order, bool outputsFirs
 }
 
 void Expander::FindConflicts(const Word* cube) {
-    conflicts_.clear();
     std::fill(blocked_.begin(), blocked_.end(), Word{0});
     budget_.Spend(off_->Size() / 2 + 1);
     const auto words = static_cast<std::size_t>(layout_.InputWords());
+    conflicts_.resize(off_->Size() * words);
+    Word* to = conflicts_.data();
     for (std::size_t i = 0; i < off_->Size(); ++i) {
         const Word* off = (*off_)[i];
         if (!layout_.OutputsMeet(cube, off)) continue;
         for (std::size_t w = 0; w < words; ++w)
-            conflicts_.push_back(Layout::even & ~Layout::FilledPlaces(cube[w] & off[w]));
+            *to++ = Layout::even & ~Layout::FilledPlaces(cube[w] & off[w]);
     }
+    conflicts_.resize(static_cast<std::size_t>(to - conflicts_.data()));
 }
 
 // Takes the input out of the conflicts; false, with nothing changed, where that would leave none.
@@ -81,6 +83,7 @@ void Expander::FindMetOutputs(const Word* cube) {
     const int from = layout_.InputWords(), to = layout_.Words();
     std::fill(scratch_.begin() + from, scratch_.end(), Word{0});
     budget_.Spend(off_->Size() / 4 + 1);
+    if (layout_.OutputCount(cube) == layout_.Outputs()) return;  // an implicant: no off-set cube meets it
     for (std::size_t i = 0; i < off_->Size(); ++i)
         if (layout_.InputsMeet(cube, (*off_)[i]))
             for (int w = from; w < to; ++w) scratch_[static_cast<std::size_t>(w)] |= (*off_)[i][w];

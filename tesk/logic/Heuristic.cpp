@@ -44,6 +44,7 @@ class Loop {
         const Cover split = SplitOutputs(best_);
         if (split.Size() <= maxPieces) Grow(split, many ? 3 : 1);
         if (split.Size() > maxPieces || (many && split.Size() > best_.Size())) Grow(best_, many ? 3 : 1);
+        const bool spent = work_.Exhausted();
         ChooseFromPool();
         current_ = best_;
         std::size_t lower = LowerBound();
@@ -57,7 +58,7 @@ class Loop {
             if (idle == 0) lower = std::max(lower, LowerBound());
         }
         ChooseFromPool();
-        return {best_, lower};
+        return {best_, lower, spent};
     }
 
   private:

@@ -27,6 +27,7 @@ struct HeuristicBounds {
 struct HeuristicResult {
     Cover Terms;
     std::size_t LowerBound = 0;  // by essential primes among the terms, 0 where not known
+    bool Spent = false;          // the first round took all the work: with more rounds it is the same
 };
 
 // Expand, choose a least cover of all primes met so far, reduce, and again.

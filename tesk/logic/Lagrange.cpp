@@ -92,14 +92,12 @@ void Lagrange::Improve(int steps, std::size_t target, Budget& budget) {
 void Lagrange::Heuristic() {
     std::vector<int> cover;
     std::vector<int> count(matrix_.Rows.Size());
-    in_.assign(reduced_.size(), 0);
     for (std::size_t c = 0; c < reduced_.size(); ++c) {
         if (reduced_[c] > 0) continue;
         bool needed = false;
         for (const int r : matrix_.Columns[c]) needed |= count[At(r)] == 0;
         if (!needed) continue;
         cover.push_back(static_cast<int>(c));
-        in_[c] = 1;
         for (const int r : matrix_.Columns[c]) ++count[At(r)];
     }
     CoverRest(cover, count);
@@ -110,17 +108,19 @@ void Lagrange::Heuristic() {
 
 // Lazy greedy: always the column with the most open rows for its reduced cost.
 void Lagrange::CoverRest(std::vector<int>& cover, std::vector<int>& count) {
+    const auto worth = [this](int open, std::size_t c) { return open / (std::max(reduced_[c], 0.0) + 0.02); };
     const auto gain = [&](int c) {
         int open = 0;
         for (const int r : matrix_.Columns[c]) open += count[At(r)] == 0 ? 1 : 0;
-        return open == 0 ? 0.0 : open / (std::max(reduced_[At(c)], 0.0) + 0.02);
+        return worth(open, At(c));
     };
     std::vector<std::pair<double, int>> gains;
-    for (std::size_t r = 0; r < count.size(); ++r) {
-        if (count[r] != 0) continue;
-        for (const int c : matrix_.Rows[r])
-            if (in_[At(c)] == 0) in_[At(c)] = 2, gains.emplace_back(gain(c), -c);
-    }
+    std::vector<int> open(reduced_.size());
+    for (std::size_t r = 0; r < count.size(); ++r)
+        if (count[r] == 0)
+            for (const int c : matrix_.Rows[r]) ++open[At(c)];
+    for (std::size_t c = 0; c < open.size(); ++c)
+        if (open[c] > 0) gains.emplace_back(worth(open[c], c), -static_cast<int>(c));
     std::priority_queue queue(std::less<std::pair<double, int>>(), std::move(gains));
     while (!queue.empty()) {
         const auto [old, negative] = queue.top();

@@ -37,7 +37,6 @@ class Lagrange {
     double bestValue_ = 0;
     double agility_ = 1.0;
     std::vector<int> best_;
-    std::vector<std::uint8_t> in_;
 };
 
 }  // namespace logic

@@ -25,18 +25,16 @@ class Search {
     }
 
     std::vector<int> Run(std::size_t goal) {
-        const std::uint64_t given = budget_.Left();
-        std::uint64_t spentWell = 0;
+        given_ = budget_.Left();
         for (int step = 1; best_.size() > goal && weights_ < maxWeights; ++step) {
-            if (!budget_.Spend(cover_.size() / 4 + 1)) break;
+            if (!budget_.Spend(cover_.size() / 4 + 1) || Idle(step)) break;
             while (open_.empty()) {
                 best_ = cover_;
-                spentWell = given - budget_.Left();
+                lastStep_ = step;
+                lastSpent_ = given_ - budget_.Left();
                 if (best_.size() <= goal || cover_.empty()) break;
                 Remove(Cheapest(noColumn));
             }
-            // A search that has found something late is given more time to find the next.
-            if (given - budget_.Left() - spentWell > (given + spentWell) / 4) break;
             if (best_.size() <= goal || cover_.empty()) break;
             const int out = Cheapest(tabu_);
             Remove(out);
@@ -55,6 +53,7 @@ class Search {
   private:
     static constexpr int noColumn = -1;
     static constexpr int worst = std::numeric_limits<int>::min();
+    static constexpr std::size_t idleSteps = 200;
     static constexpr std::int64_t maxWeights = 1 << 30;  // scores are sums of weights
 
     struct Row {
@@ -71,6 +70,13 @@ class Search {
         int Place = -1;  // in the cover
         bool CanAdd = true;
     };
+
+    // Nothing found for long. The weights need some steps for each column to tell anything; a search that has
+    // found something late is given more time to find the next.
+    bool Idle(int step) const {
+        return static_cast<std::size_t>(step - lastStep_) > idleSteps * cover_.size() &&
+               given_ - budget_.Left() - lastSpent_ > (given_ + lastSpent_) / 4;
+    }
 
     std::uint32_t Random() {
         state_ = state_ * 6364136223846793005u + 1442695040888963407u;
@@ -195,6 +201,8 @@ class Search {
     std::vector<int> cover_, scores_, stamps_;  // side by side: what Cheapest looks through
     std::vector<int> open_, best_;
     int tabu_ = noColumn;
+    int lastStep_ = 0;  // when a smaller cover was found
+    std::uint64_t given_ = 0, lastSpent_ = 0;
     std::int64_t weights_;  // of all rows
     std::uint64_t state_ = 88172645463325252u;
 };

@@ -114,7 +114,7 @@ class Minimizer {
     }
 
     void Best(MinimizeResult& result) {
-        if (!Start(result) && !ByPrimes(heuristicBounds, result))
+        if (!Start(result) && !ByPrimes(heuristicBounds, result) && !spent_)
             ByExpansion(heuristicBounds.Expansion, result);
         result.Used = Level::m4;
     }
@@ -135,6 +135,7 @@ class Minimizer {
 
     void ByExpansion(const HeuristicBounds& bounds, MinimizeResult& result) {
         HeuristicResult found = MinimizeByExpansion(problem_, Scaled(bounds, effort_));
+        spent_ = found.Spent;
         result.Terms = std::move(found.Terms);
         result.LowerBound = std::max(result.LowerBound, found.LowerBound);
         result.Proved = result.LowerBound == result.Terms.Size();
@@ -180,6 +181,7 @@ class Minimizer {
     const Problem& problem_;
     double effort_;
     std::optional<Cover> start_;  // a cover by primes, if one is known
+    bool spent_ = false;          // the expansion has done all that its bounds allow
 };
 
 MinimizeResult EachOutput(const Problem& problem, Level level, const Options& options) {

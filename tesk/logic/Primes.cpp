@@ -72,9 +72,18 @@ class PrimeFinder {
         primes = Cover(layout_);
         function.Absorb();
         Count(function);
-        if (ActiveCount() > maxTopInputs || !budget_.Spend(TableCost(ActiveCount())))
-            return Find(function, 0, 1.0, primes);
-        table_.Primes(function, Active(), primes);
+        const std::uint64_t cost = TableCost(ActiveCount());
+        if (ActiveCount() > maxTopInputs || !budget_.Spend(cost)) return Find(function, 0, 1.0, primes);
+        const std::vector<int> inputs = Active();
+        if (!TakesTable(function, cost)) {  // few cubes may be split for less
+            Budget trial(cost / 4);
+            if (PrimeFinder(layout_, limit_, trial).Find(function, 0, 1.0, primes)) {
+                primes.SortUnique();  // the order of the table
+                return true;
+            }
+            primes.Clear();
+        }
+        table_.Primes(function, inputs, primes);
         return primes.Size() <= limit_;
     }
 
@@ -118,10 +127,14 @@ class PrimeFinder {
         }
         const int input = Count(function);
         const std::uint64_t cost = TableCost(ActiveCount());
-        if (ActiveCount() > maxTableInputs || cost > tableFactor * function.Size() + tableBase)
+        if (ActiveCount() > maxTableInputs || !TakesTable(function, cost))
             return FindOnce(function, input, depth, share, primes);
         table_.Primes(function, Active(), primes);
         return budget_.Spend(cost) && primes.Size() <= limit_;
+    }
+
+    static bool TakesTable(const Cover& function, std::uint64_t cost) {
+        return cost <= tableFactor * function.Size() + tableBase;
     }
 
     // The same part comes up again and again behind different literals.

@@ -41,13 +41,23 @@ inline Word HashWords(const Word* words, std::size_t count) {
 // Counts for 32 inputs at once, marked by the even bits: slice k holds bit k of every count.
 class SlicedCount {
   public:
-    void Add(Word marks) {
-        for (std::size_t k = 0; marks != 0; ++k) {
-            const Word carry = slices_[k] & marks;
-            slices_[k] ^= marks;
+    void Add(Word marks, std::size_t slice = 0) {
+        for (; marks != 0; ++slice) {
+            const Word carry = slices_[slice] & marks;
+            slices_[slice] ^= marks;
             marks = carry;
-            used_ = std::max(used_, k + 1);
+            used_ = std::max(used_, slice + 1);
         }
+    }
+    // Seven at once, by full adders: less than half the work.
+    void AddSeven(const std::array<Word, 7>& marks) {
+        const auto [ones1, twos1] = FullAdder(marks[0], marks[1], marks[2]);
+        const auto [ones2, twos2] = FullAdder(marks[3], marks[4], marks[5]);
+        const auto [ones, twos3] = FullAdder(ones1, ones2, marks[6]);
+        const auto [twos, fours] = FullAdder(twos1, twos2, twos3);
+        Add(ones);
+        Add(twos, 1);
+        Add(fours, 2);
     }
     std::uint32_t At(int place) const {
         std::uint32_t count = 0;
@@ -59,6 +69,10 @@ class SlicedCount {
     std::pair<std::uint32_t, int> Highest() const;
 
   private:
+    static std::pair<Word, Word> FullAdder(Word a, Word b, Word c) {
+        return {a ^ b ^ c, (a & b) | ((a ^ b) & c)};
+    }
+
     std::array<Word, 32> slices_{};
     std::size_t used_ = 0;
 };
@@ -74,8 +88,12 @@ int MostFrequentInput(const Layout& layout, const Word* region, std::span<const 
         const Word open = Layout::FreePlaces(region[w]);
         if (open == 0) continue;
         SlicedCount count;
-        for (std::size_t i = 0; i < list.size(); i += step)
-            count.Add(open & ~Layout::FreePlaces(cubeOf(list[i])[w]));
+        const auto marks = [&](std::size_t i) { return open & ~Layout::FreePlaces(cubeOf(list[i])[w]); };
+        std::size_t i = 0;
+        for (; i + 6 * step < list.size(); i += 7 * step)
+            count.AddSeven({marks(i), marks(i + step), marks(i + 2 * step), marks(i + 3 * step),
+                            marks(i + 4 * step), marks(i + 5 * step), marks(i + 6 * step)});
+        for (; i < list.size(); i += step) count.Add(marks(i));
         const auto [most, place] = count.Highest();
         if (most <= bestCount) continue;
         bestCount = most;
@@ -106,8 +124,12 @@ class RegionSearch {
     Word* Slot(int depth) {
         return regions_.data() + static_cast<std::size_t>(depth) * static_cast<std::size_t>(words_);
     }
+    void Load(std::span<const Word* const> list);
     Filtered Filter(Word* region, std::size_t begin, std::size_t end, std::size_t to);
     bool DropUnate(Word* region, std::size_t begin);
+    std::span<const Word* const> From(std::size_t begin) const {
+        return {stack_.data() + begin, stack_.data() + top_};
+    }
     void OpenSlot(int depth, int input, Literal half);
     bool CoveredNode(int depth, std::size_t begin, std::size_t end);
     void HullNode(int depth, std::size_t begin, std::size_t end, Word* hull);
@@ -116,8 +138,8 @@ class RegionSearch {
     int words_;
     Budget& budget_;
     std::vector<Word> regions_;
-    std::vector<Word> missing_;
     CubeList stack_;
+    std::size_t top_ = 0;
 };
 
 // The complement by recursion and merging; false if cubes or work exceed their bounds.

@@ -49,7 +49,21 @@ TEST(Teskmin, CoverReportAndExitCodes) {
     EXPECT_EQ(error.Text, "teskmin: " + bad + ": line 3: 'x' is no input of a row\n");
     EXPECT_EQ(RunTool("/no/such/file 2>/dev/null").Exit, 1);
     EXPECT_EQ(RunTool("/ 2>/dev/null").Exit, 1);
-    EXPECT_EQ(RunTool(file + " >/dev/full 2>/dev/null").Exit, 1);
-    for (const char* wrong : {"", "-m5 x", "x y", "--what x"})
+    const Outcome full = RunTool(file + " 2>&1 >/dev/full");
+    EXPECT_EQ(full.Exit, 1);
+    EXPECT_EQ(full.Text, "teskmin: standard output: cannot be written\n");
+    EXPECT_EQ(RunTool("- 2>&1 <" + bad).Text, "teskmin: standard input: line 3: 'x' is no input of a row\n");
+    for (const char* wrong : {"", "-m5 x", "x y", "--what x"}) {
         EXPECT_EQ(RunTool(std::string(wrong) + " 2>/dev/null").Exit, 2);
+        EXPECT_NE(RunTool(std::string(wrong) + " 2>&1").Text.find("usage: teskmin [-m0"), std::string::npos);
+    }
+}
+
+TEST(Teskmin, TellsOptionsAndVersion) {
+    const Outcome help = RunTool("--help 2>/dev/null"), version = RunTool("--version 2>/dev/null");
+    EXPECT_EQ(help.Exit + version.Exit, 0);
+    for (const char* option : {"-m0 ", "-m4 ", "--single ", "--version "})
+        EXPECT_NE(help.Text.find(std::string("\n  ") + option), std::string::npos) << option;
+    EXPECT_TRUE(std::regex_match(version.Text, std::regex("teskmin \\d+\\.\\d+\\.\\d+\n"))) << version.Text;
+    EXPECT_EQ(RunTool("--help 2>/dev/null >/dev/full").Exit, 1);
 }
