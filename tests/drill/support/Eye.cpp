@@ -20,7 +20,7 @@ constexpr int room = 6;        // pixels around a text that is drawn
 constexpr int phases = 4;      // steps of a pixel at which a letter may begin
 constexpr int tolerance = 48;  // of 255, the whole way from ground to ink: a ground may have a gradient
 constexpr int dotsForAnOddOne = 500;  // another letter differs in a dozen
-constexpr int leastContrast = 90;     // of ink and ground: the distance of their colours
+constexpr int leastContrast = 140;    // of ink and ground: the distance of their colours. Less is disabled
 constexpr int buttonSize = 24;        // pixels
 
 using Rgb = std::array<int, 3>;
