@@ -47,7 +47,8 @@ TEST_P(Drill, CutsByKeysAndPastesInTheMiddle) {
 TEST_P(Drill, CutsByMenuAndPastesOverASelection) {
     InTextAndDesign(text, [&](const std::string& name) {
         DoubleClick("Gate");
-        MenuByMouse({"&Edit", "Cu&t"});
+        MenuByMouse({"&Edit", "&Copy"});
+        PopUp("Gate", "Cu&t");
         ExpectClipboard("Gate");
         DragOver("first");
         Menu({"&Edit", "&Paste"});
@@ -207,6 +208,7 @@ TEST_P(Drill, EditsOnAfterANewFont) {
         WaitWindow("Font");
         Click("OK");
         WaitGone("Font");
+        ExpectSeen("PIN 1", In::Document);  // in the font it had
         Key("ctrl+End");
         Key("ctrl+v");
         SaveAndExpect(name, text + "Name");

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
@@ -192,8 +194,10 @@ std::int32_t FromColor(const QColor& color) {
     return color.red() | (color.green() << 8) | (color.blue() << 16);
 }
 
+// A font that is not installed is shown in another; the dialog presets that one, not the first best.
 QFont ToFont(const FontChoice& choice) {
     QFont font(QString::fromStdString(choice.Name));
+    if (!QFontDatabase::families().contains(font.family())) font.setFamily(QFontInfo(font).family());
     if (choice.Size > 0) font.setPointSizeF(choice.Size);
     font.setBold(choice.Bold);
     font.setItalic(choice.Italic);

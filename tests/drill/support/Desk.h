@@ -44,6 +44,7 @@ class Desk {
     void Button(const std::string& picture);  // of the toolbar, once it is enabled: "copy"
     void Click(const std::string& text, In where = In::Captions);
     void DoubleClick(const std::string& text, In where = In::Document);
+    void PopUp(const std::string& text, const std::string& entry, In where = In::Document);  // right button
     void DragOver(const std::string& text, In where = In::Document);  // from the first letter to the last
     void Answer(const std::string& title, const std::string& text, const std::string& button);  // a box
 
@@ -76,7 +77,7 @@ class Desk {
     void Settle();
     void WaitGone(const std::function<bool(const Window&)>& isIt, const std::string& what);
     void OpenMenu(const Captions& path, bool byMouse);
-    void ClickAt(const QPoint& at, int count = 1);
+    void ClickAt(const QPoint& at, int count = 1, int button = 1);
     void WaitMenus(std::size_t count);
     QRect Place(const Shape& shape, const std::string& what);
     QRect Place(const std::string& text, In where = In::Captions);

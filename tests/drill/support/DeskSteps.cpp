@@ -91,8 +91,8 @@ void Desk::ExpectChecked(const Captions& path, bool isChecked) {
 }
 
 // The mouse then leaves the windows: no tip comes in the way.
-void Desk::ClickAt(const QPoint& at, int count) {
-    hand_.Click(at, count);
+void Desk::ClickAt(const QPoint& at, int count, int button) {
+    hand_.Click(at, count, button);
     hand_.Move({0, 0});
 }
 
@@ -109,6 +109,14 @@ void Desk::Click(const std::string& text, In where) {
 void Desk::DoubleClick(const std::string& text, In where) {
     Note("DoubleClick " + text);
     ClickAt(Place(text, where).center(), 2);
+}
+
+void Desk::PopUp(const std::string& text, const std::string& entry, In where) {
+    Note("PopUp " + text + ", " + entry);
+    ClickAt(Place(text, where).center(), 1, 3);
+    WaitMenus(1);
+    ClickAt(Place(entry).center());
+    WaitMenus(0);
 }
 
 void Desk::DragOver(const std::string& text, In where) {
