@@ -219,6 +219,7 @@ void frmMain::AddDocument(editor::frmDocument& document) {
     On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
     On(&document, &editor::frmDocument::SelectionToggled, children_.get(),
        [this] { emit ActiveChildChanged(); });
+    On(&document, &QWidget::windowTitleChanged, children_.get(), [this] { emit ActiveChildChanged(); });
     On(&document, &QObject::destroyed, children_.get(), [this] {
         shownMenus_ = nullptr;  // they went with the window
         ShowMenusOfActiveChild();

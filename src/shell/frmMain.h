@@ -70,7 +70,7 @@ class frmMain : public QMainWindow {
     std::function<void()> OnResize;
 
   signals:
-    void ActiveChildChanged();  // to another one, or in whether it has a selection
+    void ActiveChildChanged();  // to another one, in its caption, or in whether it has a selection
     void Framed();
 
   protected:

@@ -1,30 +1,15 @@
-#include <gtest/gtest.h>
-
 #include <random>
 
-#include "editor/FormattedTextBox.h"
-#include "editor/Highlighter.h"
+#include "editor/HighlightFixture.h"
 #include "editor/SearchingHighlight.h"
 #include "session/HighlightTables.h"
-#include "support/Doubles.h"
-#include "support/MemoryFiles.h"
-#include "support/Rooms.h"
 
 namespace {
 
 using session::KeywordRec;
 
-struct HighlightSyntax : testing::Test {
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
-    doubles::FormattedDocument Doc;
-    doubles::FormattedTextBox& Box = Doc.Rich;
-
+struct HighlightSyntax : HighlightFixture {
     HighlightSyntax() {
-        State.HighlightEnabled = true;
         State.Keywords = {{.Name = "NAME", .Color = 'n'},    {.Name = "COMMENTS", .Color = 'c'},
                           {.Name = "$DEFINE", .Color = 'd'}, {.Name = "PIN NODE", .Color = 'o'},
                           {.Name = "PIN", .Color = 'p'},     {.Name = "", .Color = 'e'}};
@@ -68,15 +53,17 @@ TEST_F(HighlightSyntax, RangeStopsAtTheFirstMatchBeyondItsEnd) {
     EXPECT_EQ(Box.Picture(), "......nnnn..nnnn.................");  // a match at the end itself counts
     editor::HighlightSyntax(App, Doc, 17, 18);
     EXPECT_EQ(Box.Picture(), "......nnnn..nnnn..ccccccc........");
+    editor::HighlightSyntax(App, Doc, 0, 0);
+    EXPECT_EQ(Box.Picture(), "nnnn..nnnn..nnnn..ccccccc........");
     EXPECT_EQ(Box.SelStart(), 8);
 }
 
 TEST_F(HighlightSyntax, WholePassResetsColourOnly) {
     Box.SetText("xyz NAME");
-    Box.Formats[0] = {'r', true, true, true};
-    Box.Formats[5] = {'r', true, true, true};
+    Box.Format(0, 1, {'r', true, true, true});
+    Box.Format(5, 1, {'r', true, true, true});
     editor::HighlightSyntax(App, Doc);
-    EXPECT_EQ(Box.Formats[0], (platform::CharFormat{0, true, true, true}));
+    EXPECT_EQ(Box.Formats()[0], (platform::CharFormat{0, true, true, true}));
     State.HighlightEnabled = false;
     State.DefaultTextColor = 'z';
     editor::HighlightSyntax(App, Doc);
@@ -90,28 +77,33 @@ TEST_F(HighlightSyntax, WholePassResetsColourOnly) {
     EXPECT_EQ(Box.Picture(), "zzzzzzzz");  // no design
 }
 
-TEST_F(HighlightSyntax, ShowsItselfAndBringsCaretAndViewBack) {
+TEST_F(HighlightSyntax, ShowsItselfAndLeavesCaretAndViewAlone) {
     std::string text;
-    for (int line = 0; line < 40; ++line) text += "NAME ;\r\n";
+    for (int line = 0; line < 500; ++line) text += "NAME ;" + std::string(200, '-') + "\r\n";
     Box.SetText(text);
-    const std::pair<std::int32_t, std::int32_t> cases[] = {// line of the caret, first visible line
-                                                           {0, 0},
-                                                           {20, 18},
-                                                           {20, 20},
-                                                           {3, 20},
-                                                           {35, 20}};  // the last two out of view
-    for (const auto& [line, firstVisible] : cases) {
-        Box.SetSelStart(line * 8 + 3);
-        Box.FirstVisible = firstVisible;
+    for (const std::int32_t line : {0, 100, 102, 400}) {  // of the caret, mostly out of sight
+        Box.SetSelStart(208 * line + 4);
+        Box.ScrollTo(100, 150);
         editor::HighlightSyntax(App, Doc);
-        EXPECT_EQ(Box.FirstVisible, firstVisible) << line;
-        EXPECT_EQ(Box.SelStart(), line * 8 + 3);
+        EXPECT_EQ(Box.FirstVisible(), 100) << line;
+        EXPECT_EQ(Box.SendScintilla(QsciScintillaBase::SCI_GETXOFFSET), 150);
+        EXPECT_EQ(Box.SelStart(), 208 * line + 4);
         EXPECT_EQ(Box.SelLength(), 0);
     }
     EXPECT_EQ(Hall.Panels[1], " ");
     EXPECT_FALSE(Desk.Desk.Hourglass);
-    EXPECT_EQ(Box.Log.front(), "hidden");
-    EXPECT_EQ(Box.Log.back(), "visible");
+    EXPECT_GT(Box.WasHidden, 0);
+    EXPECT_TRUE(Box.updatesEnabled());
+}
+
+TEST_F(HighlightSyntax, ARangeLeavesWhatTheProgramHadSelectedAlone) {
+    Picture("PIN 1 ;\r\nPIN 2 ;");
+    Box.SetSelStart(0);
+    Box.SetSelLength(5);
+    QTest::keyClick(&Box, Qt::Key_End, Qt::ControlModifier);
+    editor::HighlightSyntax(App, Doc, 9, 12);
+    EXPECT_EQ(Box.SelStart(), Box.TextLength());
+    EXPECT_EQ(Box.Picture(), "ppp......ppp....");
 }
 
 // Random text of a few pieces that make words, near-words and overlaps, a new choice of them each round.
@@ -146,41 +138,50 @@ class Nasty {
 
 TEST_F(HighlightSyntax, GivesThePictureOfOneSearchForEachWord) {
     Nasty nasty(7);
-    for (int round = 0; round < 4000; ++round) {
+    platform::qt::TextBox expected;
+    for (int round = 0; round < 250; ++round) {
         nasty.Choose();
-        State.Keywords = round % 50 == 0 ? session::DefaultKeywords() : nasty.Table();
+        State.Keywords = round % 25 == 0 ? session::DefaultKeywords() : nasty.Table();
         State.HighlightEnabled = nasty.Below(10) != 0;
-        Box.SetText(nasty.Text(nasty.Below(60)));
-        for (auto& format : Box.Formats) format = {nasty.Below(3), nasty.Below(2) == 0, false, false};
+        const std::string text = nasty.Text(nasty.Below(60));
+        Box.SetText(text);
+        expected.SetText(text);
         const std::int32_t length = Box.TextLength();
-        Box.SetSelStart(nasty.Below(length + 1));
-        Box.SetSelLength(nasty.Below(3) == 0 ? nasty.Below(10) : 0);
+        std::vector<platform::FormatRun> runs;
+        for (std::int32_t at = 0; at < length; ++at)
+            runs.push_back({at, 1, {nasty.Below(3), nasty.Below(2) == 0}});
+        const std::int32_t from = nasty.Below(length + 1),
+                           selected = nasty.Below(3) == 0 ? nasty.Below(10) : 0;
+        for (platform::qt::TextBox* box : {static_cast<platform::qt::TextBox*>(&Box), &expected}) {
+            box->platform::qt::TextBox::ApplyFormats(runs);
+            box->SetSelStart(from);
+            box->SetSelLength(selected);
+        }
         std::optional<std::int32_t> start, end;
         if (nasty.Below(2) == 0) start = nasty.Below(length + 2);
         if (start && nasty.Below(2) == 0) end = nasty.Below(length + 2);
 
-        doubles::FormattedTextBox expected = Box;
         searching::HighlightSyntax(State, expected, start, end);
         editor::HighlightSyntax(App, Doc, start, end);
-        ASSERT_EQ(Box.Formats, expected.Formats) << round << ": " << Box.Content;
         ASSERT_EQ(Box.SelStart(), expected.SelStart());
-        ASSERT_EQ(std::count(Box.Log.begin(), Box.Log.end(), "bad run"), 0);
-        Box.Log.clear();
+        ASSERT_EQ(Box.Formats(), WatchedBox::FormatsOf(expected)) << round << ": " << text;
     }
 }
 
 TEST_F(HighlightSyntax, OneWordAndCommentsAlone) {
     Nasty nasty(11);
-    for (int round = 0; round < 300; ++round) {
+    platform::qt::TextBox expected;
+    for (int round = 0; round < 150; ++round) {
         nasty.Choose();
         State.Keywords = {{nasty.Text(2), 'k', true, false, true}};
-        Box.SetText(nasty.Text(40));
-        doubles::FormattedTextBox expected = Box;
+        const std::string text = nasty.Text(40);
+        Box.SetText(text);
+        expected.SetText(text);
         searching::ColorKeyword(expected, State.Keywords[0], 3, 60);
         searching::ColorComments(expected, State.Keywords[0], 3, 60);
         editor::ColorKeyword(State, Box, 0, 3, 60);
         editor::ColorComments(State, Box, 0, 3, 60);
-        ASSERT_EQ(Box.Formats, expected.Formats) << Box.Content;
+        ASSERT_EQ(Box.Formats(), WatchedBox::FormatsOf(expected)) << text;
     }
 }
 

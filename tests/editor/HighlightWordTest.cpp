@@ -1,31 +1,19 @@
-#include <gtest/gtest.h>
-
-#include "editor/FormattedTextBox.h"
-#include "editor/Highlighter.h"
+#include "editor/HighlightFixture.h"
 #include "session/HighlightTables.h"
-#include "support/Doubles.h"
-#include "support/MemoryFiles.h"
-#include "support/Rooms.h"
 
 namespace {
 
-struct HighlightWord : testing::Test {
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
-    doubles::FormattedDocument Doc;
-    doubles::FormattedTextBox& Box = Doc.Rich;
-
+struct HighlightWord : HighlightFixture {
     HighlightWord() {
-        State.HighlightEnabled = true;
         State.Delimiters = session::MakeDelimiters();
         State.NoHighlightKeys = session::MakeNoHighlightKeys();
         State.Keywords = {{.Name = "PIN", .Color = 'p'},
                           {.Name = "COMMENTS", .Color = 'c'},
                           {.Name = "$IF", .Color = 'd'},
                           {.Name = "IF", .Color = 'i'}};
+        QObject::connect(&Box, &platform::qt::TextBox::KeyReleased, &Box, [this](int key) {
+            if (editor::IsHighlightKey(State, key)) editor::HighlightWord(App, Doc);
+        });
     }
     // Makes the work fail at each of its changes in turn. Gives how often it did.
     int FailEverywhere(const std::string& text, std::int32_t caret,
@@ -34,7 +22,6 @@ struct HighlightWord : testing::Test {
             Box.SetText(text);
             Box.SetSelStart(caret);
             Doc.InComment = text.ends_with("*/");
-            Box.Log.clear();
             Box.FailAfter = failures;
             bool failed = false;
             try {
@@ -43,27 +30,22 @@ struct HighlightWord : testing::Test {
                 failed = true;
             }
             Box.FailAfter = -1;
-            const auto count = [&](const char* what) {
-                return std::count(Box.Log.begin(), Box.Log.end(), what);
-            };
-            EXPECT_EQ(count("hidden"), count("visible"));
-            EXPECT_EQ(count("caret off"), count("caret on"));
+            EXPECT_TRUE(Box.Hidden == 0 && Box.HiddenCarets == 0);
             EXPECT_EQ(Box.SelStart(), caret);
             EXPECT_FALSE(Desk.Desk.Hourglass);
             EXPECT_EQ(Hall.Panel(1), Hall.Panels.empty() ? "" : " ");
             if (!failed) return failures;
         }
     }
-    // Types each character and releases its key.
-    void Type(const std::string& text) {
-        for (const char c : text) {
-            Box.SetSelText(std::string(1, c));
+    void Type(const QString& text) {
+        for (const QChar c : text) {
             const std::int32_t caret = Box.SelStart();
-            editor::HighlightWord(App, Doc);
-            EXPECT_EQ(Box.SelStart(), caret) << text;
+            const auto key = c == '\n' ? Qt::Key_Return : Qt::Key_unknown;
+            QTest::sendKeyEvent(QTest::Click, &Box, key, c, Qt::NoModifier);
+            EXPECT_GT(Box.SelStart(), caret);
         }
     }
-    std::string Typed(const std::string& before, const std::string& keys, const std::string& behind = "") {
+    std::string Typed(const std::string& before, const char* keys, const std::string& behind = "") {
         Box.SetText(before + behind);
         editor::HighlightSyntax(App, Doc);
         Doc.InComment = false;
@@ -84,8 +66,9 @@ TEST_F(HighlightWord, PaintsTheWordAtTheCaret) {
         {"", "$$IF", "", ".ddd"},         {"PI", "N", " ;", "ppp.."},  // in front of the rest of the line
         {"P", "I", "N ;", "ppp.."},                                    // within the word
         {"PIN", "=", "PIN", "ppp.ppp"},                                // splits it: both parts
+        {"A ", "=", " PIN", "....ppp"},                                // no word begins behind the delimiter
         {"PIN ", "$", "IF", "ppp..dd"},  // the typed delimiter is plain after all
-        {"", "\xC3\xA4PIN", "", "..ppp"}, {"PIN", "\n", "", "pppp"},  // a line end is not looked at
+        {"", "\xC3\xA4PIN", "", "..ppp"}, {"PIN", "\n", "", "ppppp"},  // a line end is not looked at
     };
     for (const Case& c : cases) {
         EXPECT_EQ(Typed(c.Before, c.Keys, c.Behind), c.Picture)
@@ -135,24 +118,28 @@ TEST_F(HighlightWord, LeavesOtherTextsAndPlacesAlone) {
 
 TEST_F(HighlightWord, KeepsTheViewAndHidesTheCaretMeanwhile) {
     std::string text;
-    for (int line = 0; line < 40; ++line) text += "PIN ;\r\n";
+    for (int line = 0; line < 400; ++line) text += "PIN ;\r\n";
     Box.SetText(text);
-    Box.SetSelStart(24 * 7 + 5);
-    Box.FirstVisible = 20;  // the caret is in the last line of the view
-    Box.Log.clear();
+    Box.SetSelStart(300 * 7 + 5);
+    const long first = Box.FirstVisible();
     Type("PIN;");
-    EXPECT_EQ(Box.FirstVisible, 20);
-    Box.FirstVisible = 3;  // scrolled away from the caret, then a key that types nothing
-    editor::HighlightWord(App, Doc);
-    EXPECT_EQ(Box.FirstVisible, 3);
-    Doc.InComment = true;  // begun above the view
-    Doc.CommentStart = 0;
+    EXPECT_EQ(Box.FirstVisible(), first);
+    EXPECT_TRUE(Box.WasCaretHidden > 0 && Box.HiddenCarets == 0);
+    Box.ScrollTo(3);
+    QTest::keyClick(&Box, Qt::Key_S, Qt::ControlModifier);  // types nothing
+    EXPECT_EQ(Box.FirstVisible(), 3);
+    Type("/* ");
+    Doc.CommentStart = 0;  // begun far above the view
     Type("*/");
-    EXPECT_EQ(Box.FirstVisible, 20);
-    EXPECT_EQ(Box.Log.front(), "caret off");
-    EXPECT_EQ(Box.Log.back(), "caret on");
-    EXPECT_EQ(std::count(Box.Log.begin(), Box.Log.end(), "hidden"),
-              std::count(Box.Log.begin(), Box.Log.end(), "visible"));
+    EXPECT_EQ(Box.FirstVisible(), first);
+    EXPECT_EQ(Box.Formats()[0].Color, 'c');
+}
+
+TEST_F(HighlightWord, LeavesASelectionToTheUser) {
+    Typed("PIN x", "y");
+    QTest::keyClick(&Box, Qt::Key_Left, Qt::ShiftModifier);
+    QTest::keyClick(&Box, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Box.SelText(), "y");
 }
 
 TEST_F(HighlightWord, NoFailureLeavesTheControlFrozen) {

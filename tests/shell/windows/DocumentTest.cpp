@@ -41,7 +41,7 @@ TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
     editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
     EXPECT_EQ(state.RecentFiles[0], "");
     Type(document, "x");
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_EQ(folder.Read("NEW.PLD"), "x");
 }
 
@@ -53,7 +53,7 @@ TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
     editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
     EXPECT_EQ(document.txtText().TextLength(), 0);
     desktop.Boxes.Answers = {Answer::No};
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
     Type(document, "x");
     desktop.Boxes.Answers = {Answer::Yes, Answer::No};  // a run saves too
@@ -61,7 +61,7 @@ TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
     EXPECT_TRUE(document.Dirty);
     desktop.Boxes.Answers = {Answer::Yes};
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_EQ(folder.Read("big.txt"), "x");
 }
 
@@ -70,7 +70,7 @@ TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
     const std::string odd("\xff\xfe a\x00z \xc3\xa4 \xe4\r\n\tend", 18);
     editor::frmDocument& document = Open("odd.bin", odd);
     EXPECT_EQ(document.txtText().Text(), odd);
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_EQ(folder.Read("odd.bin"), odd);
     EXPECT_FALSE(document.Dirty);
 }
@@ -82,14 +82,14 @@ TEST_F(ShellFixture, SaveWritesTheTypedTextOrTellsWhyNot) {
     EXPECT_TRUE(document.Dirty);
     const auto path = folder.Path() / "a.txt";
     std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_EQ(desktop.Boxes.LastText(), "Cannot save file, it is in use by another application");
     EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Save File Error");
     EXPECT_TRUE(document.Dirty);
     EXPECT_EQ(folder.Read("a.txt"), "old");
     std::filesystem::permissions(path, std::filesystem::perms::owner_write,
                                  std::filesystem::perm_options::add);
-    document.mnuFileSave_Click();
+    Save(document);
     EXPECT_EQ(folder.Read("a.txt"), "new old");
 }
 
@@ -98,7 +98,7 @@ TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
     editor::frmDocument& first = NewText();
     Type(first, "abc");
     desktop.Boxes.Files = {std::nullopt, folder.Logic("Copy.txt")};
-    first.mnuFileSave_Click();  // an untitled text asks; cancelled
+    Save(first);  // an untitled text asks; cancelled
     EXPECT_EQ(state.Documents.Count(), 1u);
     first.SaveFileAs();
     EXPECT_EQ(desktop.Boxes.FileRequests.back().Flags, 2050);

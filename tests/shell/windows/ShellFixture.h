@@ -67,6 +67,7 @@ class ShellFixture : public testing::Test {
     static void Key(editor::frmDocument& document, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&TextOf(document), key, modifiers);
     }
+    static void Save(editor::frmDocument& document) { Key(document, Qt::Key_S, Qt::ControlModifier); }
     static void Type(editor::frmDocument& document, const char* keys) {
         QTest::keyClicks(&TextOf(document), keys);
     }
