@@ -92,7 +92,7 @@ std::int16_t RunAndWait(platform::Host& host, const std::string& commandLine) {
         std::string text = "Error " + std::to_string(error.Number()) + " Occured";
         if (error.Number() == base::errFileNotFound) text = "Unable to execute  " + commandLine;
         if (error.Number() == platform::errToolEnded) {
-            text = "The tool " + commandLine + " ended unexpectedly: " + error.Description() + ".";
+            text = "The tool ended unexpectedly: " + std::string(error.Description()) + ".";
         }
         host.Boxes.Say(text);
         return static_cast<std::int16_t>(error.Number());

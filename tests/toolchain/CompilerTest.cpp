@@ -368,7 +368,7 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
                                         compile}));
     Host.Programs.OnWait = [] { throw base::RunTimeError(platform::errToolEnded, "it was stopped"); };
     EXPECT_EQ(RunAndWait(Host.Host, "x"), platform::errToolEnded);
-    EXPECT_EQ(Boxes().back().Text, "The tool x ended unexpectedly: it was stopped.");
+    EXPECT_EQ(Boxes().back().Text, "The tool ended unexpectedly: it was stopped.");
     Host.Programs.FailWith = 53;
     Driver.RunVhdlCompile();
     EXPECT_EQ(Boxes().back().Text, "Unable to execute  " + compile);

@@ -153,7 +153,7 @@ void HostProcesses::Wait(Id process) {
     }
 }
 
-// It leads the group of all that it has started, and of its session.
+// As the leader of a session it leads a group too.
 void HostProcesses::Stop(Id process) {
     EndProcessGroup(static_cast<pid_t>(process));
     EndsSoon(static_cast<pid_t>(process));
