@@ -10,7 +10,7 @@ namespace {
 
 // With the writing, a copy is less than five seconds old.
 constexpr std::chrono::milliseconds interval{2000};
-const std::string notKept = "No copies of unsaved texts can be kept: ";
+const std::string notKept = "No recovery copies: ";
 
 }  // namespace
 

@@ -270,7 +270,7 @@ void Shell::SaveConfig() {
         WriteConfig(app_.State, app_.Host);
     } catch (const base::RunTimeError& error) {
         if (!std::exchange(configFailed_, true)) throw;
-        app_.Host.Boxes.Say(error.Description());
+        app_.Host.Boxes.Say("KORVANE.CFG cannot be written: " + std::string(error.Description()));
     }
 }
 

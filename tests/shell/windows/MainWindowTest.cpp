@@ -359,7 +359,7 @@ TEST_F(ShellFixture, ARecoveredCopyStaysUntilItsSuccessorIsWritten) {
     Type(*shell->MainWindow().ActiveDocument(), "new ");
     std::filesystem::permissions(folder.Path() / name, std::filesystem::perms(0444));
     EXPECT_TRUE(tick([&] { return !shell->Panel(1).empty(); }));
-    EXPECT_EQ(shell->Panel(1), "No copies of unsaved texts can be kept: Path/File access error");
+    EXPECT_EQ(shell->Panel(1), "No recovery copies: Path/File access error");
     EXPECT_EQ(folder.Read(name), old);
     shell->SetPanel(1, "told once");
     std::filesystem::permissions(folder.Path() / name, std::filesystem::perms(0644));
