@@ -22,7 +22,7 @@ enum ErrorNumber : int {
 };
 
 // The one error idiom: an operation that can't go on throws this. A command that sets a trap catches it;
-// what nobody traps ends in the event loop, which shows `Description`.
+// what nobody traps ends where the toolkit called, and `Description` is shown.
 class RunTimeError : public std::runtime_error {
   public:
     explicit RunTimeError(int number);  // with the standard description of the number
