@@ -242,6 +242,10 @@ std::span<const MessageEntry> MessageTable() { return kTable; }
 
 const MessageEntry& Entry(Code code) { return kTable[static_cast<std::size_t>(code)]; }
 
+bool IsOf(Code code, std::string_view line) {
+    return line.substr(0, 7) == "[" + std::string(Entry(code).Number);
+}
+
 std::string_view LevelName(Level level) {
     return level == Error ? "Error" : level == Warning ? "Warning" : "Information";
 }

@@ -101,6 +101,8 @@ struct MessageEntry {
 
 std::span<const MessageEntry> MessageTable();
 const MessageEntry& Entry(Code code);
+// Whether a line of the message list is of this code.
+bool IsOf(Code code, std::string_view line);
 // The three lines of every entry, each ended by CR LF, as TeskErr.txt holds them.
 std::string MessageData();
 

@@ -33,11 +33,17 @@ bool IsSame(const struct stat& a, const struct stat& b) {
 
 }  // namespace
 
+std::set<std::string_view> OutputsOf(const front::Options& options) {
+    std::set<std::string_view> extensions;
+    for (const OutputOf& output : kOutputs)
+        if (options.*output.Asked) extensions.insert(output.Extension);
+    return extensions;
+}
+
 EarlierOutputs::EarlierOutputs(const std::string& base, const front::Options& options) {
-    for (const OutputOf& output : kOutputs) {
-        if (!(options.*output.Asked)) continue;
+    for (const std::string_view extension : OutputsOf(options)) {
         std::error_code error;
-        const std::string name = base + std::string(output.Extension);
+        const std::string name = base + std::string(extension);
         const auto path = std::filesystem::canonical(HostPath(name), error);
         struct stat status {};
         if (!error && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode))

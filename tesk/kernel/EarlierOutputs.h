@@ -3,12 +3,16 @@
 #include <sys/stat.h>
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 
 #include "front/Options.h"
 
 namespace kernel {
+
+// The extensions of the files that the options ask for.
+std::set<std::string_view> OutputsOf(const front::Options& options);
 
 // The outputs of earlier runs beside a design. They are looked at before a run and cleared away after it, not
 // before, so that what the run writes takes over their rights and links.

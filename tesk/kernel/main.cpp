@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,49 +12,78 @@
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
 #include "kernel/RunRecord.h"
+#include "kernel/StandardStreams.h"
 
-// teskc: the compiler without the desktop. Prints the message list; ends with 0, or 1 if there were errors.
+// teskc: the compiler without the desktop.
 
 extern "C" std::int32_t TeskkVB(kernel::RunRecord* record);
 
-static std::string refusals;  // lines on outputs that could not be written: the entry below has no context
+// The entry below has no context.
+static std::string refusals;  // lines on outputs that could not be written
+static bool fault = false;    // of our own
 
 extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::uintptr_t,
                                      std::intptr_t lparam) {
     if (message != kernel::addLine) return 0;
     const std::string line = reinterpret_cast<const char*>(lparam);
     std::printf("%s\n", line.c_str());
-    static const std::string refusal = "[" + std::string(front::Entry(front::Code::CannotWrite).Number) + "]";
-    if (line.starts_with(refusal)) refusals += line + "\n";
+    if (front::IsOf(front::Code::CannotWrite, line)) refusals += line + "\n";
+    if (front::IsOf(front::Code::InternalFault, line)) fault = true;
     return 0;
 }
 
 namespace {
 
-constexpr std::string_view kUsage =
-    "usage: teskc [-o letters] [-d device] FILE.PLD\n"
-    "  -o letters  option letters, \"jaxlm4\" if left out: outputs j h i f x a l e p b c t zx zq,\n"
-    "              reduction m0 to m4, kb kd ks kx, secure g, simulate s, one-hot o, name n\n"
-    "  -d device   mnemonic; \"&\" (the default) takes the one of the design, \"virtual\" has no limits\n";
+enum Exit : int { exitClean = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
+
+constexpr const char* kUsage = "usage: teskc [-o LETTERS] [-d DEVICE] FILE.PLD (- reads standard input)\n";
+constexpr const char* kVersion = "teskc " TESKC_VERSION "\n";
+constexpr const char* kHelp =
+    R"(usage: teskc [OPTION...] FILE.PLD
+
+Compiles a design. The outputs stand beside it, the messages go to standard
+output. For - the design is read from standard input, the one output that the
+letters ask for goes to standard output, and the messages to standard error.
+
+  -o LETTERS  outputs j h i f x a l e p b c t zx zq, reduction m0 to m4, kb kd
+              ks kx, secure g, simulate s, one-hot o, name n; "jaxlm4" if left
+              out, "jm4" for -
+  -d DEVICE   mnemonic; "&", the default, is the one that the design names,
+              "virtual" has no limits
+  --help      print this
+  --version   print the version
+
+Exit codes: 0 no errors, 1 errors in the design or with its files, 2 a wrong
+call, 4 a fault of the program.
+)";
 
 struct Arguments {
-    std::string Options = "jaxlm4";
+    std::optional<std::string> Options;
     std::string Device = "&";
     std::string File;
+    const char* Answer = nullptr;  // what --help or --version print
 };
 
 bool Parse(int count, char** values, Arguments& arguments) {
     for (int i = 1; i < count; ++i) {
         const std::string_view value = values[i];
-        const bool option = value == "-o" || value == "-d";
-        if (option && i + 1 < count)
-            (value == "-o" ? arguments.Options : arguments.Device) = values[++i];
-        else if (option || (value.size() > 1 && value[0] == '-') || !arguments.File.empty())
+        if (value == "--help" || value == "--version")
+            arguments.Answer = value == "--help" ? kHelp : kVersion;
+        else if (value == "-o" && i + 1 < count)
+            arguments.Options = values[++i];
+        else if (value == "-d" && i + 1 < count)
+            arguments.Device = values[++i];
+        else if ((value.size() > 1 && value[0] == '-') || value.empty() || !arguments.File.empty())
             return false;
         else
             arguments.File = value;
     }
-    return !arguments.File.empty();
+    return arguments.Answer != nullptr || !arguments.File.empty();
+}
+
+int Refuse(const char* why) {
+    std::fprintf(stderr, "teskc: %s\n%s", why, kUsage);
+    return exitUsage;
 }
 
 // The record holds 255 bytes of a path: a longer one is worked on from its own folder.
@@ -74,30 +104,40 @@ std::string Library() {
     return (std::filesystem::exists(own, error) ? own : shared / "Fullset.dl").string();
 }
 
-}  // namespace
-
-int main(int count, char** values) {
-    Arguments arguments;
-    if (!Parse(count, values, arguments)) {
-        std::fputs(kUsage.data(), stderr);
-        return 1;
-    }
+int CompileFile(const Arguments& arguments) {
+    const std::string letters = arguments.Options.value_or("jaxlm4");
     std::string base = arguments.File;
     if (base.size() > 4 && base::EqualNoCase(base.substr(base.size() - 4), ".PLD"))
         base.resize(base.size() - 4);
     kernel::RunRecord record{};
     const std::size_t most = kernel::RunRecord::Text{}.size();
-    if (!Shorten(base) || base.size() >= most || arguments.Options.size() >= most ||
-        arguments.Device.size() >= most) {
-        std::fputs("teskc: an argument is too long\n", stderr);
-        return 1;
-    }
+    if (!Shorten(base) || base.size() >= most || letters.size() >= most || arguments.Device.size() >= most)
+        return Refuse("an argument is too long");
     kernel::SetText(record.szLibrary, Library());
-    kernel::SetText(record.szOptions, arguments.Options);
+    kernel::SetText(record.szOptions, letters);
     kernel::SetText(record.szDevice, arguments.Device);
     kernel::SetText(record.szDesign, base);
-    const kernel::EarlierOutputs earlier(base, front::Options::Parse(arguments.Options));
+    const kernel::EarlierOutputs earlier(base, front::Options::Parse(letters));
     const bool isClean = TeskkVB(&record) == 0;
     earlier.RemoveThoseLeft(refusals);
-    return isClean ? 0 : 1;
+    return isClean ? exitClean : fault ? exitFault : exitErrors;
+}
+
+int CompileStream(const Arguments& arguments) {
+    const std::string letters = arguments.Options.value_or("jm4");
+    const front::Options options = front::Options::Parse(letters);
+    if (options.Simulate || kernel::OutputsOf(options).size() > 1)
+        return Refuse("for - the letters may ask for one output, and not for s");
+    const bool isClean = kernel::CompileStandardInput(letters, arguments.Device, Library(), fault);
+    return isClean ? exitClean : fault ? exitFault : exitErrors;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    Arguments arguments;
+    if (!Parse(count, values, arguments)) return Refuse("the command is not understood");
+    if (arguments.Answer == nullptr)
+        return arguments.File == "-" ? CompileStream(arguments) : CompileFile(arguments);
+    return std::fputs(arguments.Answer, stdout) < 0 || std::fflush(stdout) != 0 ? exitErrors : exitClean;
 }

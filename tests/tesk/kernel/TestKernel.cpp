@@ -370,6 +370,43 @@ TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
     EXPECT_EQ(code, 1);
     EXPECT_NE(Run("MISSING.PLD", code).find("[0101tx] Error: "), std::string::npos);
     EXPECT_EQ(code, 1);
-    EXPECT_NE(Run("-o", code).find("usage: "), std::string::npos);
-    EXPECT_EQ(code, 1);
+    for (const char* wrong :
+         {"", "-o", "-x COUNT8.PLD", "COUNT8.PLD BAD.PLD", "\"\"", "-o jb -", "-o js -"}) {
+        EXPECT_NE(Run(wrong, code).find("usage: "), std::string::npos) << wrong;
+        EXPECT_EQ(code, 2) << wrong;
+    }
+    EXPECT_TRUE(Run("--help", code).starts_with("usage: "));
+    EXPECT_EQ(code, 0);
+    EXPECT_TRUE(Run("--version", code).starts_with("teskc "));
+    EXPECT_EQ(code, 0);
+}
+
+// The design comes from the standard input, the one output goes to the standard one, the messages do not mix
+// in.
+TEST_F(Kernel, CommandLineWorksOnStandardStreams) {
+    int code = -1;
+    Run("-o bjlm4 COUNT8.PLD", code);
+    WriteText(folder / "BAD.PLD", "Name B;\nPIN = Y;\nY = X;\n");
+    WriteText(folder / "WHOLE.PLD", "$INCLUDE COUNT8.PLD\n");
+    const std::size_t before = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    const struct {
+        const char* Arguments;
+        const char* Result;  // what is the same as this file
+        int Code;
+        const char* Message;
+    } cases[] = {{"-o bm4 - <COUNT8.PLD", "COUNT8.PLA", 0, "[4000tc] Written: stdin.PLA for G22V10\n"},
+                 {"- <WHOLE.PLD", "COUNT8.JED", 0, "[4000tc] Written: stdin.JED for G22V10\n"},
+                 {"-o m0 - <COUNT8.PLD", nullptr, 0, "[4000tc] Written: nothing for G22V10\n"},
+                 {"- <BAD.PLD", nullptr, 1, "(stdin.PLD line 3 column 5)\n"},
+                 {"- </", nullptr, 1, "[0101tx] Error: "}};
+    for (const auto& test : cases) {
+        Run(std::string(test.Arguments) + " >OUT 2>LIST #", code);
+        EXPECT_EQ(code, test.Code) << test.Arguments;
+        EXPECT_EQ(FileText(folder / "OUT"), test.Result == nullptr ? "" : FileText(folder / test.Result))
+            << test.Arguments;
+        EXPECT_NE(FileText(folder / "LIST").find(test.Message), std::string::npos)
+            << FileText(folder / "LIST");
+    }
+    const std::size_t after = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    EXPECT_EQ(after, before + 2);
 }

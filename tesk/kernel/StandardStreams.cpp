@@ -1,0 +1,79 @@
+#include "kernel/StandardStreams.h"
+
+#include <array>
+#include <cstdio>
+
+#include "kernel/CompilerSteps.h"
+#include "kernel/Paths.h"
+#include "kernel/StageGuard.h"
+
+namespace kernel {
+
+namespace {
+
+constexpr std::string_view kBase = "stdin";  // messages call the design stdin.PLD
+
+class StandardFiles : public DiskFiles {
+  public:
+    std::optional<std::string> Output;
+
+    std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) override {
+        return path == Design() ? ReadStandardInput(maxBytes) : DiskFiles::Read(path, maxBytes);
+    }
+    std::string Write(std::string_view, std::string_view bytes) override {
+        Output = bytes;
+        return {};
+    }
+    std::string Identity(std::string_view path) override {
+        return path == Design() ? std::string(path) : DiskFiles::Identity(path);
+    }
+
+  private:
+    static std::string Design() { return std::string(kBase) + ".PLD"; }
+
+    static std::optional<std::string> ReadStandardInput(std::size_t maxBytes) {
+        std::string text;
+        std::array<char, 1u << 16> piece;
+        std::size_t count = 0;
+        while (text.size() <= maxBytes && (count = std::fread(piece.data(), 1, piece.size(), stdin)) > 0)
+            text.append(piece.data(), count);
+        return std::ferror(stdin) != 0 || text.size() > maxBytes ? std::nullopt : std::optional(text);
+    }
+};
+
+class ErrorStream : public front::Listener {
+  public:
+    bool Fault = false;
+
+    void Line(std::string_view text) override {
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+        Fault = Fault || front::IsOf(front::Code::InternalFault, text);
+    }
+};
+
+}  // namespace
+
+bool CompileStandardInput(const std::string& letters, const std::string& device, const std::string& library,
+                          bool& fault) {
+    StandardFiles files;
+    ErrorStream list;
+    front::Run run(files, list);
+    run.Base = kBase;
+    run.Device = device;
+    run.Library = library;
+    run.Options = front::Options::Parse(letters);
+    const bool done = Guarded(run.Said, "compile", [&] {
+        const bool compiled = RunCompiler(run);
+        front::WriteList(run);
+        return compiled && run.Ok();
+    });
+    fault = list.Fault;
+    if (!files.Output) return done;
+    const std::string& text = *files.Output;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+        return done;
+    run.Said.Add(front::Code::CannotWrite, {}, "standard output");
+    return false;
+}
+
+}  // namespace kernel
