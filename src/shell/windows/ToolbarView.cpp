@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QMouseEvent>
 #include <QToolBar>
+#include <algorithm>
 
 #include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
@@ -48,10 +49,12 @@ void ToolbarView::Show(const ToolbarState& state) {
 bool ToolbarView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress &&
         static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
-        for (std::size_t i = 0; i < buttons_.size(); ++i) {
-            if (bar_.widgetForAction(buttons_[i]) == watched && OnRightClick)
-                platform::qt::Guarded([&] { OnRightClick(shown_.Buttons[i].Tip); });
-        }
+        const auto button = std::find_if(buttons_.begin(), buttons_.end(), [&](QAction* each) {
+            return bar_.widgetForAction(each) == watched;
+        });
+        const auto index = static_cast<std::size_t>(button - buttons_.begin());
+        if (button != buttons_.end() && OnRightClick)
+            platform::qt::Guarded([&] { OnRightClick(shown_.Buttons[index].Tip); });
     }
     return QObject::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolBar>
 
@@ -35,12 +36,14 @@ TEST(ToolbarView, ShowsTheStateAndTellsOfClicks) {
     EXPECT_TRUE(bar.actions().at(3)->isSeparator() && bar.actions().size() == shell::ButtonCount);
 
     QTest::mouseClick(widget("Util1"), Qt::LeftButton);
-    QTest::mouseClick(widget("Util1"), Qt::RightButton);
+    QTest::mousePress(widget("Util1"), Qt::RightButton);
     QTest::mouseClick(widget("Util2"), Qt::LeftButton);  // disabled
-    QTest::mouseClick(widget("Util2"), Qt::RightButton);
-    QTest::mouseMove(widget("Util1"));
+    QTest::mousePress(widget("Util2"), Qt::RightButton);
+    QTest::mouseClick(bar.widgetForAction(bar.actions().at(3)), Qt::RightButton);  // a line
     state.Button(17).Enabled = true;
+    QSignalSpy unchanged(tool, &QAction::changed);
     view.Show(state);
+    EXPECT_EQ(unchanged.size(), 0);
     QTest::mouseClick(widget("Util2"), Qt::LeftButton);
     EXPECT_EQ(told, (std::vector<std::string>{"Util1", "right A <b> & c", "right Other", "Util2"}));
 }
