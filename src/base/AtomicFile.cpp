@@ -89,12 +89,11 @@ void AtomicFile::OpenBeside() {
     RaiseErrno(EEXIST, target_);
 }
 
-// False if the system does not grant the old file's owner and group to a new one.
+// False if the system does not grant the old file's owner, group and rights to a new one.
 bool AtomicFile::TakeRights(const struct stat& old) {
     const bool owned = ::fchown(file_.Get(), old.st_uid, old.st_gid) == 0;
     const mode_t rights = old.st_mode & (owned ? 07777U : 0777U);
-    if (::fchmod(file_.Get(), rights) != 0) RaiseErrno(errno, target_);
-    return owned;
+    return ::fchmod(file_.Get(), rights) == 0 && owned;
 }
 
 void AtomicFile::Stamp(const Descriptor& file) const {
