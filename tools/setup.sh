@@ -5,7 +5,7 @@ preset=${KORVANE_PRESET:-release}
 build="$top/build/$preset"
 
 build_packages="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev libqt6sql6-sqlite
-    libxcb1-dev libgtest-dev libbenchmark-dev locales"
+    mdbtools-dev pkg-config libxcb1-dev libgtest-dev libbenchmark-dev locales"
 # The virtual display of the drill and the tour.
 display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-liberation fonts-dejavu-core"
 
