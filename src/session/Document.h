@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "platform/RichTextBox.h"
+#include "session/Symbols.h"
 
 namespace session {
 
@@ -14,14 +14,14 @@ class Document {
   public:
     virtual ~Document() = default;
 
-    std::int16_t ID = 0;   // DocumentCount when the window was created; its decimal text is the key
-    std::string FileName;  // upper-case path; empty for an untitled document
-    bool Dirty = false;    // set by every change of txtText
-    bool Unread = false;               // the file is there and could not be read: the text is not its text
-    std::uint64_t Revision = 0;        // counts the changes of txtText
-    std::vector<std::string> Symbols;  // pins, nodes and fields of the design
-    bool InComment = false;            // a comment was opened by typing and not closed
-    std::int32_t CommentStart = 0;     // offset of its "/*"
+    std::int16_t ID = 0;            // DocumentCount when the window was created; its decimal text is the key
+    std::string FileName;           // upper-case path; empty for an untitled document
+    bool Dirty = false;             // set by every change of txtText
+    bool Unread = false;            // the file is there and could not be read: the text is not its text
+    std::uint64_t Revision = 0;     // counts the changes of txtText
+    session::Symbols Symbols;       // pins, nodes and fields of the design
+    bool InComment = false;         // a comment was opened by typing and not closed
+    std::int32_t CommentStart = 0;  // offset of its "/*"
 
     virtual platform::RichTextBox& txtText() = 0;
     virtual std::string Caption() const = 0;
