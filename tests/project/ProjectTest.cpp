@@ -1,0 +1,217 @@
+#include "project/Project.h"
+
+#include <gtest/gtest.h>
+
+#include "base/RunTimeError.h"
+#include "support/Doubles.h"
+#include "support/MemoryFiles.h"
+#include "support/Rooms.h"
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+// Notes what the project asks for.
+class Doors : public project::ProjectDoors {
+  public:
+    Calls Log;
+    bool Open = false;
+    bool Refuses = false;
+    bool CancelsNewDesign = false;
+    int LinkError = 0;
+    session::Document* Active = nullptr;
+
+    bool IsOpen() const override { return Open; }
+    void SetOpen(bool on) override { Open = on; }
+    void ShowProject() override { Log.push_back("ShowProject"); }
+    void HideProject() override { Log.push_back("HideProject"); }
+    bool UnloadProject() override {
+        Log.push_back("UnloadProject");
+        return !Refuses;
+    }
+    bool ShowNewDesign() override {
+        Log.push_back("ShowNewDesign");
+        return !CancelsNewDesign;
+    }
+    session::Document* ActiveDocument() override { return Active; }
+    void OpenDocument(const std::string& path) override { Log.push_back("OpenDocument " + path); }
+    void Execute(const std::string& topic, const std::string& command) override {
+        if (LinkError != 0) throw base::RunTimeError(LinkError);
+        Log.push_back(topic + ": " + command);
+    }
+};
+
+class Document : public doubles::Document {
+  public:
+    Document(session::Session& state, Calls& log, std::int16_t id, const std::string& caption)
+        : state_(state), log_(log) {
+        ID = id;
+        Title = caption;
+        state_.Documents.Add(*this);
+    }
+    bool Refuses = false;
+    std::int16_t Takes = 0;  // another that goes with it
+
+    void BringToFront() override { log_.push_back("front " + Title); }
+    bool Unload() override {
+        log_.push_back("unload " + Title);
+        if (!Refuses) state_.Documents.Remove(std::to_string(ID));
+        if (Takes != 0) state_.Documents.Remove(std::to_string(Takes));
+        return !Refuses;
+    }
+
+  private:
+    session::Session& state_;
+    Calls& log_;
+};
+
+class Project : public testing::Test {
+  protected:
+    doubles::MemoryFiles files_;
+    doubles::Desktop desktop_{files_};
+    session::Session state_;
+    Doors doors_;
+    project::ProjectDesk desk_{state_, desktop_.Host, doors_};
+
+    Document Open(std::int16_t id, const std::string& caption) { return {state_, doors_.Log, id, caption}; }
+    Calls TakeLog() { return std::exchange(doors_.Log, {}); }
+};
+
+}  // namespace
+
+TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
+    const std::string open = "C:\\W\\A.JED";
+    Document document = Open(1, open);
+    const struct {
+        const char* File;
+        platform::Answer Answer;
+        Calls Done;
+    } cases[] = {
+        {"", platform::Answer::Yes, {}},
+        {"C:\\W\\A.SI", platform::Answer::Yes, {"Wavrik|frmMain: Open C:\\W\\A.SI"}},
+        {"C:\\W\\A.sim", platform::Answer::Yes, {"Wavrik|frmMain: Open C:\\W\\A.SI"}},
+        {"C:\\W\\A.SIM", platform::Answer::No, {"OpenDocument C:\\W\\A.SIM"}},
+        {"C:\\W\\A.SO", platform::Answer::Yes, {"OpenDocument C:\\W\\A.SO"}},
+        {"C:\\W\\A.SCH", platform::Answer::Yes, {"Schematic|frmMain: Open C:\\W\\A.SCH"}},
+        {"C:\\W\\A.smc", platform::Answer::Yes, {"Stavrik|frmMain: Open C:\\W\\A.smc"}},
+        {"C:\\W\\A.ABS", platform::Answer::Yes, {}},
+        {"C:\\W\\A.JED", platform::Answer::Yes, {"front C:\\W\\A.JED"}},
+        {"C:\\W\\A.jed", platform::Answer::Yes, {"OpenDocument C:\\W\\A.jed"}},
+    };
+    for (const auto& c : cases) {
+        desktop_.Boxes.Answers = {c.Answer};
+        project::OpenProjectFile(desk_, c.File);
+        EXPECT_EQ(TakeLog(), c.Done) << c.File;
+    }
+    ASSERT_EQ(desktop_.Boxes.Shown.size(), 3u);
+    EXPECT_EQ(desktop_.Boxes.LastText(), "Open the Simulator Input file with Wavrik?");
+    EXPECT_EQ(desktop_.Boxes.Shown.back().Title, "Open With Wavrik ...");
+    EXPECT_EQ(desktop_.Boxes.Shown.back().Choice, platform::Buttons::YesNo);
+}
+
+TEST_F(Project, AToolThatDoesNotRunIsStarted) {
+    state_.InstallRoot = "C:\\K";
+    doors_.LinkError = base::errNoForeignApplication;
+    project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
+    EXPECT_EQ(desktop_.Programs.Started, Calls{"C:\\K\\Schematic\\Schematic C:\\W\\A.SCH  /NoSplash"});
+    desktop_.Programs.FailWith = base::errFileNotFound;
+    project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
+    doors_.LinkError = base::errInvalidCall;
+    desktop_.Programs.FailWith = 0;
+    project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
+    EXPECT_EQ(desktop_.Programs.Started.size(), 1u);
+    EXPECT_TRUE(desktop_.Boxes.Shown.empty());
+}
+
+TEST_F(Project, LoadingTellsTheMenusAndClosingTakesItsDocuments) {
+    Document first = Open(1, "C:\\W\\ADD.PLD");
+    Document other = Open(2, "C:\\W\\SUB.PLD");
+    Document longer = Open(3, "C:\\X\\ADDER.PLD");
+    Document last = Open(4, "C:\\W\\ADD.SI");
+    project::ProjectLoaded(desk_);
+    EXPECT_TRUE(doors_.Open && first.IsMenuChecked("mnuProject") && last.IsMenuChecked("mnuProject"));
+
+    longer.Refuses = true;
+    EXPECT_FALSE(project::QueryUnloadProject(desk_, "C:\\W\\ADD"));
+    EXPECT_TRUE(doors_.Open);
+    EXPECT_EQ(TakeLog(), (Calls{"unload C:\\W\\ADD.PLD", "unload C:\\X\\ADDER.PLD"}));
+
+    longer.Refuses = false;
+    longer.Takes = 4;
+    EXPECT_TRUE(project::QueryUnloadProject(desk_, "C:\\W\\ADD"));
+    EXPECT_FALSE(doors_.Open);
+    EXPECT_EQ(TakeLog(), Calls{"unload C:\\X\\ADDER.PLD"});
+    EXPECT_TRUE(project::QueryUnloadProject(desk_, ""));
+    EXPECT_EQ(state_.Documents.All(), std::vector<session::Document*>{&other});
+}
+
+TEST_F(Project, OpeningLeavesTheProjectOnceAFileIsChosen) {
+    Document open = Open(1, "C:\\W\\A.PLD");
+    const struct {
+        std::optional<std::string> File;
+        bool WasOpen;
+        bool Refuses;
+        Calls Done;
+        std::string Box;
+        std::string Project;
+    } cases[] = {
+        {std::nullopt, true, false, {}, "", "OLD"},
+        {"", true, false, {}, "", "OLD"},
+        {"C:\\W\\B.PLD", true, true, {"UnloadProject"}, "", "OLD"},
+        {"C:\\W\\B.pld", true, false, {"UnloadProject", "OpenDocument C:\\W\\B.pld"}, "", ""},
+        {"C:\\W\\B.PLD", false, false, {"OpenDocument C:\\W\\B.PLD"}, "", ""},
+        {"C:\\W\\B.SI",
+         true,
+         false,
+         {"UnloadProject"},
+         "Only design files with .PLD as the file extension can be opened as a project.",
+         ""},
+        {"C:\\W\\A.PLD", false, false, {}, "File already open in editor. ", ""},
+        {"C:\\W\\a.pld", false, false, {"OpenDocument C:\\W\\a.pld"}, "", ""},
+    };
+    for (const auto& c : cases) {
+        state_.sProject = "OLD";
+        doors_.Open = c.WasOpen;
+        doors_.Refuses = c.Refuses;
+        desktop_.Boxes.Shown.clear();
+        desktop_.Boxes.Files = {c.File};
+        project::mnuProjectOpen_Click(desk_);
+        const std::string file = c.File.value_or("(cancelled)");
+        EXPECT_EQ(TakeLog(), c.Done) << file;
+        EXPECT_EQ(desktop_.Boxes.LastText(), c.Box) << file;
+        EXPECT_EQ(state_.sProject, c.Project) << file;
+    }
+    EXPECT_EQ(desktop_.Boxes.FileRequests.back().Filter, "PLD Files (*.pld)|*.pld");
+}
+
+TEST_F(Project, ANewProjectBeginsWithANewDesign) {
+    Document document = Open(1, "C:\\W\\A.PLD");
+    doors_.Active = &document;
+    state_.sProject = "OLD";
+    doors_.Open = doors_.Refuses = true;
+    project::mnuNewProject_Click(desk_);
+    EXPECT_EQ(TakeLog(), Calls{"UnloadProject"});
+    EXPECT_EQ(state_.sProject, "OLD");
+
+    doors_.Refuses = false;
+    doors_.CancelsNewDesign = true;
+    project::mnuNewProject_Click(desk_);
+    EXPECT_EQ(TakeLog(), (Calls{"UnloadProject", "ShowNewDesign"}));
+    EXPECT_EQ(state_.sProject, "");
+
+    doors_.Open = doors_.CancelsNewDesign = false;
+    project::mnuNewProject_Click(desk_);
+    EXPECT_EQ(TakeLog(), (Calls{"ShowNewDesign", "ShowProject", "front C:\\W\\A.PLD"}));
+    EXPECT_TRUE(document.IsMenuChecked("mnuProject"));
+}
+
+TEST_F(Project, TheViewEntryShowsAndHidesTheWindow) {
+    Document document = Open(1, "C:\\W\\A.PLD");
+    project::mnuProject_Click(desk_, document);
+    project::ProjectLoaded(desk_);
+    project::mnuProject_Click(desk_, document);
+    EXPECT_FALSE(document.IsMenuChecked("mnuProject"));
+    project::mnuProject_Click(desk_, document);
+    EXPECT_TRUE(document.IsMenuChecked("mnuProject"));
+    EXPECT_EQ(TakeLog(), (Calls{"ShowProject", "HideProject", "ShowProject"}));
+}
