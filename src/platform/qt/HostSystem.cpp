@@ -7,15 +7,16 @@
 
 namespace platform::qt {
 
+namespace {
+
+constexpr std::size_t MaxWindowsDirectory = 144;  // bytes
+
+// The shown one, or null.
 QWidget* FindMainWindow() {
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
     return nullptr;
 }
-
-namespace {
-
-constexpr std::size_t MaxWindowsDirectory = 144;  // bytes
 
 // The shown window of this program with the title, else the first whose title begins with it.
 QWidget* FindWindow(const QString& title) {

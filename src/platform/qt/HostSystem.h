@@ -4,11 +4,7 @@
 #include "platform/System.h"
 #include "platform/qt/HostInstance.h"
 
-class QWidget;
-
 namespace platform::qt {
-
-QWidget* FindMainWindow();  // the shown one, or null
 
 // The desktop around a running QApplication.
 class HostSystem : public System {
