@@ -9,6 +9,7 @@ namespace editor {
 namespace {
 
 constexpr std::string_view mark = "KORVANE RECOVERY 1\n";
+constexpr std::string_view unreadMark = "KORVANE RECOVERY 1 UNREAD\n";
 constexpr std::string_view ending = ".copy";
 
 // A number and the line end behind it, taken off the head of `bytes`.
@@ -24,7 +25,7 @@ std::optional<std::size_t> TakeLength(std::string_view& bytes) {
 }  // namespace
 
 std::string Recovery::Encode(const RecoveryCopy& copy) {
-    std::string bytes(mark);
+    std::string bytes(copy.Unread ? unreadMark : mark);
     for (const std::string* part : {&copy.Caption, &copy.FileName, &copy.Text}) {
         bytes += std::to_string(part->size()) + "\n" + *part;
     }
@@ -32,9 +33,10 @@ std::string Recovery::Encode(const RecoveryCopy& copy) {
 }
 
 std::optional<RecoveryCopy> Recovery::Decode(std::string_view bytes) {
-    if (!bytes.starts_with(mark)) return std::nullopt;
-    bytes.remove_prefix(mark.size());
     RecoveryCopy copy;
+    copy.Unread = bytes.starts_with(unreadMark);
+    if (!copy.Unread && !bytes.starts_with(mark)) return std::nullopt;
+    bytes.remove_prefix(copy.Unread ? unreadMark.size() : mark.size());
     for (std::string* part : {&copy.Caption, &copy.FileName, &copy.Text}) {
         const auto length = TakeLength(bytes);
         if (!length || *length > bytes.size()) return std::nullopt;

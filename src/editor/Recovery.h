@@ -18,6 +18,7 @@ struct RecoveryCopy {
     std::string Caption;
     std::string FileName;
     std::string Text;
+    bool Unread = false;  // session::Document's: the file is another text, to be replaced only when asked
 };
 
 // A copy that an earlier run left.

@@ -40,7 +40,8 @@ void RecoveryKeeper::KeepDirtyTexts() {
         } else if (kept == kept_.end() || kept->second != document->Revision) {
             if (kept == kept_.end()) Watch(*document);
             kept_[document] = document->Revision;
-            recovery_.Keep(document, {document->Caption(), document->FileName, document->txtText().Text()});
+            recovery_.Keep(document, {document->Caption(), document->FileName, document->txtText().Text(),
+                                      document->Unread});
         }
     }
 }
@@ -89,6 +90,7 @@ void RecoveryKeeper::Restore(const editor::FoundCopy& found) {
     document->FileName = copy.FileName;
     document->txtText().SetText(copy.Text);
     document->Dirty = true;
+    document->Unread = copy.Unread;
     recovery_.Adopt(document, found.Path);
     Watch(*document);
     kept_[document] = document->Revision;

@@ -321,13 +321,18 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     Start();
     editor::frmDocument& document = Open("a.txt", "saved");
     Type(document, "lost? ");
+    const auto unread = folder.Path() / "unread.txt";
+    folder.Write("unread.txt", "");
+    std::filesystem::resize_file(unread, platform::FileSystem::MaxFileSize + 1);  // sparse
+    shell->OpenDocument(folder.Logic("unread.txt"));
+    Type(*shell->MainWindow().ActiveDocument(), "x");
     NewText();
     desktop.Time.Advance(std::chrono::seconds(2));
     EXPECT_TRUE(
-        QTest::qWaitFor([&] { return files.List(folder.Logic("state/recovery/*.copy")).size() == 1; }));
+        QTest::qWaitFor([&] { return files.List(folder.Logic("state/recovery/*.copy")).size() == 2; }));
     std::filesystem::rename(folder.Path() / "state",
                             folder.Path() / "kept");  // as a killed process leaves it
-    desktop.Boxes.Answers = {Answer::No};
+    desktop.Boxes.Answers = {Answer::No, Answer::No};
     ASSERT_TRUE(Close());
     std::filesystem::remove_all(folder.Path() / "state");
     std::filesystem::rename(folder.Path() / "kept", folder.Path() / "state");
@@ -335,12 +340,16 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     Start();
     ASSERT_FALSE(desktop.Boxes.Shown.empty());
     EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Recover Texts");
-    ASSERT_EQ(state.Documents.Count(), 1u);
+    ASSERT_EQ(state.Documents.Count(), 2u);
     session::Document& back = *state.Documents.All().front();
     EXPECT_EQ(back.Caption(), UpperLogic("a.txt"));
     EXPECT_EQ(back.txtText().Text(), "lost? saved");
     EXPECT_TRUE(back.Dirty);
     desktop.Boxes.Answers = {Answer::No};
+    Save(*shell->MainWindow().ActiveDocument());
+    EXPECT_GT(std::filesystem::file_size(unread), 1u)
+        << "the file that could not be read is not replaced unasked";
+    desktop.Boxes.Answers = {Answer::No, Answer::No};
     ASSERT_TRUE(Close());
     EXPECT_TRUE(files.List(folder.Logic("state/recovery/*")).empty());
 }
