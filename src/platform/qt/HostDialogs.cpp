@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPointer>
 #include <QPrintDialog>
 #include <QPushButton>
 #include <QScrollArea>
@@ -19,6 +18,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "platform/qt/Form.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/HostFileDialog.h"
 #include "platform/qt/HostSystem.h"
@@ -31,8 +31,6 @@ constexpr std::size_t MaxShownText = 1 << 16;  // bytes of a message; the rest i
 constexpr int MaxTextHeight = 400;             // pixels; a higher text scrolls
 constexpr int MaxTextWidth = 500;              // pixels; a wider text is wrapped
 constexpr std::size_t MaxWord = 60;            // bytes; a longer one may go over several lines
-constexpr int TitleButtons = 130;              // pixels, of a title bar beside its text
-constexpr int MaxTitleWidth = 560;             // pixels: there are small screens
 
 constexpr struct {
     Buttons Choice;
@@ -64,31 +62,6 @@ constexpr struct {
     {Icon::Question, QMessageBox::Question},
     {Icon::Warning, QMessageBox::Warning},
     {Icon::Information, QMessageBox::Information},
-};
-
-// A dialog that may be taken away with its parent while it is open.
-template <class Dialog>
-class Modal {
-  public:
-    explicit Modal(Dialog* dialog) : dialog_(dialog) {}
-    ~Modal() { delete dialog_.data(); }
-    Modal(const Modal&) = delete;
-    Modal& operator=(const Modal&) = delete;
-
-    Dialog* operator->() const { return dialog_; }
-
-    // True if it was accepted and is still there. The hourglass rests meanwhile.
-    bool Run() {
-        const bool isBusy = QGuiApplication::overrideCursor() != nullptr;
-        if (isBusy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-        const int result = dialog_->exec();
-        if (isBusy) QGuiApplication::restoreOverrideCursor();
-        return dialog_ != nullptr && result != QDialog::Rejected;
-    }
-    bool IsThere() const { return dialog_ != nullptr; }
-
-  private:
-    QPointer<Dialog> dialog_;
 };
 
 QString Shown(const std::string& text) {
@@ -125,13 +98,6 @@ QString ShownText(const std::string& text) {
 }
 
 QString TitleOf(const std::string& title) { return title.empty() ? QString(DefaultTitle) : Shown(title); }
-
-// The width of a window whose title bar shows the title in whole: title bars are often bold.
-int WidthFor(const QString& title) {
-    QFont font = QApplication::font();
-    font.setBold(true);
-    return std::min(QFontMetrics(font).horizontalAdvance(title) + TitleButtons, MaxTitleWidth);
-}
 
 // The text of a box at the size that it needs; one that would make the box higher than a screen scrolls.
 QWidget* MakeText(const QString& text, QWidget* box) {
