@@ -1,38 +1,49 @@
 #include "toolchain/frmErrorMessage.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 
 #include "base/Text.h"
 #include "platform/qt/Guard.h"
-#include "ui_frmErrorMessage.h"
 
 namespace toolchain {
 namespace {
 
 QString Shown(const std::string& text) { return QString::fromStdString(base::DisplayUtf8(text)); }
 
-}  // namespace
-
-frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, session::Commands& hall, QWidget* parent)
-    : QDialog(parent), hall_(hall), ui_(std::make_unique<Ui::frmErrorMessage>()) {
-    ui_->setupUi(this);
-    ui_->txtCode->setText(Shown(entry.Code));
-    ui_->txtLevel->setText(Shown(entry.Level));
-    ui_->txtMessage->setPlainText(Shown(entry.Message));
-    ui_->txtDescription->setPlainText(Shown(entry.Description));
-    ui_->txtInfo->setPlainText(Shown(entry.Information));
-    ui_->OK->setFocus();
-    connect(ui_->OK, &QPushButton::clicked, this, &QDialog::accept);
+template <class Box>
+Box* ReadOnly(const char* name, const std::string& text) {
+    auto* box = platform::qt::Named(name, new Box(Shown(text)));
+    box->setReadOnly(true);
+    return box;
 }
 
-frmErrorMessage::~frmErrorMessage() = default;
+QPlainTextEdit* Lines(const char* name, const std::string& text) {
+    auto* box = ReadOnly<QPlainTextEdit>(name, text);
+    box->setTabChangesFocus(true);
+    return box;
+}
+
+}  // namespace
+
+frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, session::Commands& hall, QWidget* owner)
+    : Form("frmErrorMessage", "Compile Message", owner), hall_(hall) {
+    LayOut({platform::qt::Fields({
+                {"lblCode", "Code:", ReadOnly<QLineEdit>("txtCode", entry.Code)},
+                {"lblLevel", "Level:", ReadOnly<QLineEdit>("txtLevel", entry.Level)},
+                {"lblMessage", "Message:", Lines("txtMessage", entry.Message), 1},
+                {"lblDescription", "Description:", Lines("txtDescription", entry.Description), 2},
+                {"lblInformation", "Information:", Lines("txtInfo", entry.Information), 2},
+            }),
+            Buttons({{"OK", "OK", [this] { accept(); }}})},
+           Size::OfUser);
+    ResizeTo(70, 25);
+    Control<QPushButton>("OK").setFocus();
+}
 
 void frmErrorMessage::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_F1) {
-        QDialog::keyPressEvent(event);
-        return;
-    }
-    event->accept();
+    if (event->key() != Qt::Key_F1) return Form::keyPressEvent(event);
     platform::qt::Guarded([this] { hall_.ShowHelpTopic("Errors"); });
 }
 

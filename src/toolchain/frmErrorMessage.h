@@ -1,31 +1,21 @@
 #pragma once
 
-#include <QDialog>
-#include <memory>
-
+#include "platform/qt/Form.h"
 #include "session/Commands.h"
 #include "toolchain/ErrorCodes.h"
-
-namespace Ui {
-class frmErrorMessage;
-}
 
 namespace toolchain {
 
 // "Compile Message": what the message data says about a line of the message list.
-class frmErrorMessage : public QDialog {
-    Q_OBJECT
-
+class frmErrorMessage : public platform::qt::Form {
   public:
-    frmErrorMessage(const ErrorEntry& entry, session::Commands& hall, QWidget* parent = nullptr);
-    ~frmErrorMessage() override;
+    frmErrorMessage(const ErrorEntry& entry, session::Commands& hall, QWidget* owner = nullptr);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     session::Commands& hall_;
-    std::unique_ptr<Ui::frmErrorMessage> ui_;
 };
 
 }  // namespace toolchain

@@ -116,7 +116,7 @@ void frmMessage::lstMessages_Click() {
     ErrorEntry entry;
     entry.Code = *code;  // that of the line, be it in the table or not
     codes_.LookupError(*code, entry.Level, entry.Message, entry.Description, entry.Information);
-    frmErrorMessage(entry, app_.Hall, window()).exec();
+    platform::qt::Modal(new frmErrorMessage(entry, app_.Hall, window())).Run();
 }
 
 bool frmMessage::eventFilter(QObject* watched, QEvent* event) {

@@ -2,32 +2,30 @@
 
 #include "base/Number.h"
 #include "toolchain/windows/DisplayText.h"
-#include "ui_frmStatus.h"
 
 namespace toolchain {
 namespace {
 
-constexpr int formWidth = 380;          // pixels
+constexpr int shownCharacters = 40;     // of a label
 constexpr qint64 flood = 10;            // milliseconds between messages for one label
 constexpr std::size_t maxShown = 1000;  // bytes of a text that a label shows
 
 }  // namespace
 
-frmStatus::frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxes, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmStatus>()), libraries_(libraries), boxes_(boxes) {
+frmStatus::frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxes, QWidget* owner)
+    : Form("frmStatus", "Compilation Results", owner), libraries_(libraries), boxes_(boxes) {
+    for (QLabel* label : {lblStatus, lblInfo, lblWarnings, lblErrors}) {
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // a long text widens nothing
+        label->setMinimumWidth(platform::qt::InCharacters(shownCharacters, 1).width());
+    }
+    LayOut({platform::qt::Fields({{"Label1", "Status:", lblStatus},
+                                  {"Label2", "Information:", lblInfo},
+                                  {"Label3", "Warnings:", lblWarnings},
+                                  {"Label4", "Errors:", lblErrors}}),
+            Buttons({{"OK", "OK", [this] { accept(); }}})});
+    EnableOk(false);
     handle_ =
         libraries_.Register([this](const platform::ToolMessage& message) { SubClass1_Message(message); });
-    ui_->setupUi(this);
-    for (QLabel* label : {ui_->lblStatus, ui_->lblInfo, ui_->lblWarnings, ui_->lblErrors}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // a long text widens nothing
-    }
-    ui_->lblErrors->setText("0");
-    ui_->lblWarnings->setText("0");
-    ui_->lblStatus->setText("Initializing");
-    EnableOk(false);
-    connect(ui_->OK, &QPushButton::clicked, this, &QDialog::accept);
-    setFixedSize(formWidth, sizeHint().height());
 }
 
 frmStatus::~frmStatus() { libraries_.Unregister(handle_); }
@@ -48,26 +46,27 @@ void frmStatus::CountUp(QLabel& label) {
     Show(label, QString::number(base::ToInt32(count + 1)));
 }
 
-void frmStatus::SetInfo(const std::string& text) { Show(*ui_->lblInfo, DisplayLine(text, maxShown)); }
+void frmStatus::SetInfo(const std::string& text) { Show(*lblInfo, DisplayLine(text, maxShown)); }
 
 void frmStatus::EnableOk(bool enabled) {
-    ui_->OK->setEnabled(enabled);
-    if (enabled) ui_->OK->setFocus();
+    auto& ok = Control<QPushButton>("OK");
+    ok.setEnabled(enabled);
+    if (enabled) ok.setFocus();
 }
 
 void frmStatus::SubClass1_Message(const platform::ToolMessage& message) {
     switch (message.Number) {
         case platform::msgStatus:
-            Show(*ui_->lblStatus, DisplayLine(message.First, maxShown));
+            Show(*lblStatus, DisplayLine(message.First, maxShown));
             break;
         case platform::msgInfo:
             SetInfo(message.First);
             break;
         case platform::msgError:
-            CountUp(*ui_->lblErrors);
+            CountUp(*lblErrors);
             break;
         case platform::msgWarning:
-            CountUp(*ui_->lblWarnings);
+            CountUp(*lblWarnings);
             break;
         case platform::msgAddString:
             boxes_.Say(message.Second + " " + message.First);
@@ -78,8 +77,8 @@ void frmStatus::SubClass1_Message(const platform::ToolMessage& message) {
 }
 
 // Escape and the window's own close button do what OK does, and only when OK does it.
-void frmStatus::reject() {
-    if (ui_->OK->isEnabled()) accept();
+void frmStatus::Cancel_Click() {
+    if (Control<QPushButton>("OK").isEnabled()) accept();
 }
 
 }  // namespace toolchain

@@ -1,26 +1,20 @@
 #pragma once
 
-#include <QDialog>
 #include <QElapsedTimer>
-#include <QLabel>
 #include <map>
-#include <memory>
 
 #include "platform/Dialogs.h"
 #include "platform/ToolLibraries.h"
-
-namespace Ui {
-class frmStatus;
-}
+#include "platform/qt/Form.h"
 
 namespace toolchain {
 
 // "Compilation Results": one for each run of a tool. It can't be closed while OK is disabled.
-class frmStatus : public QDialog {
+class frmStatus : public platform::qt::Form {
     Q_OBJECT
 
   public:
-    frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxes, QWidget* parent = nullptr);
+    frmStatus(platform::ToolLibraries& libraries, platform::Dialogs& boxes, QWidget* owner = nullptr);
     ~frmStatus() override;
 
     platform::WindowHandle Handle() const { return handle_; }  // where libraries send to
@@ -31,16 +25,18 @@ class frmStatus : public QDialog {
     // 32-bit range error 6.
     void SubClass1_Message(const platform::ToolMessage& message);
 
-    void reject() override;
-
   private:
+    void Cancel_Click() override;
     void Show(QLabel& label, const QString& text);
     void CountUp(QLabel& label);
 
-    std::unique_ptr<Ui::frmStatus> ui_;
     platform::ToolLibraries& libraries_;
     platform::Dialogs& boxes_;
     platform::WindowHandle handle_;
+    QLabel* lblStatus = platform::qt::Label("lblStatus", "Initializing");
+    QLabel* lblInfo = platform::qt::Label("lblInfo", "");
+    QLabel* lblWarnings = platform::qt::Label("lblWarnings", "0");
+    QLabel* lblErrors = platform::qt::Label("lblErrors", "0");
     std::map<QLabel*, QElapsedTimer> repainted_;
 };
 
