@@ -1,6 +1,7 @@
 #include "Support.h"
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
@@ -61,6 +62,15 @@ std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& op
         "Device virtual;\n" +
             body,
         options, others);
+}
+
+std::unique_ptr<Compiled> CompileFor(const std::string& device, const std::string& body,
+                                     const std::string& options) {
+    std::ifstream in(DATA_DIR "/devices/Fullset.dl", std::ios::binary);
+    const std::string library{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    return CompileWhole("Name T; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device " +
+                            device + ";\n" + body,
+                        options, {{"tesk.dl", library}});
 }
 
 Table::Table(const std::string& text) {

@@ -33,6 +33,9 @@ std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& op
 // A text as it is. The device library is the file "tesk.dl".
 std::unique_ptr<Compiled> CompileWhole(const std::string& text, const std::string& options = "bm1",
                                        const std::map<std::string, std::string>& others = {});
+// For a device of the library that is installed; the body begins in line 2.
+std::unique_ptr<Compiled> CompileFor(const std::string& device, const std::string& body,
+                                     const std::string& options);
 
 // A Berkeley table, read anew from its text.
 struct Table {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 
@@ -8,7 +9,7 @@
 namespace {
 
 const std::vector<std::string> kInputs{"A", "B", "C", "E", "G"};
-const std::string kPins = "PIN = [A,B,C,E,G]; PIN = Y;\n";
+const std::string kPins = "PIN = Y; PIN = [A,B,C,E,G];\n";
 
 using Point = std::map<std::string, bool>;
 struct Random {
@@ -97,32 +98,52 @@ TEST(Expressions, VariablesAreWholeBehindAFailure) {
 }
 
 // Option "kd": complements that are too long are named and left out, the others are taken, whatever lies
-// between.
+// between; of registers those whose output can be inverted behind them.
 TEST(Expressions, ComplementsBeyondTheLimitAreLeftOut) {
-    std::string body = "PIN=[A15..0]; PIN=[B15..0]; PIN=[W,X,Y,Z];\nZ = A0 # A1;\nX = A0 & B0";
-    for (int i = 1; i < 16; ++i) body += " # A" + std::to_string(i) + " & B" + std::to_string(i);
-    body += ";\nY = X;\nW = A0 # A1 & B0;";
-    const std::vector<std::string> told{"[3004tm] Warning: Complement too large: X (T.PLD line 4 column 1)"};
+    const auto body = [](int large) {
+        std::string text = "PIN=[A15..0]; PIN=[B15..0]; PIN=[W,Y,Z,T,L,D]; PIN=[X9..1];\nZ = A0 # A1;\n";
+        for (int x = 1; x <= large; ++x) {
+            text += "X" + std::to_string(x) + " = A0 & B0";
+            for (int i = 1; i < 16; ++i) text += " # A" + std::to_string(i) + " & B" + std::to_string(i);
+            text += ";";
+        }
+        return text + "\nY = X1;\nW = A0 # A1 & B0; T.T = A0 # A1; L.L = A0 # A1; D.D = A0 # A1;";
+    };
+    const std::vector<std::string> told{"[3004tm] Warning: Complement too large: X1 (T.PLD line 4 column 1)"};
     for (const std::string options : {"xm1kd", "xm4kd", "xm1kb", "xm4"}) {
-        const auto done = Compile(body, options);
+        const auto done = Compile(body(1), options);
         const std::string text = done->Text(".DOC");
+        const auto inverted = [&](const char* name) {
+            return text.find("\n!" + std::string(name) + " =>") != text.npos;
+        };
         const bool all = options.ends_with("kd");
-        EXPECT_EQ(text.find("!Z =>") != text.npos, all || options.ends_with("kb")) << options << text;
-        EXPECT_EQ(text.find("!W =>") != text.npos, all) << options << text;
-        EXPECT_EQ(text.find("!X =>"), text.npos) << options << text;
+        for (const char* name : {"Z", "L.L", "D.D"})
+            EXPECT_EQ(inverted(name), all || options.ends_with("kb")) << options << name << text;
+        EXPECT_EQ(inverted("W"), all) << options << text;
+        EXPECT_FALSE(inverted("X1") || inverted("T.T")) << options << text;
         EXPECT_EQ(done->Lines(), all ? told : std::vector<std::string>{}) << options;
+    }
+    for (const int large : {8, 9}) {  // eight are named
+        const std::string line = Compile(body(large), "m1kd")->Lines().at(0);
+        const std::size_t from = line.rfind(", X") + 4;
+        EXPECT_EQ(line.substr(from, line.find(" (T.PLD") - from), large == 9 ? " and 1 more" : "") << line;
+        EXPECT_EQ(std::count(line.begin(), line.end(), ','), 7) << line;
     }
 }
 
 // Shared terms: two outputs keep their meaning and have terms in common.
 TEST(Expressions, SharedReduction) {
     const std::string body =
-        "PIN=[A,B,C,E]; PIN=[X,Y];\nX = A & B # C & !E; Y = A & B & E # C & !E & B # !A & C & !E;";
-    const Table single(Compile(body, "bm4")->Text(".PLA"));
-    const Table shared(Compile(body, "bm4ks")->Text(".PLA"));
+        "PIN=[A,B,C,E]; PIN=[X,Y];\nX = !C & !E & B # B & C & !A # E; Y = B # E & A & !B # A;";
     const std::vector<std::string> in{"A", "B", "C", "E"};
-    for (const char* output : {"X", "Y"}) EXPECT_EQ(Column(shared, output, in), Column(single, output, in));
-    EXPECT_LE(shared.Rows.size(), single.Rows.size());
+    for (const std::string level : {"m1", "m2", "m3", "m4"}) {
+        const Table single(Compile(body, "b" + level)->Text(".PLA"));
+        const Table shared(Compile(body, "b" + level + "ks")->Text(".PLA"));
+        for (const char* output : {"X", "Y"})
+            EXPECT_EQ(Column(shared, output, in), Column(single, output, in)) << level;
+        const bool quick = level == "m1";  // looks for no term that both can use
+        EXPECT_EQ(shared.Rows.size(), single.Rows.size() - (quick ? 0 : 1)) << level;
+    }
 }
 
 // `!` binds before `&`, that before `#`, that before `$`.
@@ -196,6 +217,7 @@ TEST(Expressions, AllRangesOfFourBits) {
 TEST(Expressions, ListsMemberByMember) {
     const auto done = Compile(
         "PIN=[D1..0]; PIN=G; PIN=[Q1..0]; PIN=[R1..0]; PIN=[S1..0];\nFIELD N=[S1..0];\n"
+        "PIN=[T2..0]; PIN=[U1..0]; FIELD M=[U1..0]; [T2..1,NC] = 4; T0 = 'b'1; M = 1;\n"
         "[Q1..0] = [D1..0] & G;  [R1..0] = [D1..0] $ 'b'10;  N = !N2; [N21..20] = [D0..1]; N2 = N21 # N20;");
     ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
     const Table table(done->Text(".PLA"));
@@ -204,6 +226,9 @@ TEST(Expressions, ListsMemberByMember) {
     EXPECT_EQ(Column(table, "Q0", in), "00010001");
     EXPECT_EQ(Column(table, "R1", in), "11110000");
     EXPECT_EQ(Column(table, "R0", in), "00110011");
+    for (const auto& [constant, value] :
+         {std::pair("T2", "1"), {"T1", "0"}, {"T0", "1"}, {"U1", "0"}, {"U0", "1"}})
+        EXPECT_EQ(Column(table, constant, {}), value) << constant;
     EXPECT_EQ(Column(table, "S1", in), "11000000");
     EXPECT_EQ(Column(table, "S0", in), "11000000");
 }

@@ -62,6 +62,10 @@ TEST(Messages, FaultsNameTheirLine) {
         {"Y = F:'b'2;", {"1005ta:3"}},
         {"Y.D = A; Y.T = B;", {"1403ta:3"}},
         {"Y = A; Y.CK = B;", {"1402ta:3"}},
+        {"Y = A; Y.AR = B;\nZ = A; Z.AP = B;", {"1402ta:3", "1402ta:4"}},
+        {"Y.IO = A;\nY.DQ = A; Z = B;", {"1402ta:3", "1402ta:4"}},
+        {"[Y,NC] = [A,B];", {}},
+        {"FUNCTION f(a) { f = a; } Y = f(A);\nf = B;", {"1203ta:4"}},
         {"Y.QQ = A;", {"1402ta:3"}},
         {"T = S; S = T; Y = T;", {"1202ta:3"}},
         {"Y = A; U = B;", {"1205ta:3"}},
@@ -101,6 +105,10 @@ TEST(Messages, NearestNameIsSuggestedAndColumnsAreTold) {
     EXPECT_EQ(done->Lines()[0],
               "[1201ta] Error: Unknown name: \"CLOKC\"; did you mean \"CLOCK\"? (T.PLD line 3 column 7)");
     EXPECT_NE(done->Lines()[1].find("column 23"), std::string::npos) << done->Lines()[1];
+    const auto twice = Compile("PIN = A; PIN = [Y,Q];\nY = A; Q.D = A; Y = A; Q.D = A;")->Lines();
+    ASSERT_EQ(twice.size(), 2u);
+    EXPECT_NE(twice[0].find(": Y, first in line 3 "), std::string::npos) << twice[0];
+    EXPECT_NE(twice[1].find(": Q.D, first in line 3 "), std::string::npos) << twice[1];
 }
 
 // Under a fault the list goes on; each statement with a fault is told, up to a hundred.

@@ -1,18 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "Support.h"
 
 namespace {
-
-std::unique_ptr<Compiled> CompileFor16V8(const std::string& body, const std::string& options) {
-    std::ifstream in(DATA_DIR "/devices/Fullset.dl", std::ios::binary);
-    const std::string library{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    return CompileWhole(
-        "Name T; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device G16V8;\n" + body,
-        options, {{"tesk.dl", library}});
-}
 
 // What too long a sum fits with; "-" if no message says it, "no …" if nothing helps.
 std::string Told(const Compiled& done) {
@@ -55,12 +45,12 @@ TEST(Remedies, TooLongASumIsToldWhatItFitsWith) {
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.Body + test.Options);
-        const auto done = CompileFor16V8(pins + test.Body, test.Options);
+        const auto done = CompileFor("G16V8", pins + test.Body, test.Options);
         EXPECT_EQ(Told(*done), test.Told) << done->Lines().front();
         const bool helps = std::string(test.Told).substr(0, 3) != "no ";
-        EXPECT_EQ(CompileFor16V8(pins + test.Body + test.Put, test.With)->Run->Ok(), helps);
+        EXPECT_EQ(CompileFor("G16V8", pins + test.Body + test.Put, test.With)->Run->Ok(), helps);
     }
-    const std::vector<std::string> both = CompileFor16V8(pins + parity + redundant, "m1")->Lines();
+    const std::vector<std::string> both = CompileFor("G16V8", pins + parity + redundant, "m1")->Lines();
     ASSERT_EQ(both.size(), 2u);
     EXPECT_NE(both[1].find("Y needs 9, the limit of pin"), std::string::npos) << both[1];
     EXPECT_TRUE(both[1].find("; fits with m4 (T.PLD line 4") != std::string::npos) << both[1];
@@ -71,7 +61,7 @@ TEST(Remedies, LargeSumsAreLeftAlone) {
     std::string body = "PIN=[A11..0]; PIN=Y;\nTABLE [A11..0] => Y {\n";
     for (int value = 0; value < 4096; ++value)
         if (value * 7919 % 13 < 6) body += "'d'" + std::to_string(value) + " => 1;\n";
-    const auto done = CompileFor16V8(body + "}\n", "m1");
+    const auto done = CompileFor("G16V8", body + "}\n", "m1");
     ASSERT_EQ(done->Run->Said.Errors(), 1u);
     EXPECT_NE(done->Lines().back().find("; too large to try other reductions"), std::string::npos);
 }

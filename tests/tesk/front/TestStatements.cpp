@@ -30,17 +30,20 @@ std::string NextStates(const Table& table, const std::string& kind) {
     return result;
 }
 
+const std::string kMachine =
+    " S {\n"
+    " PRESENT 0 IF G NEXT 1; DEFAULT NEXT 0; OUT Z;\n"
+    " PRESENT 1 IF G NEXT 2 OUT Y; IF !G NEXT 3;\n"
+    " PRESENT 2 NEXT 0; IF NC NEXT 3 OUT Y; IF G OUT !Z;\n"
+    " PRESENT 3 IF NC NEXT 1; IF G OUT W;\n}";
+
 }  // namespace
 
 // One machine in all four kinds of register. State 3 has no transition: D goes to 0, the others hold.
 TEST(Sequence, GoesWhereItIsTold) {
     for (const std::string kind : {"", "D", "T", "JK", "RS"}) {
-        const auto done = Compile("PIN=G; PIN=[Q1..0]; PIN=[Y,Z]; FIELD S=[Q1..0];\nSEQUENCE" + kind +
-                                  " S {\n"
-                                  " PRESENT 0 IF G NEXT 1; DEFAULT NEXT 0; OUT Z;\n"
-                                  " PRESENT 1 IF G NEXT 2 OUT Y; IF !G NEXT 3;\n"
-                                  " PRESENT 2 NEXT 0; IF G OUT !Z;\n"
-                                  " PRESENT 3\n}");
+        const auto done =
+            Compile("PIN=G; PIN=[Q1..0]; PIN=[Y,Z,W]; FIELD S=[Q1..0];\nSEQUENCE" + kind + kMachine);
         ASSERT_TRUE(done->Run->Ok()) << kind << done->Lines().front();
         const Table table(done->Text(".PLA"));
         const bool d = kind.empty() || kind == "D";
@@ -62,11 +65,10 @@ TEST(Sequence, JkInputsUseWhatIsFree) {
 // With a register for each state the machine goes the same ways, told by the members and the outputs.
 TEST(Sequence, OneHotGoesTheSameWays) {
     for (const std::string kind : {"D", "JK"}) {
-        const auto done = Compile(
-            "PIN=[G,C,R]; PIN=[Q1..0]; PIN=Y; FIELD S=[Q1..0]; S.CK = C; S.AR = R;\nSEQUENCE" + kind +
-                " S {\n PRESENT 0 IF G NEXT 1; DEFAULT NEXT 0;\n PRESENT 1 IF G NEXT 2 OUT Y; IF !G NEXT 3;\n"
-                " PRESENT 2 NEXT 0;\n PRESENT 3\n}",
-            "bom4");
+        const auto done =
+            Compile("PIN=[G,C,R]; PIN=[Q1..0]; PIN=[Y,Z,W]; FIELD S=[Q1..0]; S.CK = C; S.AR = R;\nSEQUENCE" +
+                        kind + kMachine,
+                    "bom4");
         ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
         const Table table(done->Text(".PLA"));
         std::string ways;
@@ -76,6 +78,7 @@ TEST(Sequence, OneHotGoesTheSameWays) {
                 if (state > 0) point["S_" + std::to_string(state)] = true;
                 EXPECT_EQ(table.At("Q1", point) == '1', state >= 2);
                 EXPECT_EQ(table.At("Y", point) == '1', state == 1 && g);
+                EXPECT_EQ(table.At("W", point) == '1', state == 3 && g);
                 int next = table.At("S_0.D", point) == '1' ? 9 : 0;
                 for (int to = 1; to < 4; ++to)
                     if (table.At("S_" + std::to_string(to) + ".D", point) == '1') next = to;
@@ -91,12 +94,21 @@ TEST(Sequence, OneHotGoesTheSameWays) {
 // A member that is 1 in no state is an output all the same.
 TEST(Sequence, OneHotMemberThatIsNever1) {
     const auto done = Compile(
-        "PIN=[G,C]; PIN=[Q1..0]; FIELD S=[Q1..0]; S.CK = C;\n"
-        "SEQUENCE S { PRESENT 0 IF G NEXT 1; PRESENT 1 NEXT 0; }",
+        "PIN=[G,C]; PIN=[Q5..0]; FIELD S=[Q5..0]; S.CK = C;\n"
+        "SEQUENCE S { PRESENT 0 IF G NEXT 35; PRESENT 35 NEXT 0; }",
         "boxm4");
     ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
     EXPECT_NE(done->Text(".DOC").find("Q1 =>\r\n    'b'0\r\n"), std::string::npos) << done->Text(".DOC");
-    EXPECT_EQ(Column(Table(done->Text(".PLA")), "Q0", {"S_1"}), "01");
+    EXPECT_EQ(Column(Table(done->Text(".PLA")), "Q4", {"S_35"}), "01");
+}
+
+TEST(Sequence, OneHotMembersAreControlledAlike) {
+    const std::string machine =
+        "\nSEQUENCE [Q1..0] { PRESENT 0 NEXT 3; PRESENT 3 NEXT 0; }\nPIN=[C,R]; PIN=[Q1..0];\n";
+    for (const char* controls :
+         {"Q1.CK = C; Q0.CK = R;", "Q1.CK = C; !Q0.CK = C;", "Q1.CK = C;", "[Q1..0].CK = C; [Q1..0].AP = R;"})
+        EXPECT_EQ(Compile(machine + controls, "bom1")->Codes()[0], "1504ta:3") << controls;
+    EXPECT_TRUE(Compile(machine + "[Q1..0].CK = !C; [Q1..0].SR = R;", "bom1")->Run->Ok());
 }
 
 TEST(Condition, OrsItsOutputsAndHasADefault) {
@@ -110,7 +122,7 @@ TEST(Condition, OrsItsOutputsAndHasADefault) {
 
 TEST(TableStatement, RowsRangesAndDontCares) {
     const auto done = Compile(
-        "PIN=[A2..0]; PIN=[Y2..0];\nTABLE [A2..0] => [Y2..0] { 0 => 7; 'b'01X => 'b'00X;\n"
+        "PIN=[Y2..0]; PIN=[A2..0];\nTABLE [A2..0] => [Y2..0] { 0 => 7; 'b'01X => 'b'00X;\n"
         "[4..5] => 2; 7 => 'b'1X0; 2 => 1; }",
         "bm0");
     ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
