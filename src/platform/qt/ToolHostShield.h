@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QPointer>
 #include <QWindow>
@@ -9,7 +10,7 @@ namespace platform::qt {
 
 // While it lives, what the user types, clicks or closes is thrown away; all else goes on. A modal window that
 // opens meanwhile, such as a message of the program, can be answered.
-class ToolHostShield : public QObject {
+class ToolHostShield : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
   public:
@@ -20,6 +21,7 @@ class ToolHostShield : public QObject {
 
   protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 
   private:
     QPointer<QWindow> modalBefore_;
