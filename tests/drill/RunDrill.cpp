@@ -1,5 +1,4 @@
 #include <QProcess>
-#include <filesystem>
 
 #include "drill/Drill.h"
 
@@ -20,7 +19,6 @@ const std::string gate =
 
 // What the compiler writes when it is called by itself, in a folder of its own.
 std::string Drill::CompiledByHand(const std::string& name, const std::string& letters) {
-    std::filesystem::create_directory(PathOf("byhand"));
     Write("byhand/" + name + ".PLD", Read(name + ".PLD"));
     const QStringList arguments = {"-o", letters.c_str(), PathOf("byhand/" + name + ".PLD").c_str()};
     Require(QProcess::execute(PathOf(".place/bin/teskc").c_str(), arguments) == 0, "teskc fails");

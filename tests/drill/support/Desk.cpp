@@ -85,6 +85,7 @@ std::string Desk::Read(const std::string& name) const {
 }
 
 void Desk::Write(const std::string& name, const std::string& bytes) {
+    fs::create_directories(fs::path(PathOf(name)).parent_path());
     std::ofstream(PathOf(name), std::ios::binary) << bytes;
 }
 
@@ -114,7 +115,12 @@ void Desk::UseKeyboard(const std::string& layout) {
 }
 
 void Desk::Start() {
-    Note("Start");
+    Launch();
+    FindMain();
+}
+
+void Desk::Launch() {
+    Note("Launch");
     program_.setProcessEnvironment(Environment());
     program_.setWorkingDirectory(folder_.path());
     program_.setProcessChannelMode(QProcess::MergedChannels);
@@ -122,6 +128,9 @@ void Desk::Start() {
     EndWithUs(program_);
     program_.start(folder_.filePath(".place/Korvane/Korvane"), QStringList());
     Require(program_.waitForStarted(), "the program can't be started");
+}
+
+void Desk::FindMain() {
     main_ = WaitWindow("Korvane");
     Require(Within(Patience,
                    [&] {
@@ -130,6 +139,13 @@ void Desk::Start() {
                        return screen_.Active().Place.size() == mainPlace.size();
                    }),
             "the main window does not stay as large as it is made");
+}
+
+void Desk::Kill() {
+    Note("Kill");
+    program_.kill();
+    program_.waitForFinished();
+    main_ = {};
 }
 
 void Desk::ExpectEnd() {
@@ -208,6 +224,21 @@ void Desk::ExpectFile(const std::string& name, const std::string& bytes) {
     Require(false, "the file " + name + " is not as it should be" + Differing(bytes, Read(name)));
 }
 
+// What begins with a dot has not got its name yet.
+void Desk::WaitFileEnding(const std::string& folder, const std::string& bytes) {
+    Note("WaitFileEnding " + folder);
+    const auto ends = [&](const std::string& name) {
+        return name[0] != '.' && Read(folder + "/" + name).ends_with(bytes);
+    };
+    const bool came = Within(Patience, [&] {
+        if (!fs::exists(PathOf(folder))) return false;
+        const fs::directory_iterator files(PathOf(folder));
+        return std::any_of(begin(files), end(files),
+                           [&](const auto& file) { return ends(file.path().filename().string()); });
+    });
+    Require(came, "no file in " + folder + " ends as it should");
+}
+
 void Desk::ExpectNoFile(const std::string& name) {
     Settle();
     Require(!fs::exists(PathOf(name)), "the file " + name + " should not be there");
@@ -241,9 +272,12 @@ void Desk::SetClipboard(const std::string& text) {
 }
 
 void Desk::ExpectWindows(const std::vector<std::string>& titles) {
-    std::vector<std::string> found;
-    for (const Window& window : screen_.Windows()) found.push_back(window.Title);
-    Require(found == titles, "other windows are open than " + Joined(titles, ", "));
+    const bool came = Within(Patience, [&] {
+        std::vector<std::string> found;
+        for (const Window& window : screen_.Windows()) found.push_back(window.Title);
+        return found == titles;
+    });
+    Require(came, "other windows are open than " + Joined(titles, ", "));
 }
 
 void Desk::ExpectActive(const std::string& caption) {

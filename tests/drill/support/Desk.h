@@ -28,6 +28,9 @@ class Desk {
     void UseKeyboard(const std::string& layout);  // "us" unless it is told before Start
     void SetSpeed(int millisecondsFromKeyToKey) { hand_.Pause = millisecondsFromKeyToKey; }
     void Start();
+    void Launch();                       // no more than that: the main window may stay behind a box
+    void FindMain();                     // and gives it its place
+    void Kill();                         // as a crash ends it
     void Open(const std::string& name);  // by Ctrl+O, as fast as it goes
     void NewText();
 
@@ -45,6 +48,7 @@ class Desk {
     void Click(const std::string& text, In where = In::Captions);
     void DoubleClick(const std::string& text, In where = In::Document);
     void PopUp(const std::string& text, const std::string& entry, In where = In::Document);  // right button
+    void CloseMain();                                                                        // by its cross
     void DragOver(const std::string& text, In where = In::Document);  // from the first letter to the last
     void Answer(const std::string& title, const std::string& text, const std::string& button);  // a box
 
@@ -54,14 +58,15 @@ class Desk {
     // What must be, within the patience of a person.
     Window WaitWindow(const std::string& title);  // it has the keys
     void WaitGone(const std::string& title);
-    void ExpectWindows(const std::vector<std::string>& titles);
-    void ExpectActive(const std::string& caption);  // a document: "Untitled 1"
+    void ExpectWindows(const std::vector<std::string>& titles);  // the oldest first
+    void ExpectActive(const std::string& caption);               // a document: "Untitled 1"
     void ExpectSeen(const std::string& text, In where = In::Captions);
     void ExpectUnseen(const std::string& text, In where = In::Captions);
     void ExpectButton(const std::string& picture, bool isThere);
     void ExpectChecked(const Captions& path, bool isChecked);
     void ExpectFile(const std::string& name, const std::string& bytes);
     void ExpectNoFile(const std::string& name);
+    void WaitFileEnding(const std::string& folder, const std::string& bytes);  // of some file there
     void ExpectClipboard(const std::string& text);
     void ExpectEnd();    // the program has ended by itself and without an error
     void ExpectAlive();  // a program that was started has not, unless it was expected

@@ -106,6 +106,13 @@ void Desk::Click(const std::string& text, In where) {
     ClickAt(Place(text, where).center());
 }
 
+void Desk::CloseMain() {
+    Note("CloseMain");
+    constexpr QPoint cross(-8, -10);  // from the corner of the inside
+    for (const Window& window : screen_.Windows())
+        if (window.Id == main_.Id) ClickAt(window.Place.topRight() + cross);
+}
+
 void Desk::DoubleClick(const std::string& text, In where) {
     Note("DoubleClick " + text);
     ClickAt(Place(text, where).center(), 2);
