@@ -19,7 +19,7 @@ class Document : public doubles::Document {
   public:
     platform::qt::TextBox RichBox;
     Document() {
-        Title = "C:\\WORK\\COUNT8.PLD";
+        SetCaption("C:\\WORK\\COUNT8.PLD");
         RichBox.resize(800, 600);
         RichBox.show();
     }

@@ -3,7 +3,7 @@
 #include "base/Number.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
-#include "session/MayReplace.h"
+#include "session/Saving.h"
 
 namespace editor {
 namespace {
@@ -34,11 +34,8 @@ DocumentKind KindOf(const std::string& path) {
 }
 
 void SaveFile(session::App& app, session::Document& document) {
-    if (!session::MayReplace(app, document, document.Caption())) return;
     try {
-        app.Host.Files.WriteFile(document.Caption(), document.txtText().TextView());
-        document.Dirty = false;
-        document.Unread = false;
+        session::WriteText(app, document, document.Caption());
     } catch (const RunTimeError& error) {
         ReportSaveFailure(app, error);
     }
@@ -46,7 +43,7 @@ void SaveFile(session::App& app, session::Document& document) {
 
 bool SaveFileAs(session::App& app, session::Document& document) {
     const auto name = app.Host.Boxes.SaveFile({.Filter = saveFilter,
-                                               .FileName = document.FileName,
+                                               .FileName = document.FileName(),
                                                .Flags = platform::OverwritePrompt | platform::PathMustExist});
     if (!name || name->empty()) {
         app.Host.Desktop.SetHourglass(false);
@@ -58,23 +55,23 @@ bool SaveFileAs(session::App& app, session::Document& document) {
         ReportSaveFailure(app, error);
         return false;
     }
-    app.Hall.CloseProject();
-    app.Hall.OpenDocument(*name);
+    app.Hall.Project->CloseProject();
+    app.Hall.Editor->OpenDocument(*name);
     return true;
 }
 
 bool Save(session::App& app, session::Document& document) {
     if (base::Contains(document.Caption(), untitled)) return SaveFileAs(app, document);
-    document.SaveFile();
-    return !document.Dirty;
+    SaveFile(app, document);
+    return !document.Dirty();
 }
 
 void SaveAll(session::App& app) {
-    for (session::Document* document : app.State.Documents.All()) document->SaveFile();
+    for (session::Document* document : app.State.Documents.All()) SaveFile(app, *document);
 }
 
 bool QueryUnload(session::App& app, session::Document& document) {
-    if (!document.Dirty) return true;
+    if (!document.Dirty()) return true;
     const auto answer = app.Host.Boxes.MessageBox({.Text = "Save changes to " + document.Caption() + "?",
                                                    .Title = "Save File",
                                                    .Choice = platform::Buttons::YesNoCancel,
@@ -93,13 +90,13 @@ void Unregister(session::App& app, const session::Document& document, bool isReg
 void OpenRecent(session::App& app, int index) {
     const std::string path = app.State.RecentFiles.at(static_cast<std::size_t>(index));
     for (session::Document* document : app.State.Documents.All()) {
-        if (base::EqualNoCase(document->FileName, path)) {
+        if (base::EqualNoCase(document->FileName(), path)) {
             document->BringToFront();
             app.Host.Boxes.Say("File already open in editor. ");
             return;
         }
     }
-    app.Hall.OpenDocument(path);
+    app.Hall.Editor->OpenDocument(path);
 }
 
 std::string PositionText(platform::RichTextBox& text) {
@@ -117,9 +114,9 @@ void UpdatePosition(session::App& app, platform::RichTextBox& text, std::string&
     const std::string position = PositionText(text);
     if (position != cache) {
         cache = position;
-        app.Hall.SetPanel(2, position);
+        app.Hall.Main->SetPanel(2, position);
     }
-    if (app.Hall.Panel(1) == "Macro recording stopped.") app.Hall.SetPanel(1, "");
+    if (app.Hall.Main->Panel(1) == "Macro recording stopped.") app.Hall.Main->SetPanel(1, "");
 }
 
 void ChooseFont(session::App& app, session::Document& document) {
@@ -135,9 +132,17 @@ void ChooseFont(session::App& app, session::Document& document) {
         app.Host.Desktop.SetHourglass(false);
         return;
     }
-    document.UpdateFont(choice->Name, base::RoundToInt16(choice->Size), choice->Color, choice->Bold,
-                        choice->Italic);
-    app.Hall.HighlightSyntax(document);
+    UpdateFont(text, {.Name = choice->Name,
+                      .Size = base::RoundToInt16(choice->Size),
+                      .Bold = choice->Bold,
+                      .Italic = choice->Italic,
+                      .ForeColor = choice->Color});
+    app.Hall.Editor->HighlightSyntax(document);
+}
+
+void UpdateFont(platform::RichTextBox& text, const session::FontRecord& font) {
+    ApplyFont(text, font);
+    text.SetSelColor(font.ForeColor);
 }
 
 void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font) {

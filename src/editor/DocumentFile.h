@@ -46,6 +46,9 @@ void UpdatePosition(session::App& app, platform::RichTextBox& text, std::string&
 // The Font command: asks, applies, colours again.
 void ChooseFont(session::App& app, session::Document& document);
 
+// Gives the whole text a font and its colour.
+void UpdateFont(platform::RichTextBox& text, const session::FontRecord& font);
+
 // Gives the whole text a font, whose colour is left out. The selection is left on the whole text.
 void ApplyFont(platform::RichTextBox& text, const session::FontRecord& font);
 

@@ -89,9 +89,9 @@ void HighlightSyntax(session::App& app, session::Document& document, std::option
                      std::optional<Offset> end) {
     if (!IsDesign(document)) return;
     RichTextBox& box = document.txtText();
-    const base::ScopeExit clearPanel([&] { app.Hall.SetPanel(1, " "); });
+    const base::ScopeExit clearPanel([&] { app.Hall.Main->SetPanel(1, " "); });
     const platform::HourglassScope hourglass(app.Host.Desktop);
-    app.Hall.SetPanel(1, "Updating Syntax Highlight...");
+    app.Hall.Main->SetPanel(1, "Updating Syntax Highlight...");
     const platform::HiddenScope hidden(box);
     const base::ScopeExit caretBack([&box, caret = box.SelStart()] { box.SetSelStart(caret); });
     if (!start) ResetColor(box, app.State.DefaultTextColor);

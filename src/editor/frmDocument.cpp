@@ -11,14 +11,12 @@
 #include "editor/Highlighter.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/TextBox.h"
-#include "platform/qt/Twips.h"
 
 namespace editor {
 
 using platform::qt::Guarded;
 using platform::qt::MenuSet;
 using platform::qt::On;
-using platform::qt::ToPixels;
 
 namespace {
 
@@ -29,11 +27,16 @@ constexpr const char* partitionerEntries[] = {"mnuZonerex", "mnuRunZrx"};
 constexpr const char* utilityEntries[] = {"mnuBackpin", "mnuImport", "mnuVhdl", "mnuRunVhdlCompile",
                                           "mnuRunVhdlAnalysis"};
 
-bool ForwardsToMain(const std::string& name) {
+const platform::MenuRow* FindRow(const std::string& name) {
     const auto menu = DocumentMenu();
-    return std::any_of(menu.begin(), menu.end(), [&](const platform::MenuRow& row) {
-        return name == row.Name && (row.Flags & platform::menuToMain) != 0;
-    });
+    const auto row = std::find_if(menu.begin(), menu.end(),
+                                  [&](const platform::MenuRow& each) { return name == each.Name; });
+    return row == menu.end() ? nullptr : &*row;
+}
+
+bool HasFlag(const std::string& name, unsigned flag) {
+    const platform::MenuRow* row = FindRow(name);
+    return row != nullptr && (row->Flags & flag) != 0;
 }
 
 }  // namespace
@@ -58,31 +61,39 @@ frmDocument::~frmDocument() = default;
 void frmDocument::BuildMenus() {
     menus_ = std::make_unique<MenuSet>(
         this, DocumentMenu(), [this](const std::string& name, int index) { RunCommand(name, index); });
-    FillCommands();
-    DisableEntriesWithoutCommand();
-    if (app_.State.ZrxDir.empty()) {
-        for (const char* name : partitionerEntries) SetMenuVisible(name, false);
+    EnableEntries();
+    for (const platform::MenuRow& row : DocumentMenu()) {
+        QMenu* menu = menus_->Menu(row.Name);
+        if (menu != nullptr) On(menu, &QMenu::aboutToShow, this, [this] { EnableEntries(); });
     }
-    if (app_.State.UtilityDir.empty()) {
-        for (const char* name : utilityEntries) SetMenuVisible(name, false);
+    const auto hide = [this](const char* name) { menus_->Entry(name).setVisible(false); };
+    if (app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*").empty()) hide("mnuHelpOvrel");
+    if (app_.State.ZrxDir.empty()) std::for_each_n(partitionerEntries, std::size(partitionerEntries), hide);
+    if (app_.State.UtilityDir.empty()) std::for_each_n(utilityEntries, std::size(utilityEntries), hide);
+}
+
+// An entry without a command stays disabled; where its command does not say when, others may decide.
+void frmDocument::EnableEntries() {
+    for (const platform::MenuRow& row : DocumentMenu()) {
+        if (menus_->Menu(row.Name) != nullptr || std::string(row.Caption) == "-" || row.Count > 0) continue;
+        const auto* own = app_.Hall.DocumentCommands.Find(row.Name);
+        const auto* forwarded =
+            (row.Flags & platform::menuToMain) != 0 ? app_.Hall.MainCommands.Find(row.Name) : nullptr;
+        const bool isOpen = own != nullptr ? own->IsEnabled == nullptr
+                                           : forwarded != nullptr && forwarded->IsEnabled == nullptr;
+        if (!isOpen) menus_->Entry(row.Name).setEnabled(HasCommand(row.Name));
     }
 }
 
-void frmDocument::DisableEntriesWithoutCommand() {
-    for (const platform::MenuRow& row : DocumentMenu()) {
-        if (menus_->Menu(row.Name) != nullptr || std::string(row.Caption) == "-" || row.Count > 0) continue;
-        const bool forwards = ForwardsToMain(row.Name) && app_.Hall.HasMainCommand(row.Name);
-        if (!forwards && !commands_.contains(row.Name)) SetMenuEnabled(row.Name, false);
-    }
+bool frmDocument::HasCommand(const std::string& name) const {
+    if (app_.Hall.DocumentCommands.Find(name) != nullptr) return app_.Hall.DocumentCommands.IsEnabled(name);
+    return HasFlag(name, platform::menuToMain) && app_.Hall.MainCommands.IsEnabled(name);
 }
 
 void frmDocument::ConnectText() {
-    On(text_, &platform::qt::TextBox::Changed, this, [this] {
-        Dirty = true;
-        ++Revision;
-    });
+    On(text_, &platform::qt::TextBox::Changed, this, [this] { TextChanged(); });
     On(text_, &platform::qt::TextBox::KeyReleased, this, [this](int key) {
-        if (IsHighlightKey(app_.State, key)) app_.Hall.HighlightWord(*this);
+        if (IsHighlightKey(app_.State, key)) HighlightWord(app_, *this);
     });
     On(text_, &platform::qt::TextBox::SelectionToggled, this, [this] { emit SelectionToggled(); });
     On(text_, &platform::qt::TextBox::RightButtonPressed, this,
@@ -90,106 +101,56 @@ void frmDocument::ConnectText() {
 }
 
 void frmDocument::RunCommand(const std::string& name, int index) {
-    const auto command = commands_.find(name);
-    if (command != commands_.end()) {
-        command->second(index);
-    } else if (ForwardsToMain(name)) {
-        app_.Hall.MainCommand(name);
+    // Of this window's entry alone: each window marks its own clicks, so a mark may differ from what is seen.
+    if (HasFlag(name, platform::menuChecked)) {
+        QAction& entry = menus_->Entry(name);
+        entry.setChecked(!entry.isChecked());
+    }
+    const bool forwards = HasFlag(name, platform::menuToMain);
+    if (forwards && app_.Hall.DocumentCommands.Find(name) == nullptr) {
+        app_.Hall.MainCommands.Run(name, index);
     } else {
-        throw base::RunTimeError(base::errInvalidCall, "No command " + name);
+        app_.Hall.DocumentCommands.Run(name, *this, index);
     }
 }
 
-void frmDocument::FillCommands() {
-    FillFileCommands();
-    FillEditCommands();
-    FillRunCommands();
-    commands_["mnuViewToolbar"] = [this](int) {
-        FlipCheck("mnuViewToolbar");
-        app_.Hall.ToggleToolbar();
-    };
-    commands_["mnuViewStatusBar"] = [this](int) {
-        FlipCheck("mnuViewStatusBar");
-        app_.Hall.ToggleStatusBar();
-    };
-    commands_["mnuUtilTool"] = [this](int index) {
-        app_.Hall.RunUtility(menus_->Text(MenuSet::ElementName("mnuUtilTool", index)));
-    };
-    commands_["mnuFont"] = [this](int) { ChooseFont(app_, *this); };
-    commands_["mnuViewRefresh"] = [this](int) { app_.Hall.HighlightSyntax(*this); };
+void frmDocument::UpdateMenus() {
+    ShowRecentFiles();
+    ShowTools();
+    menus_->Entry("mnuProject").setChecked(ShowsProject);
+    EnableEntries();
 }
 
-void frmDocument::FillFileCommands() {
-    commands_["mnuNewText"] = [this](int) { app_.Hall.OpenDocument(); };
-    commands_["mnuFileClose"] = [this](int) { Unload(); };
-    commands_["mnuFileSave"] = [this](int) { mnuFileSave_Click(); };
-    commands_["mnuFileSaveAs"] = [this](int) { SaveFileAs(); };
-    commands_["mnuFileSaveAll"] = [this](int) { SaveAll(app_); };
-    commands_["mnuFilePrintSetup"] = [this](int) { app_.Host.Boxes.SetUpPrinter(); };
-    commands_["mnuFileMru"] = [this](int index) { OpenRecent(app_, index); };
-    commands_["mnuFileExit"] = [this](int) {
-        app_.Hall.SaveSettings();
-        app_.Hall.ExitProgram();
-    };
+void frmDocument::ShowRecentFiles() {
+    for (int i = 0; i < 6; ++i) {
+        const std::string name = MenuSet::ElementName("mnuFileMru", i);
+        const std::string& path = app_.State.RecentFiles[static_cast<std::size_t>(i)];
+        menus_->SetText(name, path);
+        menus_->Entry(name).setVisible(!path.empty());
+    }
+    menus_->Entry("mnuFileBar4").setVisible(!app_.State.RecentFiles[0].empty());
 }
 
-void frmDocument::FillEditCommands() {
-    commands_["mnuEditUndo"] = [this](int) { text_->SendMessage(platform::EM_UNDO); };
-    commands_["mnuEditCut"] = [this](int) { mnuEditCut_Click(); };
-    commands_["mnuEditCopy"] = [this](int) { mnuEditCopy_Click(); };
-    commands_["mnuEditPaste"] = [this](int) { mnuEditPaste_Click(); };
+void frmDocument::ShowTools() {
+    for (int i = 1; i < static_cast<int>(Tools.Places.size()); ++i) {
+        const session::ToolMenu::Place& place = Tools.Places[static_cast<std::size_t>(i)];
+        const std::string name = MenuSet::ElementName("mnuUtilTool", i);
+        menus_->SetText(name, place.Caption);
+        menus_->Entry(name).setVisible(place.IsVisible);
+    }
+    menus_->Entry("mnuUtilClearMacro").setVisible(Tools.HasMacro);
+    menus_->Entry("mnuUtilBarBottom").setVisible(Tools.HasTools);
 }
-
-void frmDocument::FillRunCommands() {
-    commands_["mnuRunDepCompile"] = [this](int) { mnuRunDepCompile_Click(); };
-    commands_["mnuRunIndepCompile"] = [this](int) { mnuRunIndepCompile_Click(); };
-    commands_["mnuRunDepSimulate"] = [this](int) { mnuRunDepSimulate_Click(); };
-    commands_["mnuRunIndepSimulate"] = [this](int) { mnuRunIndepSimulate_Click(); };
-    commands_["mnuRunVhdlCompile"] = [this](int) { app_.Hall.RunVhdlCompile(); };
-    commands_["mnuRunVhdlAnalysis"] = [this](int) { app_.Hall.RunVhdlAnalysis(); };
-}
-
-// Of this window's entry alone: each window marks its own clicks, so a mark may differ from what is seen.
-void frmDocument::FlipCheck(const std::string& entry) { SetMenuChecked(entry, !IsMenuChecked(entry)); }
 
 platform::RichTextBox& frmDocument::txtText() { return *text_; }
 
-void frmDocument::SetCaption(const std::string& caption) {
-    caption_ = caption;
-    setWindowTitle(QString::fromStdString(base::DisplayUtf8(caption)));
-}
+void frmDocument::ShowCaption() { setWindowTitle(QString::fromStdString(base::DisplayUtf8(Caption()))); }
 
-void frmDocument::SaveFile() { editor::SaveFile(app_, *this); }
-void frmDocument::SaveFileAs() { editor::SaveFileAs(app_, *this); }
-
-void frmDocument::UpdateFont(const std::string& name, std::int16_t size, std::int32_t color, bool bold,
-                             bool italic) {
-    ApplyFont(*text_, {.Name = name, .Size = size, .Bold = bold, .Italic = italic});
-    text_->SetSelColor(color);
-}
-
-void frmDocument::RefreshProjectList() {
-    if (IsMenuChecked("mnuProject")) app_.Hall.UpdateTreeView();
-}
-
-void frmDocument::SetMenuEnabled(const std::string& name, bool enabled) {
-    menus_->Entry(name).setEnabled(enabled);
-}
-void frmDocument::SetMenuVisible(const std::string& name, bool visible) {
-    menus_->Entry(name).setVisible(visible);
-}
-void frmDocument::SetMenuChecked(const std::string& name, bool checked) {
-    menus_->Entry(name).setChecked(checked);
-}
-void frmDocument::SetMenuCaption(const std::string& name, const std::string& caption) {
-    menus_->SetText(name, caption);
-}
-bool frmDocument::IsMenuChecked(const std::string& name) const { return menus_->Entry(name).isChecked(); }
-
+std::int32_t frmDocument::SelLength() const { return text_->SelLength(); }
 bool frmDocument::IsInserting() const { return !text_->IsOvertyping(); }
 
-void frmDocument::Move(float left, float top, float width, float height) {
-    setGeometry(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height));
+std::optional<QRect> frmDocument::PlaceIn(const platform::qt::ChildPlaces& places) const {
+    return isMinimized() || isMaximized() ? std::nullopt : places.Documents;
 }
 
 void frmDocument::BringToFront() {
@@ -222,16 +183,5 @@ void frmDocument::closeEvent(QCloseEvent* event) {
     emit Unloaded();
     QMdiSubWindow::closeEvent(event);
 }
-
-void frmDocument::mnuFileSave_Click() { Save(app_, *this); }
-void frmDocument::mnuEditCut_Click() { text_->SendMessage(platform::WM_CUT); }
-void frmDocument::mnuEditCopy_Click() { text_->SendMessage(platform::WM_COPY); }
-void frmDocument::mnuEditPaste_Click() {
-    if (app_.Host.Clip.HasText()) text_->SendMessage(platform::WM_PASTE);
-}
-void frmDocument::mnuRunDepCompile_Click() { app_.Hall.RunDepCompile(*this); }
-void frmDocument::mnuRunIndepCompile_Click() { app_.Hall.RunIndepCompile(*this); }
-void frmDocument::mnuRunDepSimulate_Click() { app_.Hall.RunDepSimulate(*this); }
-void frmDocument::mnuRunIndepSimulate_Click() { app_.Hall.RunIndepSimulate(*this); }
 
 }  // namespace editor

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QMdiSubWindow>
-#include <functional>
-#include <map>
+#include <memory>
 #include <string>
 
+#include "platform/qt/MdiChild.h"
 #include "platform/qt/MenuSet.h"
 #include "session/App.h"
 
@@ -14,8 +14,9 @@ class TextBox;
 
 namespace editor {
 
-// The child window that edits one text. Its menus replace the main window's while it is active.
-class frmDocument : public QMdiSubWindow, public session::Document {
+// The child window that edits one text. Its menus replace the main window's while it is active; what their
+// entries do stands in the tables of the hall.
+class frmDocument : public QMdiSubWindow, public session::Document, public platform::qt::MdiChild {
     Q_OBJECT
 
   public:
@@ -24,42 +25,26 @@ class frmDocument : public QMdiSubWindow, public session::Document {
 
     // Set once the window is a member of Documents.
     void SetRegistered() { isRegistered_ = true; }
-    const platform::qt::MenuSet& Menus() const { return *menus_; }
     // Runs the command of a menu entry by its name, as a click does. Error 5 for an entry without one.
     void RunCommand(const std::string& name, int index = -1);
-    bool HasCommand(const std::string& name) const { return commands_.contains(name); }
+    bool HasCommand(const std::string& name) const;  // that can be called now
 
+    // session::Document
     platform::RichTextBox& txtText() override;
-    std::string Caption() const override { return caption_; }
-    void SetCaption(const std::string& caption) override;
-    void SaveFile() override;
-    void SaveFileAs() override;
-    void UpdateFont(const std::string& name, std::int16_t size, std::int32_t color, bool bold,
-                    bool italic) override;
-    void RefreshProjectList() override;
-    void SetMenuEnabled(const std::string& name, bool enabled) override;
-    void SetMenuVisible(const std::string& name, bool visible) override;
-    void SetMenuChecked(const std::string& name, bool checked) override;
-    void SetMenuCaption(const std::string& name, const std::string& caption) override;
-    bool IsMenuChecked(const std::string& name) const override;
-    bool IsInserting() const;  // false: typing overwrites
-    bool IsMinimized() const override { return isMinimized(); }
-    bool IsMaximized() const override { return isMaximized(); }
-    void Move(float left, float top, float width, float height) override;
+    void UpdateMenus() override;
     void BringToFront() override;
     bool Unload() override;
-    bool QueryUnload();    // the question alone: false if the user refused
-    void UnloadUnasked();  // whatever there is to save
 
-    // Commands that other rooms call by name.
-    void mnuFileSave_Click();
-    void mnuEditCut_Click();
-    void mnuEditCopy_Click();
-    void mnuEditPaste_Click();
-    void mnuRunDepCompile_Click();
-    void mnuRunIndepCompile_Click();
-    void mnuRunDepSimulate_Click();
-    void mnuRunIndepSimulate_Click();
+    // platform::qt::MdiChild
+    QMdiSubWindow& Frame() override { return *this; }
+    std::string Title() const override { return Caption(); }
+    std::optional<QRect> PlaceIn(const platform::qt::ChildPlaces& places) const override;
+    const platform::qt::MenuSet* Menus() const override { return menus_.get(); }
+    std::int32_t SelLength() const override;
+    bool IsInserting() const override;
+    bool CanClose() const override { return true; }
+    bool QueryUnload() override;
+    void UnloadUnasked() override;
 
   signals:
     void SelectionToggled();  // something is selected now, or nothing any more
@@ -67,25 +52,19 @@ class frmDocument : public QMdiSubWindow, public session::Document {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void ShowCaption() override;
 
   private:
-    using Command = std::function<void(int index)>;
-
     void BuildMenus();
-    void FillCommands();
-    void FillFileCommands();
-    void FillEditCommands();
-    void FillRunCommands();
-    void DisableEntriesWithoutCommand();
+    void EnableEntries();
     void ConnectText();
-    void FlipCheck(const std::string& entry);
+    void ShowRecentFiles();
+    void ShowTools();
 
     session::App& app_;
     platform::qt::TextBox* text_ = nullptr;
     std::unique_ptr<platform::qt::MenuSet> menus_;
-    std::map<std::string, Command> commands_;
     std::unique_ptr<platform::Timer> StatusBarTimer;
-    std::string caption_;
     std::string positionCache_;
     bool isRegistered_ = false;
     bool isAsked_ = false;  // the question before the close has been answered

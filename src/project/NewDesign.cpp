@@ -122,8 +122,7 @@ void WriteTemplate(const NewDesignDesk& desk, const DesignFields& fields, const 
     const auto count = static_cast<std::int64_t>(desk.State.Documents.Count());
     for (session::Document* document : desk.State.Documents.All()) {
         if (document->ID != count) continue;
-        document->SetCaption(path);
-        document->FileName = path;
+        document->SetFile(path, path);
         {
             platform::RichTextBox& text = document->txtText();
             const platform::HiddenScope hidden(text);
@@ -132,7 +131,7 @@ void WriteTemplate(const NewDesignDesk& desk, const DesignFields& fields, const 
             desk.Doors.HighlightSyntax(*document);
         }
         document->BringToFront();
-        desk.Doors.UpdateMru(document->FileName);
+        desk.Doors.UpdateMru(document->FileName());
     }
 }
 

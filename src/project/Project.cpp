@@ -18,6 +18,11 @@ session::Document* DocumentOf(const session::Documents& documents, std::int16_t 
     return nullptr;
 }
 
+void MarkProject(session::Document& document, bool shows) {
+    document.ShowsProject = shows;
+    document.UpdateMenus();
+}
+
 // To the tool that runs, else to a new one. What fails stays without a word.
 void SendToTool(const ProjectDesk& desk, const std::string& tool, const std::string& file) {
     try {
@@ -70,8 +75,7 @@ void EnterWorkDir(const ProjectDesk& desk) {
 void ProjectLoaded(const ProjectDesk& desk) {
     desk.Doors.SetOpen(true);
     for (session::Document* document : desk.State.Documents.All()) {
-        document->SetMenuEnabled("mnuCloseProject", true);
-        document->SetMenuChecked("mnuProject", true);
+        MarkProject(*document, true);
     }
 }
 
@@ -109,7 +113,7 @@ void mnuNewProject_Click(const ProjectDesk& desk) {
     if (!LeaveProject(desk) || !desk.Doors.ShowNewDesign()) return;
     desk.Doors.ShowProject();
     if (session::Document* document = desk.Doors.ActiveDocument()) {
-        document->SetMenuChecked("mnuProject", true);
+        MarkProject(*document, true);
         document->BringToFront();
     }
 }
@@ -137,13 +141,13 @@ void mnuProjectOpen_Click(const ProjectDesk& desk) {
 
 void mnuProject_Click(const ProjectDesk& desk, session::Document& document) {
     if (!desk.Doors.IsOpen()) return desk.Doors.ShowProject();
-    const bool show = !document.IsMenuChecked("mnuProject");
+    const bool show = !document.ShowsProject;
     if (show) {
         desk.Doors.ShowProject();
     } else {
         desk.Doors.HideProject();
     }
-    document.SetMenuChecked("mnuProject", show);
+    MarkProject(document, show);
 }
 
 }  // namespace project

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -8,43 +9,57 @@
 
 namespace session {
 
-// An open document as other rooms see it: fields of its window and the public commands that are called by
-// name. Implemented by frmDocument.
+// The tools in the Utilities menu of a document. A place once shown may stay so with the caption of before.
+struct ToolMenu {
+    struct Place {
+        std::string Caption;
+        bool IsVisible = false;
+    };
+    std::array<Place, 14> Places;  // 1 to 13
+    bool HasMacro = false;         // there is a macro that can be cleared
+    bool HasTools = false;
+};
+
+// An open document as other rooms see it. Its window, frmDocument, shows the state that stands here.
 class Document {
   public:
     virtual ~Document() = default;
 
     std::int16_t ID = 0;            // DocumentCount when the window was created; its decimal text is the key
-    std::string FileName;           // upper-case path; empty for an untitled document
-    bool Dirty = false;             // set by every change of txtText
-    bool Unread = false;            // the file is there and could not be read: the text is not its text
-    std::uint64_t Revision = 0;     // counts the changes of txtText
     session::Symbols Symbols;       // pins, nodes and fields of the design
     bool InComment = false;         // a comment was opened by typing and not closed
     std::int32_t CommentStart = 0;  // offset of its "/*"
+    ToolMenu Tools;
+    bool ShowsProject = false;  // the mark at mnuProject
 
     virtual platform::RichTextBox& txtText() = 0;
-    virtual std::string Caption() const = 0;
-    virtual void SetCaption(const std::string& caption) = 0;
+    virtual void UpdateMenus() = 0;    // they show RecentFiles, Tools and ShowsProject
+    virtual void BringToFront() = 0;   // ZOrder 0
+    virtual bool Unload() = 0;         // false if the user refused
 
-    virtual void SaveFile() = 0;
-    virtual void SaveFileAs() = 0;
-    virtual void UpdateFont(const std::string& name, std::int16_t size, std::int32_t color, bool bold,
-                            bool italic) = 0;
-    virtual void RefreshProjectList() = 0;
+    // Caption and path: what the window is called, and the upper-case path of its file, empty if it has none.
+    const std::string& Caption() const { return caption_; }
+    const std::string& FileName() const { return fileName_; }
+    void SetCaption(const std::string& caption);
+    void SetFile(const std::string& caption, const std::string& fileName);
 
-    // The state of a menu entry, by control name. An unknown name is error 5.
-    virtual void SetMenuEnabled(const std::string& name, bool enabled) = 0;
-    virtual void SetMenuVisible(const std::string& name, bool visible) = 0;
-    virtual void SetMenuChecked(const std::string& name, bool checked) = 0;
-    virtual void SetMenuCaption(const std::string& name, const std::string& caption) = 0;
-    virtual bool IsMenuChecked(const std::string& name) const = 0;
+    // Whether the text is that of the file.
+    bool Dirty() const { return dirty_; }      // changed since it was read or written
+    bool Unread() const { return unread_; }    // the file is there and could not be read
+    std::uint64_t Revision() const { return revision_; }  // counts the changes of txtText
+    void TextChanged();
+    void MarkSaved();
+    void MarkUnread() { unread_ = true; }
 
-    virtual bool IsMinimized() const = 0;
-    virtual bool IsMaximized() const = 0;
-    virtual void Move(float left, float top, float width, float height) = 0;  // twips
-    virtual void BringToFront() = 0;                                          // ZOrder 0
-    virtual bool Unload() = 0;                                                // false if the user refused
+  protected:
+    virtual void ShowCaption() = 0;
+
+  private:
+    std::string caption_;
+    std::string fileName_;
+    bool dirty_ = false;
+    bool unread_ = false;
+    std::uint64_t revision_ = 0;
 };
 
 }  // namespace session

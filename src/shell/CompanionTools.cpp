@@ -41,7 +41,7 @@ void CloseTools(session::App& app) {
 
 void LaunchTool(session::App& app, const std::string& tool, const std::string& file) {
     const std::string& root = app.State.InstallRoot;
-    app.Hall.SetPanel(1, "Loading Program " + tool + " ...");
+    app.Hall.Main->SetPanel(1, "Loading Program " + tool + " ...");
     try {
         if (!app.Host.Files.FileExists(root + "\\" + tool + "\\" + tool + ".exe")) {
             // The message leaves out the tool's folder: kept.
@@ -52,7 +52,7 @@ void LaunchTool(session::App& app, const std::string& tool, const std::string& f
     } catch (const base::RunTimeError& error) {
         app.Host.Boxes.Say(error.Description());
     }
-    app.Hall.SetPanel(1, "");
+    app.Hall.Main->SetPanel(1, "");
 }
 
 void ActivateTool(session::App& app, int index) {

@@ -5,7 +5,7 @@
 
 #include "base/Number.h"
 #include "base/RunTimeError.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 
 namespace shell {
 namespace {
@@ -61,7 +61,7 @@ void AppendItem(std::string& bytes, std::string_view text) {
 
 void DefaultConfig(session::Session& state) {
     for (const FlagRow& row : flagTable) state.*row.Flags = row.Default;
-    state.Keywords = session::DefaultKeywords();
+    state.Keywords = editor::DefaultKeywords();
 }
 
 void ParseConfig(std::string_view bytes, session::Session& state) {

@@ -2,7 +2,7 @@
 
 #include "base/RunTimeError.h"
 #include "base/modLib.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 #include "toolchain/Compiler.h"
 
 namespace shell {
@@ -103,9 +103,9 @@ bool InstallDeviceLibrary(session::Session& state, platform::Host& host) {
 }
 
 void FillTables(session::Session& state, platform::Host& host) {
-    state.NoHighlightKeys = session::MakeNoHighlightKeys();
-    state.Delimiters = session::MakeDelimiters();
-    state.Keywords = session::DefaultKeywords();
+    state.NoHighlightKeys = editor::MakeNoHighlightKeys();
+    state.Delimiters = editor::MakeDelimiters();
+    state.Keywords = editor::DefaultKeywords();
     FillStdUtils(state, host);
     // These strings matter for an instant only: the configuration file replaces them.
     if (state.CompilerFlags.empty()) state.CompilerFlags = "jasxlm4";

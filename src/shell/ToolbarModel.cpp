@@ -9,40 +9,39 @@ namespace {
 
 using session::CustomUtility;
 using enum ClickKind;
-
-constexpr ToolbarRow separator = {""};
+using G = ButtonGroup;
 
 constexpr ToolbarRow table[ButtonCount] = {
-    {"New", "New", 1, NewText},
-    {"Open", "Open", 2, MainCommand, "mnuFileOpen"},
-    {"Save", "Save", 3, ChildCommand, "mnuFileSave"},
-    separator,
-    {"Print", "Print", 4, ChildCommand, "mnuFilePrint"},
-    separator,
-    {"Cut", "Cut", 5, ChildCommand, "mnuEditCut"},
-    {"Copy", "Copy", 6, ChildCommand, "mnuEditCopy"},
-    {"Paste", "Paste", 7, ChildCommand, "mnuEditPaste"},
-    separator,
-    {"DepComp", "Device Dependent Compile", 8, ChildCommand, "mnuRunDepCompile"},
-    {"IndepComp", "Device Independent Compile", 9, ChildCommand, "mnuRunIndepCompile"},
-    {"DepSim", "Device Dependent Simulate", 10, ChildCommand, "mnuRunDepSimulate"},
-    {"IndepSim", "Device Independent Simulate", 11, ChildCommand, "mnuRunIndepSimulate"},
-    separator,
-    {"Util1", "", 0, Tool},
-    {"Util2", "", 0, Tool},
-    {"Util3", "", 0, Tool},
-    {"Util4", "", 0, Tool},
-    {"Util5", "", 0, Tool},
-    {"Util6", "", 0, Tool},
-    {"Util7", "", 0, Tool},
-    {"Util8", "", 0, Tool},
-    {"Util9", "", 0, Tool},
-    {"Util10", "", 0, Tool},
-    {"Util11", "", 0, Tool},
-    {"Util12", "", 0, Tool},
-    {"Util13", "", 0, Nothing},  // kept: the thirteenth tool has no action
-    separator,
-    {"AllTESK", "Tile all Tesk tools", 21, TileTools},
+    {"New", G::Fixed, "New", 1, NewText},
+    {"Open", G::Fixed, "Open", 2, MainCommand, "mnuFileOpen"},
+    {"Save", G::Save, "Save", 3, ChildCommand, "mnuFileSave"},
+    {"", G::Save},
+    {"Print", G::Print, "Print", 4, ChildCommand, "mnuFilePrint"},
+    {"", G::Print},
+    {"Cut", G::Selection, "Cut", 5, ChildCommand, "mnuEditCut"},
+    {"Copy", G::Selection, "Copy", 6, ChildCommand, "mnuEditCopy"},
+    {"Paste", G::Clipboard, "Paste", 7, ChildCommand, "mnuEditPaste"},
+    {"", G::Line},
+    {"DepComp", G::Run, "Device Dependent Compile", 8, ChildCommand, "mnuRunDepCompile"},
+    {"IndepComp", G::Run, "Device Independent Compile", 9, ChildCommand, "mnuRunIndepCompile"},
+    {"DepSim", G::Run, "Device Dependent Simulate", 10, ChildCommand, "mnuRunDepSimulate"},
+    {"IndepSim", G::Run, "Device Independent Simulate", 11, ChildCommand, "mnuRunIndepSimulate"},
+    {"", G::Line},
+    {"Util1", G::Tool, "", 0, Tool},
+    {"Util2", G::Tool, "", 0, Tool},
+    {"Util3", G::Tool, "", 0, Tool},
+    {"Util4", G::Tool, "", 0, Tool},
+    {"Util5", G::Tool, "", 0, Tool},
+    {"Util6", G::Tool, "", 0, Tool},
+    {"Util7", G::Tool, "", 0, Tool},
+    {"Util8", G::Tool, "", 0, Tool},
+    {"Util9", G::Tool, "", 0, Tool},
+    {"Util10", G::Tool, "", 0, Tool},
+    {"Util11", G::Tool, "", 0, Tool},
+    {"Util12", G::Tool, "", 0, Tool},
+    {"Util13", G::Tool, "", 0, Nothing},  // kept: the thirteenth tool has no action
+    {"", G::Fixed},
+    {"AllTESK", G::Fixed, "Tile all Tesk tools", 21, TileTools},
 };
 
 // In the order of the images. "11-indep-sim" and so on: number and motif.
@@ -63,87 +62,76 @@ constexpr int macroImage = 20;
 
 bool IsMacro(const CustomUtility& tool) { return base::StartsWith(tool.Program, "MACRO"); }
 
-void Show(ToolbarState& toolbar, int first, int last, bool visible) {
-    for (int i = first; i <= last; ++i) toolbar.Button(i).Visible = visible;
+// The tools that SetTBMenu has put to use; of the others all.
+template <typename Change>
+void ForGroup(ToolbarState& toolbar, ButtonGroup group, const Change& change) {
+    for (int i = 1; i <= ButtonCount; ++i) {
+        const bool isUnused = group == G::Tool && i > toolbar.tbLastButton;
+        if (table[i - 1].Group == group && !isUnused) change(toolbar.Button(i));
+    }
 }
 
-void Enable(ToolbarState& toolbar, int first, int last, bool enabled) {
-    for (int i = first; i <= last; ++i) toolbar.Button(i).Enabled = enabled;
+void Show(ToolbarState& toolbar, ButtonGroup group, bool visible) {
+    ForGroup(toolbar, group, [&](ButtonState& button) { button.Visible = visible; });
+}
+
+void Enable(ToolbarState& toolbar, ButtonGroup group, bool enabled) {
+    ForGroup(toolbar, group, [&](ButtonState& button) { button.Enabled = enabled; });
+}
+
+void HideTools(ToolbarState& toolbar, int from) {
+    for (int i = from; i <= LastToolButton; ++i) toolbar.Button(i).Visible = false;
 }
 
 void TickOnDocument(ToolbarState& toolbar, const ActiveChild& child, bool clipboardHasText,
                     TickEffects& effects) {
     effects.mnuFilePrint = true;
-    Enable(toolbar, 5, 5, true);
+    Enable(toolbar, G::Print, true);
     const bool isSelected = child.SelLength != 0;
     effects.mnuEditCut = effects.mnuEditCopy = isSelected;
-    Enable(toolbar, 7, 8, isSelected);
+    Enable(toolbar, G::Selection, isSelected);
     effects.mnuEditPaste = clipboardHasText;
-    Enable(toolbar, 9, 9, clipboardHasText);
-    Show(toolbar, 10, 15, true);
-    Enable(toolbar, 10, 10, true);
-    Enable(toolbar, 15, 15, true);
+    Enable(toolbar, G::Clipboard, clipboardHasText);
+    Show(toolbar, G::Line, true);
+    Show(toolbar, G::Run, true);
     // Anywhere in the path, in this case: captions are upper case, and an untitled text has no ".PLD".
-    Enable(toolbar, 11, 14, base::Contains(child.Caption, ".PLD"));
-    Show(toolbar, FirstToolButton, toolbar.tbLastButton, true);
-    Enable(toolbar, 3, 4, true);
-    Enable(toolbar, FirstToolButton, toolbar.tbLastButton, true);
+    Enable(toolbar, G::Run, base::Contains(child.Caption, ".PLD"));
+    Show(toolbar, G::Tool, true);
+    Enable(toolbar, G::Save, true);
+    Enable(toolbar, G::Tool, true);
 }
 
 void TickOnOther(ToolbarState& toolbar, bool hasDocuments, TickEffects& effects) {
+    constexpr std::int16_t lastBeforeTools = 9;  // as long as no document was ever open
     effects.mnuFilePrint = false;
-    if (toolbar.tbLastButton == 0) toolbar.tbLastButton = 9;
-    Enable(toolbar, 3, toolbar.tbLastButton, false);
-    if (hasDocuments)
-        Enable(toolbar, 11, toolbar.tbLastButton, false);
-    else
-        Show(toolbar, 11, LastToolButton, false);
-    for (const int line : {10, 15}) {
-        Show(toolbar, line, line, true);
-        Enable(toolbar, line, line, true);
+    if (toolbar.tbLastButton == 0) toolbar.tbLastButton = lastBeforeTools;
+    for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard}) Enable(toolbar, group, false);
+    if (toolbar.tbLastButton > lastBeforeTools) {
+        Enable(toolbar, G::Run, false);
+        Enable(toolbar, G::Tool, false);
     }
+    if (!hasDocuments) {
+        Show(toolbar, G::Run, false);
+        HideTools(toolbar, FirstToolButton);
+    }
+    Show(toolbar, G::Line, true);
 }
 
-// The Utilities menu of one document while its rows are filled.
-class ToolMenu {
-  public:
-    explicit ToolMenu(session::Document& document) : document_(document) {}
-
-    void Clear() {
-        // Two fewer than there are: kept, a row once shown as the 12th or 13th stays.
-        for (int i = 1; i <= 11; ++i) document_.SetMenuVisible(Entry(i), false);
-        document_.SetMenuVisible("mnuUtilClearMacro", false);
-    }
-    void Add(const CustomUtility& tool) {
-        const std::string entry = Entry(++count_);
-        document_.SetMenuCaption(entry, tool.Name);
-        ShowEntry(entry);
-    }
-    void ShowEntry(const std::string& entry) {
-        document_.SetMenuVisible(entry, true);
-        document_.SetMenuEnabled(entry, true);
-    }
-    void Finish() { document_.SetMenuVisible("mnuUtilBarBottom", count_ >= 1); }
-
-  private:
-    static std::string Entry(int index) { return "mnuUtilTool(" + std::to_string(index) + ")"; }
-
-    session::Document& document_;
-    int count_ = 0;
-};
-
-void FillToolMenu(session::Document& document, const session::Session& state) {
-    ToolMenu menu(document);
-    menu.Clear();
+void FillToolMenu(session::ToolMenu& menu, const session::Session& state) {
+    // Two fewer than there are: kept, a place once shown as the 12th or 13th stays.
+    for (std::size_t i = 1; i <= 11; ++i) menu.Places[i].IsVisible = false;
+    menu.HasMacro = false;
+    std::size_t count = 0;
+    const auto add = [&](const CustomUtility& tool) { menu.Places[++count] = {tool.Name, true}; };
     for (const CustomUtility& tool : state.StdUtils) {
-        if (tool.Menu) menu.Add(tool);
+        if (tool.Menu) add(tool);
     }
     for (const CustomUtility& tool : state.CustUtils) {
         if (tool.Program.empty() || !tool.Menu) continue;
-        menu.Add(tool);
-        if (IsMacro(tool)) menu.ShowEntry("mnuUtilClearMacro");
+        add(tool);
+        if (IsMacro(tool)) menu.HasMacro = true;
     }
-    menu.Finish();
+    menu.HasTools = count >= 1;
 }
 
 void FillToolButtons(ToolbarState& toolbar, const session::Session& state) {
@@ -166,7 +154,7 @@ void FillToolButtons(ToolbarState& toolbar, const session::Session& state) {
         add(tool).Image = IsMacro(tool) ? macroImage : customImage;
     }
     toolbar.tbLastButton = static_cast<std::int16_t>(n);
-    Show(toolbar, n + 1, LastToolButton, false);
+    HideTools(toolbar, n + 1);
 }
 
 template <typename Tools, typename Test>
@@ -202,16 +190,15 @@ ToolbarState::ToolbarState() {
 TickEffects TBMenuTimer(ToolbarState& toolbar, const ActiveChild& child, bool clipboardHasText,
                         bool hasDocuments) {
     TickEffects effects;
-    if (child.Name.empty()) {
-        Show(toolbar, FirstToolButton, LastToolButton, false);
-        Enable(toolbar, 3, 14, false);
+    if (child.Kind == ChildKind::None) {
+        HideTools(toolbar, FirstToolButton);
+        for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard, G::Run}) Enable(toolbar, group, false);
         effects.mnuClose = false;
         effects.ClearPanel1 = true;
         return effects;
     }
-    const bool isDocument = child.Name == "frmDocument";
-    effects.mnuClose = isDocument || child.Name == "frmProject";
-    if (isDocument)
+    effects.mnuClose = child.Kind != ChildKind::Other;
+    if (child.Kind == ChildKind::Document)
         TickOnDocument(toolbar, child, clipboardHasText, effects);
     else
         TickOnOther(toolbar, hasDocuments, effects);
@@ -219,7 +206,8 @@ TickEffects TBMenuTimer(ToolbarState& toolbar, const ActiveChild& child, bool cl
 }
 
 void SetTBMenu(ToolbarState& toolbar, session::Document& document, const session::Session& state) {
-    FillToolMenu(document, state);
+    FillToolMenu(document.Tools, state);
+    document.UpdateMenus();
     FillToolButtons(toolbar, state);
 }
 

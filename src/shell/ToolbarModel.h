@@ -28,9 +28,13 @@ enum class ClickKind {
     Tool,          // the tool whose name is the button's tip
 };
 
+// What the timer enables and shows together.
+enum class ButtonGroup { Fixed, Save, Print, Selection, Clipboard, Line, Run, Tool };
+
 // A button at its fixed place.
 struct ToolbarRow {
     const char* Key;  // empty: a separator
+    ButtonGroup Group;
     const char* Tip = "";
     int Image = 0;  // 1 to 21; 0 for tools, which SetTBMenu gives theirs
     ClickKind Click = ClickKind::Nothing;
@@ -61,8 +65,10 @@ struct ToolbarState {
 };
 
 // What the timer looks at.
+enum class ChildKind { None, Other, Closable, Document };
+
 struct ActiveChild {
-    std::string Name;  // of the form: "frmDocument", "frmProject", …; empty if no child is active
+    ChildKind Kind = ChildKind::None;
     std::string Caption;
     std::int32_t SelLength = 0;  // of a document's txtText
 };

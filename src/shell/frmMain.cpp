@@ -8,10 +8,10 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QWindow>
+#include <utility>
 
 #include "base/RunTimeError.h"
 #include "base/Text.h"
-#include "editor/frmDocument.h"
 #include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/KeyLocks.h"
@@ -33,7 +33,7 @@ void InitPictures() {
     QApplication::setWindowIcon(QIcon(":/icons/korvane.svg"));
 }
 
-frmMain::frmMain() {
+frmMain::frmMain(const session::MainCommands& commands) : commands_(commands) {
     InitPictures();
     setObjectName("frmMain");
     setWindowTitle("Korvane");
@@ -49,7 +49,8 @@ frmMain::frmMain() {
     addToolBar(toolBar_);
     setContextMenuPolicy(Qt::NoContextMenu);
     BuildStatusBar();
-    On(area_, &QMdiArea::subWindowActivated, children_.get(), [this] {
+    BuildMenu();
+    On(area_, &QMdiArea::subWindowActivated, alive_.get(), [this] {
         ShowMenusOfActiveChild();
         emit ActiveChildChanged();
     });
@@ -57,27 +58,31 @@ frmMain::frmMain() {
 
 frmMain::~frmMain() {
     // Children that go with the window have nobody left to tell.
-    children_.reset();
+    alive_.reset();
     delete area_;
 }
 
-void frmMain::SetCommands(std::map<std::string, Command> commands) {
-    commands_ = std::move(commands);
+void frmMain::BuildMenu() {
     menus_ = std::make_unique<platform::qt::MenuSet>(
         this, MainMenu(), [this](const std::string& name, int index) { RunCommand(name, index); });
     for (const platform::MenuRow& row : MainMenu()) {
-        if (menus_->Menu(row.Name) != nullptr || row.Count > 0 || std::string(row.Caption) == "-") continue;
-        if (!HasCommand(row.Name)) menus_->Entry(row.Name).setEnabled(false);
+        QMenu* menu = menus_->Menu(row.Name);
+        if (menu != nullptr) On(menu, &QMenu::aboutToShow, this, [this] { EnableEntries(); });
+        const bool isEntry = menu == nullptr && row.Count == 0 && std::string(row.Caption) != "-";
+        if (isEntry && commands_.Find(row.Name) == nullptr) menus_->Entry(row.Name).setEnabled(false);
     }
-    QMenu* windows = menus_->Menu("mnuWindow");
-    On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
+    FillWindowListOf(*menus_);
+    EnableEntries();
     ShowMenusOfActiveChild();
 }
 
-void frmMain::RunCommand(const std::string& name, int index) {
-    const auto command = commands_.find(name);
-    if (command == commands_.end()) throw base::RunTimeError(base::errInvalidCall, "No command " + name);
-    command->second(index);
+void frmMain::RunCommand(const std::string& name, int index) { commands_.Run(name, index); }
+
+void frmMain::EnableEntries() {
+    for (const auto& row : commands_.Rows()) {
+        if (row.IsEnabled == nullptr) continue;
+        if (QAction* entry = menus_->Find(row.Entry)) entry->setEnabled(row.IsEnabled());
+    }
 }
 
 void frmMain::BuildStatusBar() {
@@ -128,12 +133,12 @@ void frmMain::FillWindowList(QMenu& menu) {
     int number = 0;
     for (QMdiSubWindow* window : windows) {
         // A closed document is about to go; other windows are only hidden.
-        if (!window->isVisible() && qobject_cast<editor::frmDocument*>(window) != nullptr) continue;
+        if (!window->isVisible() && window->testAttribute(Qt::WA_DeleteOnClose)) continue;
         const QString head = ++number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
         QAction* action = menu.addAction(head + CaptionOf(window->windowTitle().toStdString()));
         add(action);
         action->setCheckable(true);
-        action->setChecked(window == ActiveChild());
+        action->setChecked(ActiveChild() != nullptr && window == &ActiveChild()->Frame());
         On(action, &QAction::triggered, window, [this, window] {
             window->isMinimized() ? window->showNormal() : window->show();
             window->widget()->show();
@@ -172,18 +177,46 @@ MainMeasures frmMain::Measures() const {
             .InnerHeight = ToTwips(area_->viewport()->height())};
 }
 
-QMdiSubWindow* frmMain::ActiveChild() const {
+platform::qt::MdiChild* frmMain::ActiveChild() const {
     // The current one: it stays while a dialog or another program has the focus. It may be one that was
     // closed.
-    QMdiSubWindow* child = area_->currentSubWindow();
-    return child != nullptr && child->isHidden() ? nullptr : child;
+    const QMdiSubWindow* window = area_->currentSubWindow();
+    for (const Child& child : children_) {
+        if (child.Frame == window && !window->isHidden()) return child.Window;
+    }
+    return nullptr;
 }
 
-editor::frmDocument* frmMain::ActiveDocument() const {
-    return qobject_cast<editor::frmDocument*>(ActiveChild());
+std::vector<platform::qt::MdiChild*> frmMain::Children() const {
+    std::vector<platform::qt::MdiChild*> all;
+    if (platform::qt::MdiChild* active = ActiveChild()) all.push_back(active);
+    for (const Child& child : children_) {
+        if (all.empty() || child.Window != all.front()) all.push_back(child.Window);
+    }
+    return all;
 }
 
-QMdiSubWindow& frmMain::AddChild(QWidget& content) {
+void frmMain::ArrangeChildren(const platform::qt::ChildPlaces& places) {
+    for (Child& child : children_) {
+        if (const auto place = child.Window->PlaceIn(places)) child.Place = place;
+    }
+    TakePlaces();
+}
+
+void frmMain::TakePlaces() {
+    for (Child& child : children_) {
+        if (!child.Place || child.Frame->isMinimized() || child.Frame->isMaximized()) continue;
+        child.Frame->setGeometry(*std::exchange(child.Place, std::nullopt));
+    }
+}
+
+void frmMain::ForgetPlaces() {
+    for (Child& child : children_) {
+        if (!child.Frame->isMinimized()) child.Place.reset();
+    }
+}
+
+QMdiSubWindow& frmMain::AddChild(platform::qt::MdiChild& child, QWidget& content) {
     QMdiSubWindow* window = area_->addSubWindow(&content);
     window->setWindowIcon(QApplication::windowIcon());
     // The frame's own key to close would stand against a shortcut of the menus.
@@ -191,7 +224,31 @@ QMdiSubWindow& frmMain::AddChild(QWidget& content) {
         if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence("Ctrl+F4"));
     }
     window->installEventFilter(this);
+    children_.push_back({&child, window, std::nullopt});
+    if (child.Menus() != nullptr) FillWindowListOf(*child.Menus());
+    Follow(*window);
+    if (const auto places = OnPlaces ? OnPlaces() : std::nullopt) {
+        if (const auto place = child.PlaceIn(*places)) window->setGeometry(*place);
+    }
     return *window;
+}
+
+void frmMain::Follow(QMdiSubWindow& window) {
+    On(&window, &QWidget::windowTitleChanged, alive_.get(), [this] { emit ActiveChildChanged(); });
+    On(&window, &QMdiSubWindow::windowStateChanged, alive_.get(), [this] {
+        // Soon: when the window has told of its new state it still takes its old place.
+        platform::qt::Soon(alive_.get(), [this] { TakePlaces(); });
+    });
+    On(&window, &QObject::destroyed, alive_.get(), [this, gone = &window] {
+        std::erase_if(children_, [gone](const Child& child) { return child.Frame == gone; });
+        shownMenus_ = nullptr;  // they may have gone with the window
+        ShowMenusOfActiveChild();
+    });
+}
+
+void frmMain::FillWindowListOf(const platform::qt::MenuSet& menus) {
+    QMenu* windows = menus.Menu("mnuWindow");
+    On(windows, &QMenu::aboutToShow, alive_.get(), [this, windows] { FillWindowList(*windows); });
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
@@ -213,22 +270,10 @@ void frmMain::ActivateTopChild() {
     area_->setActiveSubWindow(top);
 }
 
-void frmMain::AddDocument(editor::frmDocument& document) {
-    AddChild(document);
-    QMenu* windows = document.Menus().Menu("mnuWindow");
-    On(windows, &QMenu::aboutToShow, this, [this, windows] { FillWindowList(*windows); });
-    On(&document, &editor::frmDocument::SelectionToggled, children_.get(),
-       [this] { emit ActiveChildChanged(); });
-    On(&document, &QWidget::windowTitleChanged, children_.get(), [this] { emit ActiveChildChanged(); });
-    On(&document, &QObject::destroyed, children_.get(), [this] {
-        shownMenus_ = nullptr;  // they went with the window
-        ShowMenusOfActiveChild();
-    });
-}
-
 void frmMain::ShowMenusOfActiveChild() {
-    const editor::frmDocument* document = ActiveDocument();
-    const platform::qt::MenuSet* menus = document != nullptr ? &document->Menus() : menus_.get();
+    const platform::qt::MdiChild* child = ActiveChild();
+    const bool hasOwn = child != nullptr && child->Menus() != nullptr;
+    const platform::qt::MenuSet* menus = hasOwn ? child->Menus() : menus_.get();
     if (menus == shownMenus_ || menus == nullptr) return;
     shownMenus_ = menus;
     menus->ShowIn(*menuBar());

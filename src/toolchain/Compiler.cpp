@@ -182,9 +182,9 @@ void Compiler::CallKernel(std::int16_t stage, std::span<std::uint8_t> record) {
 // Kept: the letter alone decides, a compile with errors launches the wave tool too.
 void Compiler::HandOff(const Run& run) {
     if (!RunOk) {
-        app_.Hall.BringMessagesToFront();
+        app_.Hall.ToolChain->BringMessagesToFront();
     } else if (run.Options.find(run.HandOffLetter) != run.Options.npos) {
-        app_.Hall.LaunchTool("Wavrik", app_.State.sProject + ".SI");
+        app_.Hall.Utilities->LaunchTool("Wavrik", app_.State.sProject + ".SI");
     }
 }
 

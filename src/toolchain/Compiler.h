@@ -64,6 +64,7 @@ class Compiler {
     std::string CompileOptionsForDesign() const;
     void OfferSave(session::Document& document);
     bool OfferSaveTrapped(session::Document& document);
+    void RefreshProjectList(const session::Document& document);
     bool CheckProject(const session::Document& document);
     void RunVhdl(const std::string& directory);
 

@@ -2,21 +2,18 @@
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "base/modLib.h"
-#include "session/MayReplace.h"
+#include "session/Saving.h"
 #include "toolchain/Compiler.h"
 
 namespace toolchain {
 
 void Compiler::OfferSave(session::Document& document) {
-    if (!document.Dirty) return;
+    if (!document.Dirty()) return;
     const auto answer = app_.Host.Boxes.MessageBox({.Text = "File is not saved. Do you want to save now?",
                                                     .Title = "Save editor file",
                                                     .Choice = platform::Buttons::YesNo});
     if (answer != platform::Answer::Yes) return;  // the run takes the file as it stands on disk
-    if (!session::MayReplace(app_, document, document.FileName)) return;
-    app_.Host.Files.WriteFile(document.FileName, document.txtText().Text());
-    document.Dirty = false;
-    document.Unread = false;
+    session::WriteText(app_, document, document.FileName());
 }
 
 bool Compiler::OfferSaveTrapped(session::Document& document) {
@@ -47,10 +44,14 @@ bool Compiler::CheckProject(const session::Document& document) {
     return true;
 }
 
+void Compiler::RefreshProjectList(const session::Document& document) {
+    if (document.ShowsProject) app_.Hall.Project->UpdateTreeView();
+}
+
 void Compiler::RunDepCompile(session::Document& document) {
     if (!OfferSaveTrapped(document) || !CheckProject(document)) return;
     DepCompile();
-    document.RefreshProjectList();
+    RefreshProjectList(document);
 }
 
 // Kept: these three neither trap a failed save nor compare document and project; they run on sProject,
@@ -58,19 +59,19 @@ void Compiler::RunDepCompile(session::Document& document) {
 void Compiler::RunIndepCompile(session::Document& document) {
     OfferSave(document);
     IndepCompile();
-    document.RefreshProjectList();
+    RefreshProjectList(document);
 }
 
 void Compiler::RunDepSimulate(session::Document& document) {
     OfferSave(document);
     DepSimulate();
-    document.RefreshProjectList();
+    RefreshProjectList(document);
 }
 
 void Compiler::RunIndepSimulate(session::Document& document) {
     OfferSave(document);
     IndepSimulate();
-    document.RefreshProjectList();
+    RefreshProjectList(document);
 }
 
 void Compiler::RunVhdlCompile() { RunVhdl(app_.State.ProgramDir); }

@@ -132,9 +132,4 @@ void frmCompiler::ChooseLibrary_Click() {
 
 bool frmCompiler::ShowCatalog() { return toolchain::ShowCatalog(app_); }
 
-void frmCompiler::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_F1) return Form::keyPressEvent(event);
-    platform::qt::Guarded([this] { app_.Hall.ShowHelpTopic("Compiler"); });
-}
-
 }  // namespace toolchain

@@ -22,9 +22,6 @@ class frmCompiler : public platform::qt::Form {
     void ChooseLibrary_Click();
     bool ShowCatalog();
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     QTabWidget* MakeTabs();
     QLayout* OutputFiles();

@@ -27,8 +27,8 @@ QPlainTextEdit* Lines(const char* name, const std::string& text) {
 
 }  // namespace
 
-frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, session::Commands& hall, QWidget* owner)
-    : Form("frmErrorMessage", "Compile Message", owner), hall_(hall) {
+frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, QWidget* owner)
+    : Form("frmErrorMessage", "Compile Message", owner) {
     LayOut({platform::qt::Fields({
                 {"lblCode", "Code:", ReadOnly<QLineEdit>("txtCode", entry.Code)},
                 {"lblLevel", "Level:", ReadOnly<QLineEdit>("txtLevel", entry.Level)},
@@ -40,11 +40,6 @@ frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, session::Commands& hal
            Size::OfUser);
     ResizeTo(70, 25);
     Control<QPushButton>("OK").setFocus();
-}
-
-void frmErrorMessage::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_F1) return Form::keyPressEvent(event);
-    platform::qt::Guarded([this] { hall_.ShowHelpTopic("Errors"); });
 }
 
 }  // namespace toolchain

@@ -102,13 +102,8 @@ void frmMessage::ResetFont() {
     FitWidth();
 }
 
-session::Placement frmMessage::InitialPlacement(const session::Placement& main, float clientHeight) {
-    session::Placement place;
-    place.Height = main.Height * 0.2F - platform::qt::TwipsPerPixel;
-    place.Width = main.Width * 0.75F;
-    place.Top = clientHeight - place.Height;
-    return place;
-}
+QMdiSubWindow& frmMessage::Frame() const { return *qobject_cast<QMdiSubWindow*>(parentWidget()); }
+std::string frmMessage::Title() const { return windowTitle().toStdString(); }
 
 void frmMessage::lstMessages_Click() {
     const auto code = ParseListLine(model_.Line(lstMessages_->currentIndex().row()));
@@ -116,7 +111,7 @@ void frmMessage::lstMessages_Click() {
     ErrorEntry entry;
     entry.Code = *code;  // that of the line, be it in the table or not
     codes_.LookupError(*code, entry.Level, entry.Message, entry.Description, entry.Information);
-    platform::qt::Modal(new frmErrorMessage(entry, app_.Hall, window())).Run();
+    platform::qt::Modal(new frmErrorMessage(entry, window())).Run();
 }
 
 bool frmMessage::eventFilter(QObject* watched, QEvent* event) {

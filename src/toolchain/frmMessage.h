@@ -3,7 +3,9 @@
 #include <QListView>
 #include <QTimer>
 #include <QWidget>
+#include <utility>
 
+#include "platform/qt/MdiChild.h"
 #include "session/App.h"
 #include "toolchain/ErrorCodes.h"
 #include "toolchain/windows/MessageModel.h"
@@ -12,7 +14,7 @@ namespace toolchain {
 
 // "Messages": the lines that the tools write, kept from run to run. Content of an MDI child window; when the
 // user closes that, it is hidden and keeps its lines.
-class frmMessage : public QWidget {
+class frmMessage : public QWidget, public platform::qt::MdiChild {
     Q_OBJECT
 
   public:
@@ -22,9 +24,12 @@ class frmMessage : public QWidget {
     platform::WindowHandle Handle() const { return handle_; }  // of lstMessages: where libraries send to
     void ResetFont();  // name, bold and italic of MessageFont; the size stays
 
-    // Where the window stands at first in a main window of this size, whose inner height is clientHeight:
-    // all in twips, as left, top, width, height in the client area.
-    static session::Placement InitialPlacement(const session::Placement& main, float clientHeight);
+    QMdiSubWindow& Frame() const;
+    QMdiSubWindow& Frame() override { return std::as_const(*this).Frame(); }
+    std::string Title() const override;
+    std::optional<QRect> PlaceIn(const platform::qt::ChildPlaces& places) const override {
+        return places.Messages;
+    }
 
     // Shows the explanation of the selected line if it begins with an error code.
     void lstMessages_Click();

@@ -98,7 +98,7 @@ class WatchedBox : public platform::qt::TextBox {
 class WatchedDocument : public doubles::Document {
   public:
     WatchedBox Rich;
-    WatchedDocument() { Title = "C:\\WORK\\COUNT8.PLD"; }
+    WatchedDocument() { SetCaption("C:\\WORK\\COUNT8.PLD"); }
     platform::RichTextBox& txtText() override { return Rich; }
 };
 

@@ -2,7 +2,7 @@
 
 #include "editor/HighlightFixture.h"
 #include "editor/SearchingHighlight.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 
 namespace {
 
@@ -141,7 +141,7 @@ TEST_F(HighlightSyntax, GivesThePictureOfOneSearchForEachWord) {
     platform::qt::TextBox expected;
     for (int round = 0; round < 250; ++round) {
         nasty.Choose();
-        State.Keywords = round % 25 == 0 ? session::DefaultKeywords() : nasty.Table();
+        State.Keywords = round % 25 == 0 ? editor::DefaultKeywords() : nasty.Table();
         State.HighlightEnabled = nasty.Below(10) != 0;
         const std::string text = nasty.Text(nasty.Below(60));
         Box.SetText(text);

@@ -1,12 +1,12 @@
 #include "editor/HighlightFixture.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 
 namespace {
 
 struct HighlightWord : HighlightFixture {
     HighlightWord() {
-        State.Delimiters = session::MakeDelimiters();
-        State.NoHighlightKeys = session::MakeNoHighlightKeys();
+        State.Delimiters = editor::MakeDelimiters();
+        State.NoHighlightKeys = editor::MakeNoHighlightKeys();
         State.Keywords = {{.Name = "PIN", .Color = 'p'},
                           {.Name = "COMMENTS", .Color = 'c'},
                           {.Name = "$IF", .Color = 'd'},

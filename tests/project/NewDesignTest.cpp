@@ -100,8 +100,8 @@ TEST_F(NewDesign, OkMakesADocumentOfTheSkeleton) {
     EXPECT_TRUE(project::AcceptNewDesign(desk_, Fields()));
     EXPECT_EQ(log_, (Calls{"hide", "ShowProject C:\\WORK\\COUNT", "show", "OpenDocument", "HighlightSyntax",
                            "UpdateMru C:\\WORK\\COUNT.PLD", "hide"}));
-    EXPECT_EQ(made_.Title, "C:\\WORK\\COUNT.PLD");
-    EXPECT_EQ(made_.FileName, "C:\\WORK\\COUNT.PLD");
+    EXPECT_EQ(made_.Caption(), "C:\\WORK\\COUNT.PLD");
+    EXPECT_EQ(made_.FileName(), "C:\\WORK\\COUNT.PLD");
     EXPECT_EQ(made_.Box.Content, header + inputs + pin + outputs + pin + pin + end);
 }
 
@@ -116,7 +116,7 @@ TEST_F(NewDesign, TheDocumentIsFoundByTheCount) {
     state_.Documents.Add(second);
     state_.sProject = "C:\\WORK\\OTHER";
     project::WriteTemplate(desk_, Fields(), {});
-    EXPECT_EQ(first.Title, "C:\\WORK\\COUNT.PLD");
+    EXPECT_EQ(first.Caption(), "C:\\WORK\\COUNT.PLD");
     EXPECT_EQ(first.Box.Content, "text\r\n" + header + end);
     EXPECT_EQ(second.Box.Content, "text\r\n");
     EXPECT_EQ(state_.sProject, "C:\\WORK\\OTHER");

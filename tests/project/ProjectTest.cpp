@@ -46,15 +46,15 @@ class Document : public doubles::Document {
     Document(session::Session& state, Calls& log, std::int16_t id, const std::string& caption)
         : state_(state), log_(log) {
         ID = id;
-        Title = caption;
+        SetCaption(caption);
         state_.Documents.Add(*this);
     }
     bool Refuses = false;
     std::int16_t Takes = 0;  // another that goes with it
 
-    void BringToFront() override { log_.push_back("front " + Title); }
+    void BringToFront() override { log_.push_back("front " + Caption()); }
     bool Unload() override {
-        log_.push_back("unload " + Title);
+        log_.push_back("unload " + Caption());
         if (!Refuses) state_.Documents.Remove(std::to_string(ID));
         if (Takes != 0) state_.Documents.Remove(std::to_string(Takes));
         return !Refuses;
@@ -129,7 +129,7 @@ TEST_F(Project, LoadingTellsTheMenusAndClosingTakesItsDocuments) {
     Document longer = Open(3, "C:\\X\\ADDER.PLD");
     Document last = Open(4, "C:\\W\\ADD.SI");
     project::ProjectLoaded(desk_);
-    EXPECT_TRUE(doors_.Open && first.IsMenuChecked("mnuProject") && last.IsMenuChecked("mnuProject"));
+    EXPECT_TRUE(doors_.Open && first.ShowsProject && last.ShowsProject);
 
     longer.Refuses = true;
     EXPECT_FALSE(project::QueryUnloadProject(desk_, "C:\\W\\ADD"));
@@ -202,7 +202,7 @@ TEST_F(Project, ANewProjectBeginsWithANewDesign) {
     doors_.Open = doors_.CancelsNewDesign = false;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), (Calls{"ShowNewDesign", "ShowProject", "front C:\\W\\A.PLD"}));
-    EXPECT_TRUE(document.IsMenuChecked("mnuProject"));
+    EXPECT_TRUE(document.ShowsProject);
 }
 
 TEST_F(Project, TheViewEntryShowsAndHidesTheWindow) {
@@ -210,8 +210,8 @@ TEST_F(Project, TheViewEntryShowsAndHidesTheWindow) {
     project::mnuProject_Click(desk_, document);
     project::ProjectLoaded(desk_);
     project::mnuProject_Click(desk_, document);
-    EXPECT_FALSE(document.IsMenuChecked("mnuProject"));
+    EXPECT_FALSE(document.ShowsProject);
     project::mnuProject_Click(desk_, document);
-    EXPECT_TRUE(document.IsMenuChecked("mnuProject"));
+    EXPECT_TRUE(document.ShowsProject);
     EXPECT_EQ(TakeLog(), (Calls{"ShowProject", "HideProject", "ShowProject"}));
 }

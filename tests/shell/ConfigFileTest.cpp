@@ -5,7 +5,7 @@
 #include <random>
 
 #include "base/RunTimeError.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 
@@ -67,7 +67,7 @@ TEST_F(ConfigFile, FormatToTheByte) {
 }
 
 TEST_F(ConfigFile, ShorterContentsKeepTheOldTail) {
-    State.Keywords = session::DefaultKeywords();
+    State.Keywords = editor::DefaultKeywords();
     shell::WriteConfig(State, Desk.Host);
     const std::string old = Files.Files[Path];
     State.Keywords.resize(1);

@@ -8,20 +8,13 @@ namespace {
 
 using shell::ActiveChild;
 
-class MenuDocument : public doubles::Document {
-  public:
-    std::map<std::string, bool> Visible, Enabled;
-    std::map<std::string, std::string> Captions;
-    void SetMenuEnabled(const std::string& name, bool on) override { Enabled[name] = on; }
-    void SetMenuVisible(const std::string& name, bool on) override { Visible[name] = on; }
-    void SetMenuCaption(const std::string& name, const std::string& text) override { Captions[name] = text; }
-};
+using shell::ChildKind;
 
 struct Toolbar : testing::Test {
     shell::ToolbarState Bar;
     session::Session State;
-    MenuDocument Doc;
-    const ActiveChild Design{"frmDocument", "C:\\WORK\\COUNT8.PLD", 0};
+    doubles::Document Doc;
+    const ActiveChild Design{ChildKind::Document, "C:\\WORK\\COUNT8.PLD", 0};
 
     Toolbar() {
         const char* names[] = {"Calculator", "Explorer", "DOS",       "Stavrik",
@@ -51,8 +44,8 @@ TEST_F(Toolbar, ThirteenToolsFillItExactly) {
     EXPECT_EQ(Bar.Button(23).Image, 19);
     EXPECT_EQ(Bar.Button(28).Image, 20);
     EXPECT_EQ(Bar.Button(28).Tip, "My5");
-    EXPECT_EQ(Doc.Captions["mnuUtilTool(13)"], "My5");
-    EXPECT_TRUE(Doc.Visible["mnuUtilClearMacro"] && Doc.Visible["mnuUtilBarBottom"]);
+    EXPECT_EQ(Doc.Tools.Places[13].Caption, "My5");
+    EXPECT_TRUE(Doc.Tools.HasMacro && Doc.Tools.HasTools);
     EXPECT_EQ(Picture(), std::string(30, 'e'));
 
     for (auto& tool : State.StdUtils) tool = {"", tool.Name, false, false};
@@ -63,13 +56,13 @@ TEST_F(Toolbar, ThirteenToolsFillItExactly) {
     EXPECT_EQ(Bar.Button(16).Tip, "Stavrik");
     EXPECT_EQ(Bar.Button(16).Image, 15);
     EXPECT_EQ(Picture(), "eeeeeeeeeeeeeeee------------ee");
-    EXPECT_FALSE(Doc.Visible["mnuUtilTool(11)"] || Doc.Visible["mnuUtilClearMacro"]);
-    EXPECT_TRUE(Doc.Visible["mnuUtilTool(12)"]);  // only eleven rows are cleared
-    EXPECT_FALSE(Doc.Visible["mnuUtilBarBottom"]);
+    EXPECT_FALSE(Doc.Tools.Places[11].IsVisible || Doc.Tools.HasMacro);
+    EXPECT_TRUE(Doc.Tools.Places[12].IsVisible);  // only eleven rows are cleared
+    EXPECT_FALSE(Doc.Tools.HasTools);
 }
 
 TEST_F(Toolbar, TimerFollowsTheActiveChild) {
-    const ActiveChild none, project{"frmProject", "", 0}, messages{"frmMessage", "Messages", 0};
+    const ActiveChild none, project{ChildKind::Closable, "", 0}, messages{ChildKind::Other, "Messages", 0};
     auto effects = shell::TBMenuTimer(Bar, none, true, false);
     EXPECT_EQ(Picture(), "eedddddddddddde-------------ee");
     EXPECT_EQ(effects.mnuClose, false);
@@ -91,7 +84,7 @@ TEST_F(Toolbar, TimerFollowsTheActiveChild) {
     EXPECT_EQ(effects.mnuEditCut, false);
     EXPECT_EQ(effects.mnuEditPaste, false);
 
-    effects = shell::TBMenuTimer(Bar, {"frmDocument", "Untitled 1", 3}, true, true);
+    effects = shell::TBMenuTimer(Bar, {ChildKind::Document, "Untitled 1", 3}, true, true);
     EXPECT_EQ(Picture(), "eeeeedeeeeddddeee-----------ee");
     EXPECT_TRUE(*effects.mnuEditCut && *effects.mnuEditCopy && *effects.mnuEditPaste &&
                 *effects.mnuFilePrint);
@@ -109,7 +102,7 @@ TEST_F(Toolbar, CompileButtonsGoByTheWholeCaption) {
     const std::pair<const char*, bool> cases[] = {
         {"C:\\READ.ME", false}, {"C:\\X.PLD\\READ.ME", true}, {"c:\\a.pld", false}, {"A.PLDX", true}};
     for (const auto& [caption, enabled] : cases) {
-        shell::TBMenuTimer(Bar, {"frmDocument", caption, 0}, false, true);
+        shell::TBMenuTimer(Bar, {ChildKind::Document, caption, 0}, false, true);
         EXPECT_EQ(Bar.Button(11).Enabled, enabled) << caption;
         EXPECT_EQ(Bar.Button(14).Enabled, enabled) << caption;
     }

@@ -5,52 +5,63 @@
 #include <vector>
 
 #include "platform/RichTextBox.h"
-#include "session/Commands.h"
-#include "session/Document.h"
+#include "session/App.h"
 
 // Stand-ins for the rooms of the program that the tested one calls: the hall and a document.
 namespace doubles {
 
-// Notes each call as "Name argument argument".
-class Hall : public session::Commands {
+// The hall with stand-ins for all rooms; notes each call as "Name argument argument".
+class Hall : public session::Hall,
+             public session::MainWindow,
+             public session::Utilities,
+             public session::Editor,
+             public session::ToolChain,
+             public session::Project {
   public:
+    Hall() {
+        session::Hall::Main = this;
+        session::Hall::Utilities = this;
+        session::Hall::Editor = this;
+        session::Hall::ToolChain = this;
+        session::Hall::Project = this;
+    }
+
     std::vector<std::string> Calls;
     std::map<int, std::string> Panels;
     session::Document* Active = nullptr;
 
-    void SetTBMenu(session::Document&) override { Note("SetTBMenu"); }
-    void ArrangeWindows() override { Note("ArrangeWindows"); }
-    void SaveSettings() override { Note("SaveSettings"); }
-    void UpdateMruMenus() override { Note("UpdateMruMenus"); }
     void SetPanel(int panel, const std::string& text) override { Panels[panel] = text; }
     std::string Panel(int panel) const override { return Panels.contains(panel) ? Panels.at(panel) : ""; }
     session::Document* ActiveDocument() override { return Active; }
-    void ToggleToolbar() override { Note("ToggleToolbar"); }
-    void ToggleStatusBar() override { Note("ToggleStatusBar"); }
-    void MainCommand(const std::string& name) override { Note("MainCommand " + name); }
-    bool HasMainCommand(const std::string&) const override { return true; }
-    void ExitProgram() override { Note("ExitProgram"); }
-    void ShowHelpTopic(const std::string& topic) override { Note("ShowHelpTopic " + topic); }
-    void RunUtility(const std::string& caption) override { Note("RunUtility " + caption); }
+    void ArrangeWindows() override { Note("ArrangeWindows"); }
+    void UpdateMruMenus() override { Note("UpdateMruMenus"); }
+    void SaveSettings() override { Note("SaveSettings"); }
+    void SetTBMenu(session::Document&) override { Note("SetTBMenu"); }
     void LaunchTool(const std::string& tool, const std::string& file) override {
         Note("LaunchTool " + tool + " " + file);
     }
-    void OpenDocument() override { Note("OpenDocument"); }
-    void OpenDocument(const std::string& path) override { Note("OpenDocument " + path); }
+    void ShowHelpTopic(const std::string& topic) override { Note("ShowHelpTopic " + topic); }
+    session::Document* OpenDocument() override {
+        Note("OpenDocument");
+        return nullptr;
+    }
+    session::Document* OpenDocument(const std::string& path) override {
+        Note("OpenDocument " + path);
+        return nullptr;
+    }
+    void UpdateMru(const std::string& path) override { Note("UpdateMru " + path); }
     void HighlightSyntax(session::Document&) override { Note("HighlightSyntax"); }
-    void HighlightWord(session::Document&) override { Note("HighlightWord"); }
-    void RunDepCompile(session::Document&) override { Note("RunDepCompile"); }
-    void RunIndepCompile(session::Document&) override { Note("RunIndepCompile"); }
-    void RunDepSimulate(session::Document&) override { Note("RunDepSimulate"); }
-    void RunIndepSimulate(session::Document&) override { Note("RunIndepSimulate"); }
-    void RunVhdlCompile() override { Note("RunVhdlCompile"); }
-    void RunVhdlAnalysis() override { Note("RunVhdlAnalysis"); }
     std::int16_t RunAndWait(const std::string& commandLine) override {
         Note("RunAndWait " + commandLine);
         return 0;
     }
     void BringMessagesToFront() override { Note("BringMessagesToFront"); }
-    void CloseProject() override { Note("CloseProject"); }
+    std::optional<session::Placement> MessagesPlacement() const override { return std::nullopt; }
+    void ShowProject() override { Note("ShowProject"); }
+    bool CloseProject() override {
+        Note("CloseProject");
+        return true;
+    }
     void UpdateTreeView() override { Note("UpdateTreeView"); }
 
   private:
@@ -97,32 +108,16 @@ class PlainTextBox : public platform::RichTextBox {
 class Document : public session::Document {
   public:
     PlainTextBox Box;
-    std::string Title;
-    int Refreshed = 0;
-    int Saved = 0;
+    int MenusUpdated = 0;
+    int Fronted = 0;
 
     platform::RichTextBox& txtText() override { return Box; }
-    std::string Caption() const override { return Title; }
-    void SetCaption(const std::string& caption) override { Title = caption; }
-    void SaveFile() override { ++Saved; }
-    void SaveFileAs() override { ++Saved; }
-    void UpdateFont(const std::string&, std::int16_t, std::int32_t, bool, bool) override {}
-    void RefreshProjectList() override { ++Refreshed; }
-    void SetMenuEnabled(const std::string&, bool) override {}
-    void SetMenuVisible(const std::string&, bool) override {}
-    void SetMenuChecked(const std::string& name, bool checked) override { checked_[name] = checked; }
-    void SetMenuCaption(const std::string&, const std::string&) override {}
-    bool IsMenuChecked(const std::string& name) const override {
-        return checked_.contains(name) && checked_.at(name);
-    }
-    bool IsMinimized() const override { return false; }
-    bool IsMaximized() const override { return false; }
-    void Move(float, float, float, float) override {}
-    void BringToFront() override {}
+    void UpdateMenus() override { ++MenusUpdated; }
+    void BringToFront() override { ++Fronted; }
     bool Unload() override { return true; }
 
-  private:
-    std::map<std::string, bool> checked_;
+  protected:
+    void ShowCaption() override {}
 };
 
 }  // namespace doubles

@@ -305,19 +305,20 @@ TEST_F(CompilerTest, TheSavePromptWritesOrLeavesTheFile) {
                                   &Compiler::RunDepSimulate, &Compiler::RunIndepSimulate}) {
         Files.Files["C:\\WORK\\COUNT8.PLD"] = "old";
         Boxes().clear();
-        Doc.Dirty = true;
-        Doc.Refreshed = 0;
+        Doc.TextChanged();
+        Doc.ShowsProject = true;
+        Hall.Calls.clear();
         Host.Boxes.Answers = {platform::Answer::No};
         (Driver.*command)(Doc);
         ASSERT_EQ(Boxes().size(), 1u);
         EXPECT_EQ(Boxes()[0].Title + ": " + Boxes()[0].Text,
                   "Save editor file: File is not saved. Do you want to save now?");
         EXPECT_EQ(Files.Files["C:\\WORK\\COUNT8.PLD"], "old");
-        EXPECT_TRUE(Doc.Dirty);
+        EXPECT_TRUE(Doc.Dirty());
         (Driver.*command)(Doc);
         EXPECT_EQ(Files.Files["C:\\WORK\\COUNT8.PLD"], "new");
-        EXPECT_FALSE(Doc.Dirty);
-        EXPECT_EQ(Doc.Refreshed, 2);
+        EXPECT_FALSE(Doc.Dirty());
+        EXPECT_EQ(std::count(Hall.Calls.begin(), Hall.Calls.end(), "UpdateTreeView"), 2);
     }
 }
 
@@ -325,20 +326,21 @@ TEST_F(CompilerTest, AFailedSaveEndsTheCommandWithABoxOnlyInTheDependentCompile)
     for (const auto& [number, text] : {std::pair(75, "Cannot save file, it is in use by another application"),
                                        std::pair(61, "Disk full")}) {
         Files.FailWrites = number;
-        Doc.Dirty = true;
+        Doc.TextChanged();
         Driver.RunDepCompile(Doc);
         EXPECT_EQ(Boxes().back().Text, text);
         EXPECT_EQ(Boxes().back().Title, "Save File Error");
         EXPECT_EQ(Boxes().back().Picture, platform::Icon::Information);
         EXPECT_THROW(Driver.RunIndepCompile(Doc), base::RunTimeError);
-        EXPECT_TRUE(Doc.Dirty);
+        EXPECT_TRUE(Doc.Dirty());
     }
     EXPECT_TRUE(Host.Libraries.Log.empty());
-    EXPECT_EQ(Doc.Refreshed, 0);
+    EXPECT_EQ(Hall.Calls, std::vector<std::string>{});
 }
 
 TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
-    Doc.Title = "C:\\WORK\\OTHER.PLD";
+    Doc.SetCaption("C:\\WORK\\OTHER.PLD");
+    Doc.ShowsProject = true;
     Driver.RunIndepCompile(Doc);
     EXPECT_TRUE(Boxes().empty());
     EXPECT_EQ(Field(4), "C:\\WORK\\COUNT8");
@@ -346,7 +348,7 @@ TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
     Host.Boxes.Answers = {platform::Answer::No};
     Driver.RunDepCompile(Doc);
     EXPECT_TRUE(Host.Libraries.Log.empty());
-    EXPECT_EQ(Doc.Refreshed, 1);
+    EXPECT_EQ(Hall.Calls, std::vector<std::string>{"UpdateTreeView"});
     EXPECT_EQ(Boxes().back().Title + ": " + Boxes().back().Text,
               "Project: The current PLD file is not part of the current project.  Do you wish to compile the "
               "current file and set it as the current project?");

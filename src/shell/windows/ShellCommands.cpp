@@ -1,47 +1,47 @@
 #include <QMdiSubWindow>
+#include <QStatusBar>
 #include <QToolBar>
 
+#include "shell/CompanionTools.h"
 #include "shell/windows/MdiLayout.h"
 #include "shell/windows/Shell.h"
-#include "toolchain/frmCompiler.h"
 
 namespace shell {
 
-std::map<std::string, frmMain::Command> Shell::MainCommands() {
-    std::map<std::string, frmMain::Command> commands;
-    AddFileCommands(commands);
-    AddWindowCommands(commands);
-    commands["mnuViewToolbar"] = [this](int) {
-        FlipCheck("mnuViewToolbar");
-        ToggleToolbar();
-    };
-    commands["mnuViewStatusBar"] = [this](int) {
-        FlipCheck("mnuViewStatusBar");
-        ToggleStatusBar();
-    };
-    commands["mnuCompiler"] = [this](int) {
-        toolchain::frmCompiler(app_, compilerOptions_, main_.get()).exec();
-    };
-    return commands;
+using session::Document;
+
+void Shell::AddCommands() {
+    hall_.MainCommands.Add({
+        {"mnuClose",
+         [this](int) {
+             platform::qt::MdiChild* child = main_->ActiveChild();
+             if (child != nullptr && child->CanClose()) child->Frame().close();
+         }},
+        {"mnuFilePrint", [](int) {}},  // for its enabled state only: documents print from their own menu
+        {"mnuFileExit", [this](int) { Exit(); }},
+        {"mnuViewToolbar",
+         [this](int) {
+             FlipBar("mnuViewToolbar");
+             ToggleBar(main_->ToolBar());
+         }},
+        {"mnuViewStatusBar",
+         [this](int) {
+             FlipBar("mnuViewStatusBar");
+             ToggleBar(*main_->statusBar());
+         }},
+    });
+    hall_.DocumentCommands.Add({
+        {"mnuFileExit", [this](Document&, int) { Exit(); }},
+        {"mnuViewToolbar", [this](Document&, int) { ToggleBar(main_->ToolBar()); }},
+        {"mnuViewStatusBar", [this](Document&, int) { ToggleBar(*main_->statusBar()); }},
+        {"mnuUtilTool",
+         [this](Document& document, int index) {
+             RunUtility(app_, document.Tools.Places.at(static_cast<std::size_t>(index)).Caption);
+         }},
+    });
 }
 
-void Shell::AddFileCommands(std::map<std::string, frmMain::Command>& commands) {
-    commands["mnuNewText"] = [this](int) { OpenDocument(); };
-    commands["mnuFileOpen"] = [this](int) { FileOpen(app_); };
-    commands["mnuClose"] = [this](int) { CloseActiveChild(); };
-    commands["mnuProjectOpen"] = [this](int) { ProjectOpen(); };
-    commands["mnuFilePrintSetup"] = [this](int) { app_.Host.Boxes.SetUpPrinter(); };
-    commands["mnuFilePrint"] = [](int) {};  // for its enabled state only: documents print from their own menu
-    commands["mnuFileMru"] = [this](int index) {
-        OpenDocument(app_.State.RecentFiles.at(static_cast<std::size_t>(index)));
-    };
-    commands["mnuFileExit"] = [this](int) {
-        SaveSettings();
-        main_->close();
-    };
-}
-
-void Shell::AddWindowCommands(std::map<std::string, frmMain::Command>& commands) {
+void Shell::AddWindowCommands() {
     const struct {
         const char* Entry;
         MdiArrangement Code;
@@ -50,26 +50,24 @@ void Shell::AddWindowCommands(std::map<std::string, frmMain::Command>& commands)
                         {"mnuWindowTileVertical", MdiArrangement::TileVertical},
                         {"mnuWindowArrangeIcons", MdiArrangement::ArrangeIcons}};
     for (const auto& row : arrangements) {
-        commands[row.Entry] = [this, code = row.Code](int) {
-            if (!MessageWindow().isMinimized()) messagesPlace_.reset();  // it gets another now
-            Arrange(main_->Area(), code);
-        };
+        hall_.MainCommands.Add({{row.Entry, [this, code = row.Code](int) {
+                                     main_->ForgetPlaces();
+                                     Arrange(main_->Area(), code);
+                                 }}});
     }
-    commands["mnuWindowAuto"] = [this](int) { ArrangeWindows(); };
+    hall_.MainCommands.Add({{"mnuWindowAuto", [this](int) { ArrangeWindows(); }}});
 }
 
-void Shell::FlipCheck(const std::string& entry) {
+void Shell::Exit() {
+    SaveSettings();
+    main_->close();
+}
+
+void Shell::FlipBar(const std::string& entry) {
     QAction& action = main_->Menus().Entry(entry);
     action.setChecked(!action.isChecked());
 }
 
-void Shell::ProjectOpen() {
-    CloseProject();
-    shell::ProjectOpen(app_);
-}
-
-void Shell::CloseActiveChild() {
-    if (auto* document = main_->ActiveDocument()) document->Unload();
-}
+void Shell::ToggleBar(QWidget& bar) { bar.setVisible(bar.isHidden()); }
 
 }  // namespace shell

@@ -1,8 +1,7 @@
-#include <QMdiSubWindow>
-
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "platform/qt/Guard.h"
+#include "shell/CompanionTools.h"
 #include "shell/windows/Shell.h"
 #include "shell/windows/ToolbarView.h"
 
@@ -24,38 +23,45 @@ void Shell::LoadToolbar() {
 }
 
 void Shell::TickToolbar() {
+    const platform::qt::MdiChild* active = main_->ActiveChild();
     ActiveChild child;
-    auto* document = main_->ActiveDocument();
-    if (document != nullptr) {
-        child = {"frmDocument", document->Caption(), document->txtText().SelLength()};
-    } else if (const QMdiSubWindow* window = main_->ActiveChild()) {
-        child = {"frmMessage", window->windowTitle().toStdString(), 0};
+    if (active != nullptr) {
+        child.Kind = active->CanClose() ? ChildKind::Closable : ChildKind::Other;
+        if (active->Menus() != nullptr) child.Kind = ChildKind::Document;
+        child.Caption = active->Title();
+        child.SelLength = active->SelLength();
     }
     const TickEffects effects =
         shell::TBMenuTimer(toolbar_, child, app_.Host.Clip.HasText(), app_.State.Documents.Count() > 0);
     toolbarView_->Show(WithoutMissingCommands());
-    const auto set = [](QAction& entry, const std::optional<bool>& enabled) {
-        if (enabled) entry.setEnabled(*enabled);
+    ApplyTick(effects, active != nullptr ? active->Menus() : nullptr);
+    main_->EnableEntries();
+    main_->ShowKeyState(active == nullptr || active->IsInserting());
+}
+
+void Shell::ApplyTick(const TickEffects& effects, const platform::qt::MenuSet* ofChild) {
+    const auto set = [](const platform::qt::MenuSet& menus, const char* entry,
+                        const std::optional<bool>& enabled) {
+        if (enabled) menus.Entry(entry).setEnabled(*enabled);
     };
-    set(main_->Menus().Entry("mnuClose"), effects.mnuClose);
-    set(main_->Menus().Entry("mnuFilePrint"), effects.mnuFilePrint);
-    if (document != nullptr) {
-        set(document->Menus().Entry("mnuEditCut"), effects.mnuEditCut);
-        set(document->Menus().Entry("mnuEditCopy"), effects.mnuEditCopy);
-        set(document->Menus().Entry("mnuEditPaste"), effects.mnuEditPaste);
+    set(main_->Menus(), "mnuClose", effects.mnuClose);
+    set(main_->Menus(), "mnuFilePrint", effects.mnuFilePrint);
+    if (ofChild != nullptr) {
+        set(*ofChild, "mnuEditCut", effects.mnuEditCut);
+        set(*ofChild, "mnuEditCopy", effects.mnuEditCopy);
+        set(*ofChild, "mnuEditPaste", effects.mnuEditPaste);
     }
-    main_->ShowKeyState(document == nullptr || document->IsInserting());
     if (effects.ClearPanel1) main_->SetPanel(1, "");
 }
 
 // A button whose command does not exist is disabled, as its menu entry is.
 ToolbarState Shell::WithoutMissingCommands() const {
     ToolbarState shown = toolbar_;
-    const auto* document = main_->ActiveDocument();
+    const platform::qt::MdiChild* active = main_->ActiveChild();
+    if (active == nullptr || active->Menus() == nullptr) return shown;
     for (int i = 1; i <= ButtonCount; ++i) {
         const ToolbarRow& row = ToolbarTable()[static_cast<std::size_t>(i - 1)];
-        if (row.Click == ClickKind::ChildCommand && document != nullptr &&
-            !document->HasCommand(row.Command)) {
+        if (row.Click == ClickKind::ChildCommand && hall_.DocumentCommands.Find(row.Command) == nullptr) {
             shown.Button(i).Enabled = false;
         }
     }
@@ -68,17 +74,17 @@ void Shell::SetTBMenu(session::Document& document) {
 }
 
 void Shell::ClickToolbar(const std::string& key) {
-    const QMdiSubWindow* window = main_->ActiveChild();
-    const std::string caption = window != nullptr ? window->windowTitle().toStdString() : "";
+    const platform::qt::MdiChild* child = main_->ActiveChild();
+    const std::string caption = child != nullptr ? child->Title() : "";
     for (int i = 1; i <= ButtonCount; ++i) {
         const ToolbarRow& row = ToolbarTable()[static_cast<std::size_t>(i - 1)];
         if (row.Key != key) continue;
         switch (ClickOf(key, caption)) {
             case ClickKind::NewText:
-                OpenDocument();
+                hall_.Editor->OpenDocument();
                 break;
             case ClickKind::MainCommand:
-                MainCommand(row.Command);
+                hall_.MainCommands.Run(row.Command, -1);
                 break;
             case ClickKind::ChildCommand:
                 ClickChildCommand(row.Command);
@@ -94,12 +100,14 @@ void Shell::ClickToolbar(const std::string& key) {
 }
 
 void Shell::ClickChildCommand(const std::string& command) {
-    auto* document = main_->ActiveDocument();
-    if (document != nullptr && document->Menus().Entry(command).isEnabled()) document->RunCommand(command);
+    const platform::qt::MdiChild* child = main_->ActiveChild();
+    session::Document* document = ActiveDocument();
+    if (document == nullptr || !child->Menus()->Entry(command).isEnabled()) return;
+    hall_.DocumentCommands.Run(command, *document, -1);
 }
 
 void Shell::RunTool(const std::string& tip) {
-    const ToolChoice choice = ChooseTool(app_.State, tip, main_->ActiveDocument() != nullptr);
+    const ToolChoice choice = ChooseTool(app_.State, tip, ActiveDocument() != nullptr);
     if (choice.Standard) ActivateTool(app_, *choice.Standard);
     if (!choice.Custom) return;
     const std::string& program = app_.State.CustUtils[static_cast<std::size_t>(*choice.Custom)].Program;

@@ -42,14 +42,14 @@ class CompileTest : public ShellFixture {
             ASSERT_LT(++tries, 600);
         });
         user.start(50);
-        document.mnuRunDepCompile_Click();
+        document.RunCommand("mnuRunDepCompile");
     }
     QAbstractItemModel& Lines() {
-        return *shell->Messages().findChild<QAbstractItemView*>("lstMessages")->model();
+        return *Messages().findChild<QAbstractItemView*>("lstMessages")->model();
     }
     // The texts of the explanation that a click on the line opens.
     QString Explain(int row) {
-        auto& list = *shell->Messages().findChild<QAbstractItemView*>("lstMessages");
+        auto& list = *Messages().findChild<QAbstractItemView*>("lstMessages");
         QString text;
         QTimer user;
         QObject::connect(&user, &QTimer::timeout, [&] {
@@ -83,8 +83,8 @@ class CompileTest : public ShellFixture {
 }  // namespace
 
 TEST_F(CompileTest, AGoodDesignLeavesItsFiles) {
-    shell->OpenDocument(folder.Logic("COUNT8.PLD"));
-    Compile(*shell->MainWindow().ActiveDocument());
+    shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("COUNT8.PLD"));
+    Compile(*ActiveDocument());
     EXPECT_EQ(Errors, "0");
     for (const char* extension : {"LST", "DOC", "ABS", "PLA"}) {
         EXPECT_FALSE(folder.Read(std::string("COUNT8.") + extension).empty()) << extension;
@@ -92,8 +92,8 @@ TEST_F(CompileTest, AGoodDesignLeavesItsFiles) {
 }
 
 TEST_F(CompileTest, AnErrorIsCountedListedAndExplained) {
-    shell->OpenDocument(folder.Logic("COUNT8.PLD"));
-    editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
+    shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("COUNT8.PLD"));
+    editor::frmDocument& document = *ActiveDocument();
     Key(document, Qt::Key_End, Qt::ControlModifier);
     Key(document, Qt::Key_Return);
     Type(document, "NOWHERE = ( Q0 & ;");

@@ -17,28 +17,28 @@ TEST_F(ShellFixture, OpeningADesignMakesTheProjectAndTheRecentList) {
     Start();
     editor::frmDocument& document = Open("R&D/one.pld", "Name one;\nPIN 1 = a;\n");
     EXPECT_EQ(document.Caption(), UpperLogic("R&D/one.pld"));
-    EXPECT_EQ(document.FileName, document.Caption());
+    EXPECT_EQ(document.FileName(), document.Caption());
     EXPECT_EQ(document.txtText().Text(), "Name one;\r\nPIN 1 = a;\r\n");
-    EXPECT_FALSE(document.Dirty);
+    EXPECT_FALSE(document.Dirty());
     EXPECT_EQ(state.sProject, UpperLogic("R&D/one"));
     EXPECT_EQ(state.LastPath, UpperLogic("R&D") + "\\");
-    EXPECT_EQ(state.RecentFiles[0], document.FileName);
+    EXPECT_EQ(state.RecentFiles[0], document.FileName());
     EXPECT_FALSE(desktop.Desk.Hourglass);
     Open("R&D/two.pld", "");
     EXPECT_EQ(state.sProject, UpperLogic("R&D/one"));  // the first one stays
-    EXPECT_TRUE(document.Menus().Entry("mnuFileMru(1)").isVisible());
-    EXPECT_EQ(document.Menus().Entry("mnuFileMru(1)").text().toStdString(),
-              base::ReplaceAll(document.FileName, "&", "&&"));
+    EXPECT_TRUE(document.Menus()->Entry("mnuFileMru(1)").isVisible());
+    EXPECT_EQ(document.Menus()->Entry("mnuFileMru(1)").text().toStdString(),
+              base::ReplaceAll(document.FileName(), "&", "&&"));
     for (session::Document* open : state.Documents.All()) open->Unload();
     EXPECT_EQ(state.sProject, "");
 }
 
 TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
     Start();
-    shell->OpenDocument(folder.Logic("new.pld"));
+    shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("new.pld"));
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The file " + UpperLogic("new.pld") + " doesn't exist. New File assumed");
-    editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
+    editor::frmDocument& document = *ActiveDocument();
     EXPECT_EQ(state.RecentFiles[0], "");
     Type(document, "x");
     Save(document);
@@ -49,17 +49,17 @@ TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
     Start();
     folder.Write("big.txt", "x");
     std::filesystem::resize_file(folder.Path() / "big.txt", platform::FileSystem::MaxFileSize + 1);  // sparse
-    shell->OpenDocument(folder.Logic("big.txt"));
-    editor::frmDocument& document = *shell->MainWindow().ActiveDocument();
+    shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("big.txt"));
+    editor::frmDocument& document = *ActiveDocument();
     EXPECT_EQ(document.txtText().TextLength(), 0);
     desktop.Boxes.Answers = {Answer::No};
     Save(document);
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
     Type(document, "x");
     desktop.Boxes.Answers = {Answer::Yes, Answer::No};  // a run saves too
-    document.mnuRunIndepCompile_Click();
+    document.RunCommand("mnuRunIndepCompile");
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "big.txt"), 1000u);
-    EXPECT_TRUE(document.Dirty);
+    EXPECT_TRUE(document.Dirty());
     desktop.Boxes.Answers = {Answer::Yes};
     Save(document);
     EXPECT_EQ(folder.Read("big.txt"), "x");
@@ -72,20 +72,20 @@ TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
     EXPECT_EQ(document.txtText().Text(), odd);
     Save(document);
     EXPECT_EQ(folder.Read("odd.bin"), odd);
-    EXPECT_FALSE(document.Dirty);
+    EXPECT_FALSE(document.Dirty());
 }
 
 TEST_F(ShellFixture, SaveWritesTheTypedTextOrTellsWhyNot) {
     Start();
     editor::frmDocument& document = Open("a.txt", "old");
     Type(document, "new ");
-    EXPECT_TRUE(document.Dirty);
+    EXPECT_TRUE(document.Dirty());
     const auto path = folder.Path() / "a.txt";
     std::filesystem::permissions(path, std::filesystem::perms::owner_read);
     Save(document);
     EXPECT_EQ(desktop.Boxes.LastText(), "Cannot save file, it is in use by another application");
     EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Save File Error");
-    EXPECT_TRUE(document.Dirty);
+    EXPECT_TRUE(document.Dirty());
     EXPECT_EQ(folder.Read("a.txt"), "old");
     std::filesystem::permissions(path, std::filesystem::perms::owner_write,
                                  std::filesystem::perm_options::add);
@@ -105,8 +105,8 @@ TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
     EXPECT_EQ(folder.Read("Copy.txt"), "abc");
     ASSERT_EQ(state.Documents.Count(), 2u);
     EXPECT_EQ(first.Caption(), "Untitled 1");
-    EXPECT_TRUE(first.Dirty);
-    EXPECT_EQ(shell->MainWindow().ActiveDocument()->Caption(), UpperLogic("Copy.txt"));
+    EXPECT_TRUE(first.Dirty());
+    EXPECT_EQ(ActiveDocument()->Caption(), UpperLogic("Copy.txt"));
 }
 
 TEST_F(ShellFixture, ClosingADirtyTextAsks) {
@@ -134,7 +134,7 @@ TEST_F(ShellFixture, ClosingADirtyTextAsks) {
     desktop.Boxes.Files = {folder.Logic("nowhere/a.txt"), std::nullopt};
     EXPECT_FALSE(untitled.Unload()) << "what can't be written stays";
     EXPECT_EQ(desktop.Boxes.Shown.back().Title, "Save File Error");
-    EXPECT_TRUE(untitled.Dirty);
+    EXPECT_TRUE(untitled.Dirty());
     EXPECT_TRUE(untitled.Unload()) << "a cancelled dialog gives the text up";
 }
 
@@ -148,14 +148,14 @@ TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The file " + UpperLogic("3.txt") + " doesn't exist. New File assumed");
     EXPECT_EQ(state.Documents.Count(), 1u);
-    EXPECT_TRUE(shell->MainWindow().ActiveDocument()->Unload());
+    EXPECT_TRUE(ActiveDocument()->Unload());
     EXPECT_EQ(state.Documents.All(), std::vector<session::Document*>{&second});
     EXPECT_EQ(folder.Read("3.txt"), "3");
 }
 
 TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
     Start();
-    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"}) shell::UpdateMru(shell->TheApp(), name);
+    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"}) shell->TheApp().Hall.Editor->UpdateMru(name);
     EXPECT_EQ(state.RecentFiles, (std::array<std::string, 7>{"4", "7", "6", "5", "3", "2", ""}));
     EXPECT_EQ(state.LastPath, "4");  // no backslash: the first character
     editor::frmDocument& open = Open("a.txt", "");
@@ -194,8 +194,8 @@ TEST_F(ShellFixture, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
     QApplication::clipboard()->clear();
     editor::frmDocument& document = Open("a.txt", "");
     const auto enabled = [&](const char* entry, const char* button) {
-        const bool inMenu = document.Menus().Entry(entry).isEnabled();
-        EXPECT_EQ(shell->MainWindow().findChild<QAction*>(button)->isEnabled(), inMenu) << entry;
+        const bool inMenu = document.Menus()->Entry(entry).isEnabled();
+        EXPECT_EQ(shell->Main().findChild<QAction*>(button)->isEnabled(), inMenu) << entry;
         return inMenu;
     };
     Type(document, "one two");
@@ -229,7 +229,7 @@ TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
     EXPECT_EQ(document.txtText().SelLength(), 9);
     EXPECT_EQ(document.txtText().SelFormat(), (platform::CharFormat{.Color = 255, .Bold = true}));
     EXPECT_EQ(document.txtText().SelFontSize(), 14);
-    EXPECT_FALSE(document.Dirty);
+    EXPECT_FALSE(document.Dirty());
 }
 
 TEST_F(ShellFixture, EveryDesignIsColouredOnLoadAndWhileTyping) {
@@ -246,7 +246,7 @@ TEST_F(ShellFixture, EveryDesignIsColouredOnLoadAndWhileTyping) {
         EXPECT_EQ(colorAt(6), 0) << name;
         EXPECT_EQ(colorAt(13), 0xFF0000) << name;
         EXPECT_EQ(colorAt(27), 0x008000) << name;
-        EXPECT_FALSE(document.Dirty);
+        EXPECT_FALSE(document.Dirty());
         Key(document, Qt::Key_End, Qt::ControlModifier);
         Type(document, "NODE x");
         EXPECT_EQ(colorAt(34), 0xFF0000) << name;

@@ -13,12 +13,12 @@ using platform::Answer;
 
 TEST_F(ShellFixture, TheActiveDocumentsMenusReplaceTheMainOnes) {
     Start();
-    QMenuBar& bar = *shell->MainWindow().menuBar();
+    QMenuBar& bar = *shell->Main().menuBar();
     EXPECT_EQ(bar.actions().size(), 5);
     editor::frmDocument& document = Open("a.txt", "");
     EXPECT_EQ(bar.actions().size(), 8);
-    EXPECT_EQ(bar.actions().at(1), document.Menus().Menu("mnuEdit")->menuAction());
-    shell->BringMessagesToFront();
+    EXPECT_EQ(bar.actions().at(1), document.Menus()->Menu("mnuEdit")->menuAction());
+    shell->TheApp().Hall.ToolChain->BringMessagesToFront();
     EXPECT_EQ(bar.actions().size(), 5);
     document.BringToFront();
     EXPECT_EQ(bar.actions().size(), 8);
@@ -31,15 +31,15 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     Start();
     editor::frmDocument& document = Open("R&D.pld", "");
     const auto isShown = [&](const char* button) {
-        return shell->MainWindow().findChild<QAction*>(button)->isVisible();
+        return shell->Main().findChild<QAction*>(button)->isVisible();
     };
-    QWidget& messages = *shell->Messages().parentWidget();
-    shell->BringMessagesToFront();
-    QTest::keyClick(&shell->Messages(), Qt::Key_F4, Qt::ControlModifier);
+    QWidget& messages = *Messages().parentWidget();
+    shell->TheApp().Hall.ToolChain->BringMessagesToFront();
+    QTest::keyClick(&Messages(), Qt::Key_F4, Qt::ControlModifier);
     ASSERT_FALSE(messages.isVisible());
-    EXPECT_EQ(shell->MainWindow().ActiveDocument(), &document);  // the next one takes over
-    EXPECT_EQ(shell->MainWindow().menuBar()->actions().size(), 8);
-    QMenu& windows = *document.Menus().Menu("mnuWindow");
+    EXPECT_EQ(ActiveDocument(), &document);  // the next one takes over
+    EXPECT_EQ(shell->Main().menuBar()->actions().size(), 8);
+    QMenu& windows = *document.Menus()->Menu("mnuWindow");
     windows.popup({});
     QAction& listed = *windows.actions().back();
     EXPECT_TRUE(listed.isChecked() && listed.text().startsWith("&2 ") && listed.text().endsWith("R&&D.PLD"))
@@ -48,11 +48,11 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     shell->SetPanel(1, "told");
     EXPECT_TRUE(document.Unload());
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(shell->MainWindow().menuBar()->actions().size(), 5);
+    EXPECT_EQ(shell->Main().menuBar()->actions().size(), 5);
     desktop.Time.Advance(std::chrono::milliseconds(500));
     EXPECT_EQ(shell->Panel(1), "");
     EXPECT_TRUE(isShown("DepComp") && !isShown("Util1"));  // another active child hides both
-    EXPECT_TRUE(shell->MainWindow().findChild<QAction*>("AllTESK")->isEnabled());
+    EXPECT_TRUE(shell->Main().findChild<QAction*>("AllTESK")->isEnabled());
 }
 
 TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
@@ -73,18 +73,18 @@ TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
     for (const platform::MenuRow& row : editor::DocumentMenu()) {
         if (row.Count > 0) continue;
         const bool isLine = std::string(row.Caption) == "-";
-        EXPECT_EQ(document.Menus().Entry(row.Name).text().isEmpty(), isLine) << row.Name;
-        if (document.Menus().Menu(row.Name) != nullptr || isLine) continue;
-        const bool enabled = document.Menus().Entry(row.Name).isEnabled();
+        EXPECT_EQ(document.Menus()->Entry(row.Name).text().isEmpty(), isLine) << row.Name;
+        if (document.Menus()->Menu(row.Name) != nullptr || isLine) continue;
+        const bool enabled = document.Menus()->Entry(row.Name).isEnabled();
         const std::set<std::string> byTimer = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste"};
         if (enabled || byTimer.contains(row.Name)) continue;
         EXPECT_THROW(document.RunCommand(row.Name), base::RunTimeError) << row.Name;
     }
     for (const char* name :
          {"mnuFileSave", "mnuRunDepCompile", "mnuFileOpen", "mnuViewRefresh", "mnuCompiler"}) {
-        EXPECT_TRUE(document.Menus().Entry(name).isEnabled()) << name;
+        EXPECT_TRUE(document.Menus()->Entry(name).isEnabled()) << name;
     }
-    EXPECT_FALSE(document.Menus().Entry("mnuImportVhdl").isEnabled());
+    EXPECT_FALSE(document.Menus()->Entry("mnuImportVhdl").isEnabled());
 }
 
 TEST_F(ShellFixture, NoOtherKeyStandsAgainstAMenusShortcut) {
@@ -105,34 +105,34 @@ TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
     editor::frmDocument& document = Open("a.txt", "");
     for (const char* name : {"mnuZonerex", "mnuRunZrx", "mnuBackpin", "mnuImport", "mnuVhdl",
                              "mnuRunVhdlCompile", "mnuRunVhdlAnalysis"}) {
-        EXPECT_FALSE(document.Menus().Entry(name).isVisible()) << name;
+        EXPECT_FALSE(document.Menus()->Entry(name).isVisible()) << name;
     }
-    const auto& main = shell->MainWindow().Menus();
+    const auto& main = shell->Main().Menus();
     EXPECT_FALSE(main.Entry("mnuImport").isEnabled());
     EXPECT_FALSE(main.Entry("mnuHelpOvrel").isVisible() ||
-                 document.Menus().Entry("mnuHelpOvrel").isVisible());
+                 document.Menus()->Entry("mnuHelpOvrel").isVisible());
     folder.Write("Korvane/OvrelHlp/NEWS.TXT", "");
-    EXPECT_TRUE(NewText().Menus().Entry("mnuHelpOvrel").isVisible());
+    EXPECT_TRUE(NewText().Menus()->Entry("mnuHelpOvrel").isVisible());
     EXPECT_FALSE(main.Entry("mnuHelpOvrelList(0)").isVisible());
 }
 
 TEST_F(ShellFixture, ARunBringsClosedMessagesBack) {
     Start();
     editor::frmDocument& document = Open("a.pld", "");
-    QWidget& window = *shell->Messages().parentWidget();
+    QWidget& window = *Messages().parentWidget();
     window.close();
     EXPECT_FALSE(window.isVisible());
     desktop.Libraries.Missing = "teskx.dll";
-    document.mnuRunDepCompile_Click();
-    EXPECT_TRUE(window.isVisible() && shell->Messages().isVisible());
-    EXPECT_EQ(shell->MainWindow().ActiveDocument(), &document);
+    document.RunCommand("mnuRunDepCompile");
+    EXPECT_TRUE(window.isVisible() && Messages().isVisible());
+    EXPECT_EQ(ActiveDocument(), &document);
 }
 
 TEST_F(ShellFixture, FileOpenComparesCaptionsExactly) {
     Start();
     Open("A.TXT", "x");
     desktop.Boxes.Files = {folder.Logic("A.TXT"), UpperLogic("A.TXT"), std::nullopt};
-    for (int i = 0; i < 3; ++i) shell->MainCommand("mnuFileOpen");
+    for (int i = 0; i < 3; ++i) shell->Main().RunCommand("mnuFileOpen");
     // A path in mixed case opens a second window; one in upper case finds the first.
     EXPECT_EQ(state.Documents.Count(), 2u);
     EXPECT_EQ(desktop.Boxes.LastText(), "File already open in editor. ");
@@ -186,8 +186,8 @@ TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
             exit(second);  // the active one is asked first
             EXPECT_EQ(desktop.Boxes.LastText(), "Save changes to " + UpperLogic("1.txt") + "?");
             EXPECT_EQ(state.Documents.Count(), 2u);
-            EXPECT_TRUE(first.Dirty);
-            EXPECT_EQ(second.Dirty, answer == Answer::No);
+            EXPECT_TRUE(first.Dirty());
+            EXPECT_EQ(second.Dirty(), answer == Answer::No);
             EXPECT_EQ(second.txtText().Text(), "Btwo");
             EXPECT_EQ(folder.Read("2.txt"), answer == Answer::No ? "two" : "Btwo");
         }
@@ -206,7 +206,7 @@ TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
 
 TEST_F(ShellFixture, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
     Start();
-    const shell::frmMain& main = shell->MainWindow();
+    const shell::frmMain& main = shell->Main();
     const platform::qt::MenuSet* menus[] = {&main.Menus(), &Open("1.txt", "").Menus(),
                                             &Open("2.txt", "").Menus()};
     for (const auto& [entry, bar] : {std::pair<const char*, const char*>{"mnuViewToolbar", "tbToolBar"},
@@ -245,44 +245,44 @@ TEST_F(ShellFixture, TheNextRunRemembers) {
     Start();
     Open("Work/one.pld", "").Unload();
     state.CompilerFlags = "jm2";
-    shell->MainWindow().setGeometry(30, 40, 900, 700);
-    const QRect frame = shell->MainWindow().Frame();
-    ASSERT_NE(frame, shell->MainWindow().geometry()) << "this desktop draws frames";
+    shell->Main().setGeometry(30, 40, 900, 700);
+    const QRect frame = shell->Main().Frame();
+    ASSERT_NE(frame, shell->Main().geometry()) << "this desktop draws frames";
     ASSERT_TRUE(Close());
     state = {};
     Start();
     EXPECT_EQ(state.CompilerFlags, "jm2");
     EXPECT_EQ(state.RecentFiles[0], UpperLogic("Work/one.pld"));
     EXPECT_EQ(state.LastPath, folder.Logic("Examples") + "\\");
-    EXPECT_EQ(shell->MainWindow().Frame(), frame);  // it creeps nowhere from start to start
-    EXPECT_EQ(shell->MainWindow().size(), QSize(900, 700));
-    EXPECT_TRUE(shell->MainWindow().Menus().Entry("mnuFileMru(0)").isVisible());
+    EXPECT_EQ(shell->Main().Frame(), frame);  // it creeps nowhere from start to start
+    EXPECT_EQ(shell->Main().size(), QSize(900, 700));
+    EXPECT_TRUE(shell->Main().Menus().Entry("mnuFileMru(0)").isVisible());
     EXPECT_TRUE(desktop.Boxes.Shown.empty()) << desktop.Boxes.LastText();
 }
 
 TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
     Start();
-    shell->MainWindow().resize(1000, 800);
+    shell->Main().resize(1000, 800);
     editor::frmDocument& document = Open("a.txt", "");
-    shell->MainCommand("mnuWindowAuto");
-    const QRect messages = shell->Messages().parentWidget()->geometry();
+    shell->Main().RunCommand("mnuWindowAuto");
+    const QRect messages = Messages().parentWidget()->geometry();
     const QRect text = document.geometry();
-    const QSize frame = shell->MainWindow().frameGeometry().size();
+    const QSize frame = shell->Main().frameGeometry().size();
     EXPECT_NEAR(messages.width(), frame.width() * 0.75, 1);
     EXPECT_NEAR(messages.height(), frame.height() * 0.2 - 1, 1);
     EXPECT_EQ(text.topLeft(), QPoint(0, 0));
     EXPECT_EQ(text.width(), messages.width());
     EXPECT_EQ(text.height(), messages.top() - 1);
-    shell->MainCommand("mnuWindowTileVertical");
-    EXPECT_FALSE(document.geometry().intersects(shell->Messages().parentWidget()->geometry()));
+    shell->Main().RunCommand("mnuWindowTileVertical");
+    EXPECT_FALSE(document.geometry().intersects(Messages().parentWidget()->geometry()));
 }
 
 TEST_F(ShellFixture, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
     Start();
-    shell->MainWindow().resize(1000, 800);
-    auto& messages = static_cast<QMdiSubWindow&>(*shell->Messages().parentWidget());
+    shell->Main().resize(1000, 800);
+    auto& messages = static_cast<QMdiSubWindow&>(*Messages().parentWidget());
     const auto arrange = [&] {
-        shell->MainCommand("mnuWindowAuto");
+        shell->Main().RunCommand("mnuWindowAuto");
         QApplication::processEvents();
         return messages.geometry();
     };
@@ -302,7 +302,7 @@ TEST_F(ShellFixture, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
     }
     messages.showMaximized();
     messages.hide();
-    shell->MainCommand("mnuWindowCascade");
+    shell->Main().RunCommand("mnuWindowCascade");
     EXPECT_FALSE(messages.isVisible());
 }
 
@@ -313,8 +313,8 @@ TEST_F(ShellFixture, WithoutAutoArrangeMessagesStartAtTheFoot) {
     state = {};
     Start();
     ASSERT_FALSE(state.AutoArrange);
-    const QRect messages = shell->Messages().parentWidget()->geometry();
-    EXPECT_NEAR(messages.y() + messages.height(), shell->MainWindow().Area().viewport()->height(), 1);
+    const QRect messages = Messages().parentWidget()->geometry();
+    EXPECT_NEAR(messages.y() + messages.height(), shell->Main().Area().viewport()->height(), 1);
 }
 
 TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
@@ -324,8 +324,8 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     const auto unread = folder.Path() / "unread.txt";
     folder.Write("unread.txt", "");
     std::filesystem::resize_file(unread, platform::FileSystem::MaxFileSize + 1);  // sparse
-    shell->OpenDocument(folder.Logic("unread.txt"));
-    Type(*shell->MainWindow().ActiveDocument(), "x");
+    shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("unread.txt"));
+    Type(*ActiveDocument(), "x");
     NewText();
     desktop.Time.Advance(std::chrono::seconds(2));
     EXPECT_TRUE(
@@ -344,9 +344,9 @@ TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     session::Document& back = *state.Documents.All().front();
     EXPECT_EQ(back.Caption(), UpperLogic("a.txt"));
     EXPECT_EQ(back.txtText().Text(), "lost? saved");
-    EXPECT_TRUE(back.Dirty);
+    EXPECT_TRUE(back.Dirty());
     desktop.Boxes.Answers = {Answer::No};
-    Save(*shell->MainWindow().ActiveDocument());
+    Save(*ActiveDocument());
     EXPECT_GT(std::filesystem::file_size(unread), 1u)
         << "the file that could not be read is not replaced unasked";
     desktop.Boxes.Answers = {Answer::No, Answer::No};
@@ -365,7 +365,7 @@ TEST_F(ShellFixture, ARecoveredCopyStaysUntilItsSuccessorIsWritten) {
     };
     folder.Write(name, old);
     Start();
-    Type(*shell->MainWindow().ActiveDocument(), "new ");
+    Type(*ActiveDocument(), "new ");
     std::filesystem::permissions(folder.Path() / name, std::filesystem::perms(0444));
     EXPECT_TRUE(tick([&] { return !shell->Panel(1).empty(); }));
     EXPECT_EQ(shell->Panel(1), "No recovery copies: Path/File access error");
@@ -395,25 +395,25 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     state.CustUtils[1] = {.Program = "C:\\own tool", .Name = name, .Menu = true, .Toolbar = true};
     state.CustUtils[2] = {.Program = "MACRO*", .Name = "Slot", .Menu = true, .Toolbar = true};
     editor::frmDocument& document = Open("a.txt", "");
-    QMenu& menu = *document.Menus().Menu("mnuUtilities");
+    QMenu& menu = *document.Menus()->Menu("mnuUtilities");
     for (int index : {1, 2, 3}) {
         menu.popup({});
         const std::string entry = "mnuUtilTool(" + std::to_string(index) + ")";
         QTest::mouseClick(&menu, Qt::LeftButton, {},
-                          menu.actionGeometry(&document.Menus().Entry(entry)).center());
+                          menu.actionGeometry(&document.Menus()->Entry(entry)).center());
     }
     EXPECT_EQ(desktop.Programs.Started,
               (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The macro has not been defined.  You must define a macro before it can be used.");
     desktop.Programs.FailWith = base::errFileNotFound;
-    QToolBar& bar = shell->MainWindow().ToolBar();
-    auto* button = shell->MainWindow().findChild<QAction*>("Util2");
+    QToolBar& bar = shell->Main().ToolBar();
+    auto* button = shell->Main().findChild<QAction*>("Util2");
     ASSERT_TRUE(button != nullptr && button->isVisible());
-    for (const QAction* shown : {button, &document.Menus().Entry("mnuUtilTool(2)")}) {
+    for (const QAction* shown : {button, &document.Menus()->Entry("mnuUtilTool(2)")}) {
         EXPECT_EQ(shown->text(), QString("R&&D \uFFFD"));
     }
     QTest::mouseClick(bar.widgetForAction(button), Qt::LeftButton);
     EXPECT_EQ(desktop.Boxes.LastText(), "File C:\\own tool cannot be found");
-    EXPECT_FALSE(shell->MainWindow().findChild<QAction*>("Util4")->isVisible());
+    EXPECT_FALSE(shell->Main().findChild<QAction*>("Util4")->isVisible());
 }

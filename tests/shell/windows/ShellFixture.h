@@ -15,6 +15,7 @@
 #include "shell/windows/Shell.h"
 #include "support/Doubles.h"
 #include "support/QtMain.h"
+#include "toolchain/frmMessage.h"
 
 // The whole program from Main on, on an installation in a temporary folder, with scripted dialogs.
 class ShellFixture : public testing::Test {
@@ -41,25 +42,32 @@ class ShellFixture : public testing::Test {
     void Start() {
         shell = std::make_unique<shell::Shell>(state, desktop.Host, folder.Logic("state") + "\\");
         ASSERT_TRUE(shell->Start());
-        QApplication::setActiveWindow(&shell->MainWindow());
+        QApplication::setActiveWindow(&shell->Main());
         QApplication::processEvents();
     }
     // Ends the program as the user does.
     bool Close() {
-        const bool closed = shell->MainWindow().close();
+        const bool closed = shell->Main().close();
         if (closed) shell.reset();
         return closed;
+    }
+
+    editor::frmDocument* ActiveDocument() {
+        return dynamic_cast<editor::frmDocument*>(shell->Main().ActiveChild());
+    }
+    toolchain::frmMessage& Messages() {
+        return *shell->Main().findChild<toolchain::frmMessage*>("frmMessage");
     }
 
     // Opens a file that holds `bytes` and gives its window.
     editor::frmDocument& Open(const std::string& name, const std::string& bytes) {
         folder.Write(name, bytes);
-        shell->OpenDocument(folder.Logic(name));
-        return *shell->MainWindow().ActiveDocument();
+        shell->TheApp().Hall.Editor->OpenDocument(folder.Logic(name));
+        return *ActiveDocument();
     }
     editor::frmDocument& NewText() {
-        shell->OpenDocument();
-        return *shell->MainWindow().ActiveDocument();
+        shell->TheApp().Hall.Editor->OpenDocument();
+        return *ActiveDocument();
     }
     static platform::qt::TextBox& TextOf(editor::frmDocument& document) {
         return *document.findChild<platform::qt::TextBox*>("txtText");

@@ -1,11 +1,12 @@
-#include "shell/windows/RecoveryKeeper.h"
+#include "editor/windows/RecoveryKeeper.h"
 
 #include "editor/DocumentFile.h"
+#include "editor/Highlighter.h"
 #include "editor/frmDocument.h"
+#include "editor/windows/DocumentWindows.h"
 #include "platform/qt/Guard.h"
-#include "shell/frmMain.h"
 
-namespace shell {
+namespace editor {
 namespace {
 
 // With the writing, a copy is less than five seconds old.
@@ -14,8 +15,13 @@ const std::string notKept = "No recovery copies: ";
 
 }  // namespace
 
-RecoveryKeeper::RecoveryKeeper(session::App& app, frmMain& main, std::string folder)
-    : app_(app), main_(main), recovery_(app.Host.Files, std::move(folder)) {}
+RecoveryKeeper::RecoveryKeeper(session::App& app, DocumentWindows& windows, std::string folder)
+    : app_(app), windows_(windows), recovery_(app.Host.Files, std::move(folder)) {
+    platform::qt::On(&windows, &DocumentWindows::Unloaded, &alive_, [this](const session::Document* gone) {
+        recovery_.Forget(gone);
+        kept_.erase(gone);
+    });
+}
 
 void RecoveryKeeper::Start() {
     RecoveryTimer = app_.Host.Time.Every(interval, [this] { Tick(); });
@@ -28,20 +34,18 @@ void RecoveryKeeper::Tick() {
 }
 
 void RecoveryKeeper::KeepDirtyTexts() {
-    for (QMdiSubWindow* window : main_.Area().subWindowList()) {
-        auto* document = qobject_cast<editor::frmDocument*>(window);
-        if (document == nullptr) continue;
+    for (frmDocument* window : windows_.All()) {
+        session::Document* document = window;
         const auto kept = kept_.find(document);
-        if (!document->Dirty) {
+        if (!document->Dirty()) {
             if (kept != kept_.end()) {
                 recovery_.Forget(document);
                 kept_.erase(kept);
             }
-        } else if (kept == kept_.end() || kept->second != document->Revision) {
-            if (kept == kept_.end()) Watch(*document);
-            kept_[document] = document->Revision;
-            recovery_.Keep(document, {document->Caption(), document->FileName, document->txtText().Text(),
-                                      document->Unread});
+        } else if (kept == kept_.end() || kept->second != document->Revision()) {
+            kept_[document] = document->Revision();
+            recovery_.Keep(document, {document->Caption(), document->FileName(), document->txtText().Text(),
+                                      document->Unread()});
         }
     }
 }
@@ -51,15 +55,8 @@ void RecoveryKeeper::TellFailure() {
     const std::string failure = recovery_.Failure();
     const std::string text = failure.empty() ? "" : notKept + failure;
     if (text == told_ || (!text.empty() && !told_.empty())) return;
-    if (!text.empty() || app_.Hall.Panel(1) == told_) app_.Hall.SetPanel(1, text);
+    if (!text.empty() || app_.Hall.Main->Panel(1) == told_) app_.Hall.Main->SetPanel(1, text);
     told_ = text;
-}
-
-void RecoveryKeeper::Watch(editor::frmDocument& document) {
-    platform::qt::On(&document, &editor::frmDocument::Unloaded, &alive_, [this, gone = &document] {
-        recovery_.Forget(gone);
-        kept_.erase(gone);
-    });
 }
 
 void RecoveryKeeper::OfferCopies() {
@@ -79,26 +76,22 @@ void RecoveryKeeper::OfferCopies() {
     }
 }
 
-void RecoveryKeeper::Restore(const editor::FoundCopy& found) {
-    const editor::RecoveryCopy& copy = found.Copy;
-    const std::size_t before = app_.State.Documents.Count();
-    app_.Hall.OpenDocument();
-    auto* document = main_.ActiveDocument();
+void RecoveryKeeper::Restore(const FoundCopy& found) {
+    const RecoveryCopy& copy = found.Copy;
+    session::Document* document = app_.Hall.Editor->OpenDocument();
     // Without a window of its own the copy stays on disk, for the next start.
-    if (document == nullptr || app_.State.Documents.Count() == before) return;
-    document->SetCaption(copy.Caption);
-    document->FileName = copy.FileName;
+    if (document == nullptr) return;
+    document->SetFile(copy.Caption, copy.FileName);
     document->txtText().SetText(copy.Text);
-    document->Dirty = true;
-    document->Unread = copy.Unread;
+    document->TextChanged();
+    if (copy.Unread) document->MarkUnread();
     recovery_.Adopt(document, found.Path);
-    Watch(*document);
-    kept_[document] = document->Revision;
-    const auto kind = editor::KindOf(copy.Caption);
-    if (kind == editor::DocumentKind::Design) app_.Hall.HighlightSyntax(*document);
-    if (kind != editor::DocumentKind::Plain && app_.State.sProject.empty()) {
+    kept_[document] = document->Revision();
+    const auto kind = KindOf(copy.Caption);
+    if (kind == DocumentKind::Design) HighlightSyntax(app_, *document);
+    if (kind != DocumentKind::Plain && app_.State.sProject.empty()) {
         app_.State.sProject = copy.Caption.substr(0, copy.Caption.rfind('.'));
     }
 }
 
-}  // namespace shell
+}  // namespace editor

@@ -7,7 +7,7 @@
 #include "session/Records.h"
 
 // What start-up puts into the highlighter's part of the shared state.
-namespace session {
+namespace editor {
 
 // The characters of codes 1 to 255 that are no word characters, ascending.
 std::string MakeDelimiters();
@@ -16,6 +16,6 @@ std::string MakeDelimiters();
 std::vector<std::int16_t> MakeNoHighlightKeys();
 
 // The words of the language and their colours, before the configuration file replaces them.
-std::vector<KeywordRec> DefaultKeywords();
+std::vector<session::KeywordRec> DefaultKeywords();
 
-}  // namespace session
+}  // namespace editor

@@ -1,8 +1,8 @@
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 
 #include "base/modLib.h"
 
-namespace session {
+namespace editor {
 namespace {
 
 constexpr std::int32_t magenta = 0x800080;
@@ -47,10 +47,10 @@ std::vector<std::int16_t> MakeNoHighlightKeys() {
             35, 36, 37, 38, 39, 40, 41, 42, 43, 44, 45, 47, 144};
 }
 
-std::vector<KeywordRec> DefaultKeywords() {
-    std::vector<KeywordRec> keywords;
+std::vector<session::KeywordRec> DefaultKeywords() {
+    std::vector<session::KeywordRec> keywords;
     for (const DefaultWord& word : defaultWords) keywords.push_back({.Name = word.Name, .Color = word.Color});
     return keywords;
 }
 
-}  // namespace session
+}  // namespace editor

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/qt/MdiChild.h"
+#include "session/App.h"
+#include "toolchain/CompilerOptions.h"
+#include "toolchain/ErrorCodes.h"
+
+class QWidget;
+
+namespace toolchain {
+
+class Compiler;
+class StatusWindows;
+class frmMessage;
+
+// The door of the tool chain: owns the run driver, the windows of a run, and what the option dialogs and the
+// message list keep.
+class ToolChainRoom : public session::ToolChain {
+  public:
+    // Enters itself and its commands into the hall. `outputsFile`: logic path of the record of what runs wrote.
+    ToolChainRoom(session::App& app, std::string outputsFile);
+    ~ToolChainRoom() override;
+
+    void LoadWindows(platform::qt::MdiFrame& frame);
+    void UnloadWindows();
+
+    ErrorCodes& Errors() { return errors_; }  // filled by the start
+
+    std::int16_t RunAndWait(const std::string& commandLine) override;
+    void BringMessagesToFront() override;
+    std::optional<session::Placement> MessagesPlacement() const override;
+
+  private:
+    frmMessage& ShownMessages();
+    void AddCommands();
+
+    session::App& app_;
+    std::string outputsFile_;
+    ErrorCodes errors_;
+    CompilerOptions compilerOptions_;  // outlives its window
+    platform::qt::MdiFrame* frame_ = nullptr;
+    frmMessage* messages_ = nullptr;  // owned by its window in the area
+    std::unique_ptr<StatusWindows> runWindows_;
+    std::unique_ptr<Compiler> compiler_;
+};
+
+}  // namespace toolchain

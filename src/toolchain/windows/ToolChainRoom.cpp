@@ -1,0 +1,90 @@
+#include "toolchain/ToolChainRoom.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include "platform/qt/Twips.h"
+#include "toolchain/Compiler.h"
+#include "toolchain/frmCompiler.h"
+#include "toolchain/frmMessage.h"
+#include "toolchain/windows/StatusWindows.h"
+
+namespace toolchain {
+
+using session::Document;
+
+ToolChainRoom::ToolChainRoom(session::App& app, std::string outputsFile)
+    : app_(app), outputsFile_(std::move(outputsFile)) {
+    app.Hall.ToolChain = this;
+    AddCommands();
+}
+
+ToolChainRoom::~ToolChainRoom() = default;
+
+void ToolChainRoom::AddCommands() {
+    app_.Hall.MainCommands.Add({{"mnuCompiler", [this](int) {
+                                     platform::qt::Modal(
+                                         new frmCompiler(app_, compilerOptions_, &frame_->Window()))
+                                         .Run();
+                                 }}});
+    app_.Hall.DocumentCommands.Add({
+        {"mnuRunDepCompile", [this](Document& document, int) { compiler_->RunDepCompile(document); }},
+        {"mnuRunIndepCompile", [this](Document& document, int) { compiler_->RunIndepCompile(document); }},
+        {"mnuRunDepSimulate", [this](Document& document, int) { compiler_->RunDepSimulate(document); }},
+        {"mnuRunIndepSimulate", [this](Document& document, int) { compiler_->RunIndepSimulate(document); }},
+        {"mnuRunVhdlCompile", [this](Document&, int) { compiler_->RunVhdlCompile(); }},
+        {"mnuRunVhdlAnalysis", [this](Document&, int) { compiler_->RunVhdlAnalysis(); }},
+    });
+}
+
+void ToolChainRoom::LoadWindows(platform::qt::MdiFrame& frame) {
+    frame_ = &frame;
+    messages_ = new frmMessage(app_, errors_);
+    QMdiSubWindow& window = frame.AddChild(*messages_, *messages_);
+    window.setAttribute(Qt::WA_DeleteOnClose, false);
+    window.show();
+    runWindows_ = std::make_unique<StatusWindows>(
+        app_, [this]() -> frmMessage& { return ShownMessages(); }, &frame.Window());
+    compiler_ = std::make_unique<Compiler>(app_, *runWindows_, outputsFile_);
+}
+
+void ToolChainRoom::UnloadWindows() {
+    compiler_.reset();
+    runWindows_.reset();
+    messages_ = nullptr;
+}
+
+// The user may have closed it; a run brings it back, the active child stays so.
+frmMessage& ToolChainRoom::ShownMessages() {
+    QMdiSubWindow& window = messages_->Frame();
+    if (!window.isVisible()) {
+        platform::qt::MdiChild* active = frame_->ActiveChild();
+        messages_->show();
+        window.show();
+        if (active != nullptr) window.mdiArea()->setActiveSubWindow(&active->Frame());
+    }
+    return *messages_;
+}
+
+std::int16_t ToolChainRoom::RunAndWait(const std::string& commandLine) {
+    return toolchain::RunAndWait(app_.Host, commandLine);
+}
+
+void ToolChainRoom::BringMessagesToFront() {
+    QMdiSubWindow& window = messages_->Frame();
+    window.show();
+    messages_->show();
+    window.mdiArea()->setActiveSubWindow(&window);
+    window.raise();
+}
+
+std::optional<session::Placement> ToolChainRoom::MessagesPlacement() const {
+    const QMdiSubWindow& window = messages_->Frame();
+    if (window.isMinimized() || window.isMaximized()) return std::nullopt;
+    using platform::qt::ToTwips;
+    const QRect place = window.geometry();
+    return session::Placement{ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()),
+                              ToTwips(place.height())};
+}
+
+}  // namespace toolchain
