@@ -1,22 +1,20 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTest>
 #include <memory>
 
 #include "base/RunTimeError.h"
 #include "support/Doubles.h"
+#include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 #include "toolchain/frmCompiler.h"
 
 namespace {
 
-struct CompilerWindow : testing::Test {
+struct CompilerWindow : testing::Test, doubles::FormUser {
     CompilerWindow() {
         State.LibraryName = "C:\\lib\\Tesk.dl";
         State.WorkDir = "C:\\Work";
@@ -26,25 +24,18 @@ struct CompilerWindow : testing::Test {
     void Open(const std::string& flags) {
         State.CompilerFlags = flags;
         Window = std::make_unique<toolchain::frmCompiler>(App, Options);
-        Window->show();
+        Use(*Window);
     }
-    template <typename T = QCheckBox>
-    T& Find(const char* name) {
-        T* control = Window->findChild<T*>(name);
-        if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
-        return *control;
-    }
-    void Click(const char* name) { QTest::mouseClick(&Find<QPushButton>(name), Qt::LeftButton); }
-    QTabWidget& Tabs() { return Find<QTabWidget>("SSTab1"); }
+    QCheckBox& Box(const char* name) { return Control<QCheckBox>(name); }
     std::string Checked() {
         std::string names;
         for (const auto& row : toolchain::CompilerOptionTable()) {
-            if (row.Token != "m" && Find(row.Control).isChecked()) names += std::string(row.Token) + " ";
+            if (row.Token != "m" && Box(row.Control).isChecked()) names += std::string(row.Token) + " ";
         }
         return names;
     }
     bool MinimizationIs(int index) {
-        return Find<QRadioButton>(("optMinimization" + std::to_string(index)).c_str()).isChecked();
+        return Control<QRadioButton>("optMinimization" + std::to_string(index)).isChecked();
     }
 
     doubles::MemoryFiles Files;
@@ -59,21 +50,23 @@ struct CompilerWindow : testing::Test {
 TEST_F(CompilerWindow, DefaultChangeReopenRestore) {
     Open("jasxlbm4");
     EXPECT_EQ(Window->windowTitle(), "Compiler Options");
-    EXPECT_EQ(Tabs().currentIndex(), 0);
-    EXPECT_FALSE(Tabs().isTabVisible(5));
+    EXPECT_EQ(Text("SSTab1"), "Output Files");
+    EXPECT_FALSE(Control<QTabWidget>("SSTab1").isTabVisible(5));
     EXPECT_EQ(Checked(), "j x a l b s ");
     EXPECT_TRUE(MinimizationIs(4));
-    EXPECT_TRUE(Find("chkDevInFile").isChecked());
-    EXPECT_EQ(Find("chkEdif").toolTip(), "Create an EDIF file for use with other design tools");
-    QTest::keyClick(Window.get(), Qt::Key_Return);
+    EXPECT_TRUE(Box("chkDevInFile").isChecked());
+    EXPECT_EQ(Box("chkEdif").toolTip(), "Create an EDIF file for use with other design tools");
+    Key(Qt::Key_Return);
     EXPECT_FALSE(Window->isVisible());
     EXPECT_EQ(State.CompilerFlags, "jxalbm4s");
     EXPECT_EQ(State.LibraryName, "C:\\LIB\\TESK.DL");
 
     Open(State.CompilerFlags);
-    Find("chkPla").click();
-    Find("chkBest").click();
-    Find<QRadioButton>("optMinimization2").click();
+    Click("chkPla");
+    ClickTab("SSTab1", "Optimization");
+    Click("chkBest");
+    ClickTab("SSTab1", "Minimization");
+    Click("optMinimization2");
     Click("OK");
     EXPECT_EQ(State.CompilerFlags, "jxalm2kbs");
 
@@ -94,36 +87,43 @@ TEST_F(CompilerWindow, RecordOutlivesTheWindow) {
     Click("OK");
     EXPECT_EQ(State.CompilerFlags, "jm1g");
     Open("jm1g");
-    Find("chkJedec").click();
-    Find("chkSecure").setCheckState(Qt::PartiallyChecked);
+    Click("chkJedec");
+    Box("chkSecure").setCheckState(Qt::PartiallyChecked);
     Click("OK");
     EXPECT_EQ(State.CompilerFlags, "m1");
     Open("m7");
-    EXPECT_EQ(Find("chkSecure").checkState(), Qt::PartiallyChecked);
+    EXPECT_EQ(Box("chkSecure").checkState(), Qt::PartiallyChecked);
     Click("OK");
     EXPECT_EQ(State.CompilerFlags, "m7");  // no such button: none is on, the digit stays
 }
 
 TEST_F(CompilerWindow, ApplyTakesTheShowingTabAlone) {
     Open("m4");
-    Find("chkJedec").click();
-    Find("chkKeep").click();
-    Find("chkName").click();
-    Find<QRadioButton>("optMinimization0").click();
-    Find<QLineEdit>("Library").setText("x.dl");
+    const char* tabs[] = {"Output Files", "Minimization", "Optimization", "General", "Library"};
+    const char* changed[] = {"chkJedec", "optMinimization0", "chkKeep", "chkName", "Library"};
     const char* expected[] = {"jm4", "jm0", "jm0kx", "jm0kxn", "untouched"};
     for (int tab = 0; tab < 5; ++tab) {
+        ClickTab("SSTab1", tabs[tab]);
+        Click(changed[tab]);
+    }
+    Type("x.dl");
+    for (int tab = 0; tab < 5; ++tab) {
         State.CompilerFlags = "untouched";
-        Tabs().setCurrentIndex(tab);
+        ClickTab("SSTab1", tabs[tab]);
         Click("cmdApply");
         EXPECT_EQ(State.CompilerFlags, expected[tab]);
     }
     EXPECT_EQ(State.LibraryName, "C:\\lib\\Tesk.dl");
-    Find("chkName").click();
-    QTest::keyClick(Window.get(), Qt::Key_Escape);
+    ClickTab("SSTab1", "General");
+    Click("chkName");
+    Key(Qt::Key_Escape);
     EXPECT_FALSE(Window->isVisible());
     EXPECT_EQ(State.CompilerFlags, "untouched");
     EXPECT_EQ(State.LibraryName, "C:\\lib\\Tesk.dl");
+}
+
+TEST_F(CompilerWindow, ShowsItsCaptionsInWhole) {
+    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmCompiler>(App, Options); }), "");
 }
 
 TEST_F(CompilerWindow, FinalMStopsTheOpening) {
@@ -142,8 +142,8 @@ TEST_F(CompilerWindow, ChooseLibrary) {
     State.LibraryName = "a";
     State.DeviceName = "g16v8a";
     Open("m1");
-    EXPECT_FALSE(Find("chkDevInFile").isChecked());
-    Tabs().setCurrentIndex(4);
+    EXPECT_FALSE(Box("chkDevInFile").isChecked());
+    ClickTab("SSTab1", "Library");
     Click("ChooseLibrary");
     const auto& request = Desk.Boxes.FileRequests.at(0);
     EXPECT_EQ(request.FileName + "|" + request.Title + "|" + request.Filter + "|" + request.DefaultExtension,
@@ -151,11 +151,11 @@ TEST_F(CompilerWindow, ChooseLibrary) {
     EXPECT_EQ(request.InitialFolder, "C:\\Work");
     EXPECT_EQ(request.Flags, 6144);
     EXPECT_EQ(State.LibraryName, "TESK.DL");  // stays though cancelled
-    EXPECT_EQ(Find<QLineEdit>("Library").text(), "a");
+    EXPECT_EQ(Text("Library"), "a");
 
     Desk.Boxes.Files = {"C:\\new\\full.dl"};
     Click("ChooseLibrary");
-    EXPECT_EQ(Find<QLineEdit>("Library").text(), "C:\\new\\full.dl");
+    EXPECT_EQ(Text("Library"), "C:\\new\\full.dl");
     EXPECT_EQ(State.LibraryName, "TESK.DL");
     Click("OK");
     EXPECT_EQ(State.LibraryName, "C:\\NEW\\FULL.DL");
@@ -163,7 +163,7 @@ TEST_F(CompilerWindow, ChooseLibrary) {
 
 TEST_F(CompilerWindow, ShowCatalogAndHelp) {
     Open("m1");
-    QTest::keyClick(&Find("chkJedec"), Qt::Key_F1);
+    Key(Qt::Key_F1);
     EXPECT_EQ(Hall.Calls, std::vector<std::string>{"ShowHelpTopic Compiler"});
 
     State.DeviceCatalog = "C:\\old.cat";

@@ -1,25 +1,23 @@
 #include <gtest/gtest.h>
 
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
-#include <QTimer>
 
 #include "base/RunTimeError.h"
 #include "support/Doubles.h"
+#include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
+#include "toolchain/frmErrorMessage.h"
 #include "toolchain/frmMessage.h"
 #include "toolchain/frmStatus.h"
 
 namespace toolchain {
 namespace {
 
-class MessageWindow : public testing::Test {
+class MessageWindow : public testing::Test, protected doubles::FormUser {
   protected:
     MessageWindow() {
         Codes.ErrorTable = {{"0012ta", "Error", "bad symbol", "A name\nis wrong", "Check it"}};
@@ -35,28 +33,19 @@ class MessageWindow : public testing::Test {
         Host.Libraries.Send(Window->Handle(), {.Number = number, .First = "", .Second = text});
     }
     std::string Shown(int row) { return List->model()->index(row, 0).data().toString().toStdString(); }
-    void Click(int row) {
+    void ClickRow(int row) {
         const QRect place = List->visualRect(List->model()->index(row, 0));
         QTest::mouseClick(List->viewport(), Qt::LeftButton, {}, place.center());
     }
-    // What frmErrorMessage shows after `action`, field by field; empty if it does not open.
+    // What frmErrorMessage, which `action` opens, shows field by field.
     std::string Opened(const std::function<void()>& action) {
         std::string seen;
-        QTimer::singleShot(0, [&] {
-            QWidget* form = QApplication::activeModalWidget();
-            if (form == nullptr) return;
-            seen = form->windowTitle().toStdString();
-            for (const char* name : {"txtCode", "txtLevel"}) {
-                seen += "|" + form->findChild<QLineEdit*>(name)->text().toStdString();
-            }
-            for (const char* name : {"txtMessage", "txtDescription", "txtInfo"}) {
-                seen += "|" + form->findChild<QPlainTextEdit*>(name)->toPlainText().toStdString();
-            }
-            QTest::keyClick(form->findChild<QPlainTextEdit*>("txtInfo"), Qt::Key_F1);
-            QTest::mouseClick(form->findChild<QPushButton*>("OK"), Qt::LeftButton);
-        });
-        action();
-        QApplication::processEvents();
+        Drive(action, {{"frmErrorMessage", "OK", [&] {
+                            seen = Texts({"txtCode", "txtLevel", "txtMessage", "txtDescription", "txtInfo"});
+                            TabTo("txtInfo");
+                            Key(Qt::Key_F1);
+                            Click("OK");
+                        }}});
         return seen;
     }
 
@@ -117,15 +106,15 @@ TEST_F(MessageWindow, ALineWithACodeOpensItsExplanation) {
     Send(384, "[0099ta] of its family");
     Send(384, "[9999zz] unknown");
     Send(384, "no code");
-    const std::string of0012 = "|Error|bad symbol|A name\nis wrong|Check it";
-    EXPECT_EQ(Opened([&] { QTest::keyClick(List, Qt::Key_F1); }), "");  // no line is selected
-    EXPECT_EQ(Opened([&] { Click(0); }), "Compile Message|0012ta" + of0012);
-    EXPECT_EQ(Opened([&] { Click(1); }), "Compile Message|0099ta" + of0012);
-    EXPECT_EQ(Opened([&] { QTest::keyClick(List, Qt::Key_Return); }), "Compile Message|0099ta" + of0012);
-    EXPECT_EQ(Opened([&] { Click(3); }), "");
+    const std::string of0012 = "|Error|bad symbol|A name\nis wrong|Check it|";
+    Drive([&] { QTest::keyClick(List, Qt::Key_F1); }, {});  // no line is selected: nothing opens
+    EXPECT_EQ(Opened([&] { ClickRow(0); }), "0012ta" + of0012);
+    EXPECT_EQ(Opened([&] { ClickRow(1); }), "0099ta" + of0012);
+    EXPECT_EQ(Opened([&] { QTest::keyClick(List, Qt::Key_Return); }), "0099ta" + of0012);
+    Drive([&] { ClickRow(3); }, {});
     List->setCurrentIndex(List->model()->index(2, 0));
     EXPECT_EQ(Opened([&] { QTest::keyClick(List, Qt::Key_F1); }),
-              "Compile Message|9999zz|Fatal|Unknown Error||Contact Brennick Labs, Customer Support.");
+              "9999zz|Fatal|Unknown Error||Contact Brennick Labs, Customer Support.|");
     EXPECT_EQ(Hall.Calls, std::vector<std::string>(4, "ShowHelpTopic Errors"));
 }
 
@@ -145,7 +134,7 @@ TEST_F(MessageWindow, FontAndPlacement) {
 
 class StatusWindow : public MessageWindow {
   protected:
-    std::string Label(const char* name) { return Status.findChild<QLabel*>(name)->text().toStdString(); }
+    StatusWindow() { Use(Status); }
     void Tell(std::uint32_t number, const std::string& first = "", const std::string& second = "") {
         Host.Libraries.Send(Status.Handle(), {.Number = number, .First = first, .Second = second});
     }
@@ -153,18 +142,17 @@ class StatusWindow : public MessageWindow {
 };
 
 TEST_F(StatusWindow, FollowsTheMessagesAndCountsInItsCaptions) {
-    EXPECT_EQ(Label("lblStatus") + Label("lblInfo") + Label("lblWarnings") + Label("lblErrors"),
-              "Initializing00");
+    EXPECT_EQ(Texts({"lblStatus", "lblInfo", "lblWarnings", "lblErrors"}), "Initializing||0|0|");
     for (const std::uint32_t number : {104u, 105u, 102u, 104u, 106u, 104u, 999u}) Tell(number, "drop");
-    EXPECT_EQ(Label("lblErrors") + Label("lblWarnings"), "31");
+    EXPECT_EQ(Texts({"lblErrors", "lblWarnings"}), "3|1|");
     Tell(101, "<b>Fitting</b>\n");
     Tell(103, std::string(60000, 'x'));
-    EXPECT_EQ(Label("lblStatus"), "<b>Fitting</b> ");
-    EXPECT_LE(Label("lblInfo").size(), 1000u);
+    EXPECT_EQ(Text("lblStatus"), "<b>Fitting</b> ");
+    EXPECT_LE(Text("lblInfo").size(), 1000u);
     Tell(384, "A", "B");
     EXPECT_EQ(Host.Boxes.LastText(), "B A");
-    Status.findChild<QLabel*>("lblErrors")->setText("2147483647");
-    Status.findChild<QLabel*>("lblWarnings")->setText("many");
+    Control<QLabel>("lblErrors").setText("2147483647");
+    Control<QLabel>("lblWarnings").setText("many");
     for (const auto& [message, error] : {std::pair(104u, 6), std::pair(105u, 13)}) {
         try {
             Tell(message);
@@ -176,15 +164,20 @@ TEST_F(StatusWindow, FollowsTheMessagesAndCountsInItsCaptions) {
 }
 
 TEST_F(StatusWindow, ClosesByItsButtonOnlyWhenThatIsEnabled) {
-    Status.show();
-    QPushButton* ok = Status.findChild<QPushButton*>("OK");
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QTest::keyClick(&Status, Qt::Key_Escape);
+    Click("OK");
+    Key(Qt::Key_Escape);
     Status.close();
     EXPECT_TRUE(Status.isVisible());
     Status.EnableOk(true);
-    QTest::mouseClick(ok, Qt::LeftButton);
+    Click("OK");
     EXPECT_FALSE(Status.isVisible());
+}
+
+TEST_F(StatusWindow, FormsShowTheirCaptionsInWhole) {
+    const auto status = [&] { return std::make_unique<frmStatus>(Host.Libraries, Host.Boxes); };
+    EXPECT_EQ(doubles::CutTexts(status), "");
+    const auto message = [&] { return std::make_unique<frmErrorMessage>(ErrorEntry{}, Hall); };
+    EXPECT_EQ(doubles::CutTexts(message), "");
 }
 
 }  // namespace

@@ -1,15 +1,13 @@
 // Whole runs: the driver, its windows and a tool library in the tool host.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QListView>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include "platform/qt/HostFileSystem.h"
 #include "platform/qt/ToolHost.h"
 #include "support/Doubles.h"
+#include "support/FormUser.h"
 #include "support/Rooms.h"
 #include "support/ScriptedUser.h"
 #include "toolchain/Compiler.h"
@@ -18,7 +16,7 @@
 namespace toolchain {
 namespace {
 
-class WholeRun : public testing::Test {
+class WholeRun : public testing::Test, protected doubles::FormUser {
   protected:
     WholeRun() {
         for (const char* name : {"teskx", "teska", "teskb", "teskm", "teskc", "vorna", "vsima", "teskk"}) {
@@ -36,18 +34,11 @@ class WholeRun : public testing::Test {
     std::string Compile(const std::string& options) {
         State.CompilerFlags = options;
         std::string seen;
-        QTimer user;
-        QObject::connect(&user, &QTimer::timeout, [&] {
-            QWidget* form = QApplication::activeModalWidget();
-            if (form == nullptr || form->objectName() != "frmStatus") return;
-            seen.clear();
-            for (const char* name : {"lblStatus", "lblInfo", "lblWarnings", "lblErrors"}) {
-                seen += form->findChild<QLabel*>(name)->text().toStdString() + "|";
-            }
-            QTest::mouseClick(form->findChild<QPushButton*>("OK"), Qt::LeftButton);
-        });
-        user.start(20);
-        Driver.IndepCompile();
+        Drive([this] { Driver.IndepCompile(); },
+              {{"frmStatus", "OK", [&] {
+                    seen = Texts({"lblStatus", "lblInfo", "lblWarnings", "lblErrors"});
+                    Click("OK");
+                }}});
         EXPECT_FALSE(Libraries.IsRunning());
         return seen;
     }
