@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "fit/Message.h"
+#include "fit/MessageTable.h"
 
 // The device library (Fullset.dl, tesk.dl): a text, words parted by blanks, ";" begins a comment.
 //
@@ -98,7 +98,7 @@ struct Library {
     std::vector<Device> Devices;
     std::vector<Message> Messages;  // faults, codes 71..tc
 
-    bool Ok() const { return !HasErrors(Messages); }
+    bool Ok() const { return !model::HasErrors(Messages); }
     const Device* Find(std::string_view mnemonic) const;  // in any case of letters; null if it is not there
 };
 

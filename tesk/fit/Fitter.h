@@ -87,7 +87,7 @@ struct Fit {
     std::vector<Function> Implied;
     std::vector<Message> Messages;  // codes 72..tc
 
-    bool Ok() const { return !HasErrors(Messages); }
+    bool Ok() const { return !model::HasErrors(Messages); }
 };
 
 // The modes are tried in their order; the first one that takes the design is used. If none does, the errors

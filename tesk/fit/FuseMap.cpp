@@ -92,9 +92,9 @@ std::vector<bool> MakeFuseMap(const Device& device, const Mode& mode, const Need
         if (number < fuses.size()) {
             fuses[number] = value;
         } else {
-            messages.push_back(MakeMessage("7210tc", "",
-                                           std::to_string(number) + ", " + device.Mnemonic + " has " +
-                                               std::to_string(fuses.size()) + " fuses"));
+            messages.push_back(model::MakeMessage(MessageCode("7210tc").Entry(), {},
+                                                  std::to_string(number) + ", " + device.Mnemonic + " has " +
+                                                      std::to_string(fuses.size()) + " fuses"));
         }
     }
     return fuses;

@@ -78,8 +78,8 @@ class Reader {
         return true;
     }
 
-    void Fault(std::string_view code, const std::string& detail) {
-        library_.Messages.push_back(MakeMessage(code, "", detail, line_));
+    void Fault(MessageCode code, const std::string& detail) {
+        library_.Messages.push_back(model::MakeMessage(code.Entry(), {-1, line_, 0}, detail));
     }
 
     // Null before the first DEVICE and inside a record that is a LIKE.

@@ -21,9 +21,9 @@ std::optional<ModeFit::Refusal> ModeFit::Refuse(std::size_t signal, int pin) con
     const auto isEnable = enable_ == signal && pin != mode_.EnablePin;
     if (isClock || isEnable) {
         const int right = isClock ? mode_.ClockPin : mode_.EnablePin;
-        return Refusal{isClock ? "7207tc" : "7208tc", name + " is at pin " + std::to_string(pin) +
-                                                          ", needs pin " + std::to_string(right) + " of " +
-                                                          device_.Mnemonic};
+        return Refusal{isClock ? MessageCode("7207tc") : MessageCode("7208tc"),
+                       name + " is at pin " + std::to_string(pin) + ", needs pin " + std::to_string(right) +
+                           " of " + device_.Mnemonic};
     }
     if (!needs_.Driven(signal)) return RefuseInput(signal, pin);
     Refusal why;

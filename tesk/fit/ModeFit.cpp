@@ -21,9 +21,9 @@ void ModeFit::Run() {
     FindEnable();
     FindShared(Reset, Input::Ar, Input::Ap, mode_.ResetRow);
     FindShared(Preset, Input::Sp, Input::Sr, mode_.PresetRow);
-    if (HasErrors(Messages)) return;
+    if (model::HasErrors(Messages)) return;
     PlaceNumbered();
-    if (!HasErrors(Messages)) PlaceOthers();
+    if (!model::HasErrors(Messages)) PlaceOthers();
 }
 
 // A missing feature weighs more than a lack of room, so that the mode that comes nearest is the one reported.
@@ -31,7 +31,7 @@ int ModeFit::Distance() const {
     int distance = 0;
     for (const auto& message : Messages) {
         if (message.Level == Severity::Error)
-            distance += message.Code == "7201tc" || message.Code == "7205tc" ? 1 : 2;
+            distance += message.Number == "7201tc" || message.Number == "7205tc" ? 1 : 2;
     }
     return distance;
 }
@@ -47,7 +47,7 @@ bool ModeFit::LowAt(std::size_t signal) const {
 }
 
 void ModeFit::Add(std::size_t signal, const Refusal& refusal) {
-    Messages.push_back(MakeMessage(refusal.Code, needs_.At(signal).Name, refusal.Detail));
+    Messages.push_back(model::MakeMessage(refusal.Code.Entry(), {}, refusal.Detail, needs_.At(signal).Name));
 }
 
 std::string ModeFit::Place(int pin) const {

@@ -47,7 +47,7 @@ class ModeFit {
 
   private:
     struct Refusal {
-        std::string_view Code;
+        MessageCode Code = "7200tc";
         std::string Detail;
     };
 

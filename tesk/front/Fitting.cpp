@@ -54,7 +54,7 @@ fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cove
 }
 
 // The equation that a message names; else where its name is declared, else the design's first line.
-Place PlaceOf(const Design& design, const fit::Message& message) {
+Place PlaceOf(const Design& design, const Message& message) {
     for (const Equation& equation : design.Equations) {
         if (design.Of(equation).Name != message.Subject) continue;
         const std::string name = ": " + design.EquationName(equation);
@@ -68,12 +68,12 @@ Place PlaceOf(const Design& design, const fit::Message& message) {
     return {0, 1, 0};
 }
 
-void Tell(const Design& design, const std::vector<fit::Message>& messages, Report& report) {
-    for (const fit::Message& message : messages) {
-        const Level level = message.Level == fit::Severity::Error ? Level::Error : Level::Warning;
-        std::string text = message.Text;
-        if (message.Line > 0) text += ", line " + std::to_string(message.Line) + " of the library";
-        report.AddForeign({message.Code, level, PlaceOf(design, message), text});
+void Tell(const Design& design, const std::vector<Message>& messages, Report& report) {
+    for (Message message : messages) {
+        if (message.At.Line > 0)
+            message.Text += ", line " + std::to_string(message.At.Line) + " of the library";
+        message.At = PlaceOf(design, message);
+        report.AddForeign(message);
     }
 }
 

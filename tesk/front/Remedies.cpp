@@ -13,7 +13,7 @@ namespace front {
 
 namespace {
 
-constexpr std::string_view kTooManyTerms = "7201tc";
+constexpr std::string_view kTooManyTerms = fit::MessageCode("7201tc").Entry().Number;
 constexpr std::size_t kMostSums = 32;
 constexpr double kMostWork = 4'000'000;  // microseconds by the estimate, far less by the clock
 
@@ -44,13 +44,13 @@ class Trial {
         : design_(design), options_(options), device_(device), exactWorth_(MostTerms(device) * 5 / 4) {}
 
     // False if it would take too long.
-    bool Take(const std::vector<fit::Message>& messages) {
+    bool Take(const std::vector<Message>& messages) {
         double work = 0;
         for (std::size_t i = 0; i < design_.Equations.size(); ++i) {
             const Equation& equation = design_.Equations[i];
             const std::string& name = design_.Of(equation).Name;
-            const bool told = std::any_of(messages.begin(), messages.end(), [&](const fit::Message& message) {
-                return message.Code == kTooManyTerms && message.Subject == name;
+            const bool told = std::any_of(messages.begin(), messages.end(), [&](const Message& message) {
+                return message.Number == kTooManyTerms && message.Subject == name;
             });
             const bool data = equation.To == Extension::None || IsRegisterInput(equation.To);
             if (!told || !data) continue;
@@ -99,8 +99,8 @@ class Trial {
     }
 
     static bool HasFault(const fit::Fit& fit, const std::string& name) {
-        return std::any_of(fit.Messages.begin(), fit.Messages.end(), [&](const fit::Message& message) {
-            return message.Level == fit::Severity::Error && message.Subject == name;
+        return std::any_of(fit.Messages.begin(), fit.Messages.end(), [&](const Message& message) {
+            return message.Level == Severity::Error && message.Subject == name;
         });
     }
 
@@ -126,13 +126,13 @@ class Trial {
 }  // namespace
 
 void AddRemedies(const Design& design, const Options& options, const fit::Device& device,
-                 std::vector<fit::Message>& messages) {
+                 std::vector<Message>& messages) {
     Trial trial(design, options, device);
     const bool tried = trial.Take(messages);
     for (const Remedy& remedy : kRemedies)
         if (tried) trial.Try(remedy);
-    for (fit::Message& message : messages) {
-        if (message.Code != kTooManyTerms) continue;
+    for (Message& message : messages) {
+        if (message.Number != kTooManyTerms) continue;
         const auto answer = trial.Answers.find(message.Subject);
         if (!tried)
             message.Text += "; too large to try other reductions";

@@ -4,6 +4,7 @@
 
 #include "fit/Fitter.h"
 #include "front/Design.h"
+#include "front/Messages.h"
 #include "front/Options.h"
 
 namespace front {
@@ -12,6 +13,6 @@ namespace front {
 // what lets its sum fit ("; fits with m4"), or that nothing does. Sums that would take too long are left as
 // they are, which is told as well.
 void AddRemedies(const Design& design, const Options& options, const fit::Device& device,
-                 std::vector<fit::Message>& messages);
+                 std::vector<Message>& messages);
 
 }  // namespace front

@@ -16,11 +16,11 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
-void Report::Count(Level level) {
-    if (level == Level::Error) {
+void Report::Count(Severity level) {
+    if (level == Severity::Error) {
         ++errors_;
         listener_.Error();
-    } else if (level == Level::Warning) {
+    } else if (level == Severity::Warning) {
         ++warnings_;
         listener_.Warning();
     }
@@ -29,14 +29,11 @@ void Report::Count(Level level) {
 void Report::Keep(const Message& message) {
     messages_.push_back(message);
     listener_.Line(ListLine(message));
-    Count(message.Severity);
+    Count(message.Level);
 }
 
 void Report::Add(Code code, Place at, std::string_view detail) {
-    const MessageEntry& entry = Entry(code);
-    Message message{std::string(entry.Number), entry.Severity, at, std::string(entry.Message)};
-    if (!detail.empty()) message.Text += ": " + OneLine(detail);
-    AddForeign(message);
+    AddForeign(model::MakeMessage(Entry(code), at, OneLine(detail)));
 }
 
 void Report::AddForeign(const Message& message) {
@@ -44,20 +41,16 @@ void Report::AddForeign(const Message& message) {
     if (!messages_.empty() && messages_.back().At == message.At && messages_.back().Text == message.Text)
         return;
     Keep(message);
-    if (!Full()) return;
-    const MessageEntry& last = Entry(Code::TooManyErrors);
-    Keep({std::string(last.Number), last.Severity, {}, std::string(last.Message)});
+    if (Full()) Keep(model::MakeMessage(Entry(Code::TooManyErrors), {}));
 }
 
-void Report::AddForeign(Level level, std::string_view line) {
+void Report::AddForeign(Severity level, std::string_view line) {
     listener_.Line(line);
     Count(level);
 }
 
 std::string Report::ListLine(const Message& message) const {
-    std::string line = "[" + message.Number + "] ";
-    if (message.Severity != Level::Information) line += std::string(LevelName(message.Severity)) + ": ";
-    line += message.Text;
+    std::string line = model::Headline(message);
     if (message.At.File < 0 || static_cast<std::size_t>(message.At.File) >= FileNames.size()) return line;
     line += " (" + FileNames[static_cast<std::size_t>(message.At.File)];
     if (message.At.Line > 0) line += " line " + std::to_string(message.At.Line);

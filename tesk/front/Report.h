@@ -11,13 +11,6 @@
 
 namespace front {
 
-struct Message {
-    std::string Number;  // "ccccss"
-    Level Severity;
-    Place At;
-    std::string Text;  // the entry's message and the detail, one line
-};
-
 // Who is told while a run goes on. The default says nothing.
 class Listener {
   public:
@@ -40,7 +33,7 @@ class Report {
     // A message of a part with a table of its own.
     void AddForeign(const Message& message);
     // The same as a finished line that is not kept.
-    void AddForeign(Level level, std::string_view line);
+    void AddForeign(Severity level, std::string_view line);
 
     void Status(std::string_view text) { listener_.Status(text); }
     void Info(std::string_view text) { listener_.Info(text); }
@@ -57,7 +50,7 @@ class Report {
     std::string ListLine(const Message& message) const;
 
   private:
-    void Count(Level level);
+    void Count(Severity level);
     void Keep(const Message& message);
 
     Listener& listener_;

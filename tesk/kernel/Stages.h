@@ -14,7 +14,7 @@ struct SimulatorRun {
     SimulatorRun(front::Files& files, front::Listener& listener) : Disk(files), Said(listener) {}
 
     // Reports that the design's file of this extension cannot be read.
-    void TellUnreadable(std::string_view code, std::string_view extension);
+    void TellUnreadable(sim::MessageCode code, std::string_view extension);
 
     front::Files& Disk;
     front::Report Said;

@@ -3,11 +3,6 @@
 
 namespace {
 
-front::Level LevelOf(sim::Severity severity) {
-    if (severity == sim::Severity::Error) return front::Level::Error;
-    return severity == sim::Severity::Warning ? front::Level::Warning : front::Level::Information;
-}
-
 void Note(SimulatorRun& run, std::string_view path, const std::string& failure) {
     if (failure.empty()) return;
     run.Said.Add(front::Code::CannotWrite, {}, std::string(front::FileName(path)) + ": " + failure);
@@ -16,7 +11,7 @@ void Note(SimulatorRun& run, std::string_view path, const std::string& failure) 
 void Tell(SimulatorRun& run, const sim::SimulationResult& result) {
     for (const sim::Message& message : result.Messages) {
         const std::string file = run.Base + std::string(sim::FileExtension(message));
-        run.Said.AddForeign(LevelOf(message.Level), sim::ListLine(message, front::FileName(file)));
+        run.Said.AddForeign(message.Level, sim::ListLine(message, front::FileName(file)));
     }
 }
 

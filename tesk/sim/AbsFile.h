@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sim/Message.h"
+#include "sim/MessageLog.h"
 
 // The .ABS file: a compiled design as the simulator takes it. Text, lines end CR LF (LF is read as well), one
 // record a line, words parted by blanks, keywords in upper case:

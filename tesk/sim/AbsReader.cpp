@@ -85,7 +85,7 @@ class Reader {
         return full_;
     }
 
-    void Fault(std::string_view code, std::string_view detail = {}) {
+    void Fault(MessageCode code, std::string_view detail = {}) {
         result_.Messages.Add(code, lineNumber_, base::DisplayUtf8(detail));
     }
 

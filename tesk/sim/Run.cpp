@@ -155,8 +155,8 @@ class Runner {
     void Apply(const Step& step, std::uint64_t offset) {
         const auto trouble = machine_.Apply(drives_);
         if (!trouble.NoFixedPoint.empty())
-            result_.Messages.Add(trouble.ClockFault ? "0303vs" : "0302vs", step.Line,
-                                 Names(trouble.NoFixedPoint));
+            result_.Messages.Add(trouble.ClockFault ? MessageCode("0303vs") : MessageCode("0302vs"),
+                                 step.Line, Names(trouble.NoFixedPoint));
         if (!trouble.Contention.empty()) result_.Messages.Add("0304vs", step.Line, Names(trouble.Contention));
         if (observers_.Waves) observers_.Waves(time_ + offset, machine_);
     }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "sim/AbsFile.h"
-#include "sim/Message.h"
+#include "sim/MessageLog.h"
 #include "sim/TextLines.h"
 
 // The .SI file: header statements (`Name Counter;` …), then in this order

@@ -41,7 +41,7 @@ class Reader {
     }
 
   private:
-    void Add(std::string_view code, int line, std::string_view detail) {
+    void Add(MessageCode code, int line, std::string_view detail) {
         log_.Add(code, line, base::DisplayUtf8(detail.substr(0, 120)));
     }
 

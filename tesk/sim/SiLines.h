@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "sim/Message.h"
+#include "sim/MessageLog.h"
 #include "sim/TextLines.h"
 
 namespace sim {

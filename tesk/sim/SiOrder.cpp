@@ -77,7 +77,7 @@ class Reader {
     }
 
   private:
-    void Fault(std::string_view code, std::string_view detail) {
+    void Fault(MessageCode code, std::string_view detail) {
         log_.Add(code, line_, base::DisplayUtf8(detail.substr(0, 120)));
     }
 

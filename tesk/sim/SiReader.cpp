@@ -25,7 +25,7 @@ SiReader::SiReader(Source& source, const AbsDesign& design, MessageLog& log)
       open_(ReadHead(lines_, design, log, head_, rest_)),
       vectorReader_(design, head_) {}
 
-void SiReader::Add(std::string_view code, int line, std::string_view detail) {
+void SiReader::Add(MessageCode code, int line, std::string_view detail) {
     log_.Add(code, line, base::DisplayUtf8(detail.substr(0, 120)));
 }
 

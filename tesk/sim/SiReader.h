@@ -21,7 +21,7 @@ class SiReader {
     std::size_t Vectors() const { return vectors_; }  // given so far, repeats counted
 
   private:
-    void Add(std::string_view code, int line, std::string_view detail);
+    void Add(MessageCode code, int line, std::string_view detail);
     bool NextRow(std::string_view& row);
     bool TakeCommand(std::string_view row, Step& step);
     bool TakeRepeat(std::string_view text);

@@ -101,7 +101,7 @@ struct VectorReader::Work {
     std::size_t At = 0;
     bool Good = true;
 
-    void Fault(std::string_view code, std::string_view detail) {
+    void Fault(MessageCode code, std::string_view detail) {
         Log.Add(code, Line, base::DisplayUtf8(detail.substr(0, 80)));
         Good = false;
     }

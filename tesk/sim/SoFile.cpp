@@ -48,7 +48,7 @@ void SoWriter::AddHeader() {
 void SoWriter::AddListing(Source& source, const std::vector<Message>& messages, Sink& so) {
     std::multimap<int, const Message*> under;
     for (const auto& message : messages)
-        if (message.Line > 0 && !IsOfDesign(message)) under.emplace(message.Line, &message);
+        if (message.At.Line > 0 && !IsOfDesign(message)) under.emplace(message.At.Line, &message);
     int number = 0;
     TextLines lines(source);
     for (std::string_view line; lines.Next(line);) {
@@ -66,8 +66,8 @@ void SoWriter::AddListing(Source& source, const std::vector<Message>& messages, 
 void SoWriter::AddMessages(const std::vector<Message>& messages, bool all) {
     bool any = false;
     for (const auto& message : messages) {
-        if (message.Code == "0301vs") continue;  // stands under its vector
-        if (!all && message.Line != 0 && !IsOfDesign(message)) continue;
+        if (message.Number == "0301vs") continue;  // stands under its vector
+        if (!all && message.At.Line != 0 && !IsOfDesign(message)) continue;
         Line(ListLine(message, FileExtension(message)));
         any = true;
     }

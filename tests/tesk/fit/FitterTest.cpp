@@ -143,13 +143,13 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
     for (const auto& c : cases) {
         const auto fit = fit::FitDesign(DeviceOf(c.device), MakeDesign(c.design), {});
         ASSERT_FALSE(fit.Ok()) << c.design;
-        EXPECT_EQ(fit.Messages[0].Code, c.code) << c.design << fit.Messages[0].Text;
+        EXPECT_EQ(fit.Messages[0].Number, c.code) << c.design << fit.Messages[0].Text;
         EXPECT_NE(fit.Messages[0].Text.find(c.text), std::string::npos) << fit.Messages[0].Text;
         EXPECT_TRUE(fit.Fuses.empty());
     }
     auto design = MakeDesign("2 A\n12 Y\nY = A\n");
     design.Fuses = {{2194, true}};
-    EXPECT_EQ(fit::FitDesign(DeviceOf("G16V8"), design, {}).Messages.at(0).Code, "7210tc");
+    EXPECT_EQ(fit::FitDesign(DeviceOf("G16V8"), design, {}).Messages.at(0).Number, "7210tc");
     design.Fuses = {{2060, true}};
     EXPECT_TRUE(fit::FitDesign(DeviceOf("G16V8"), design, {}).Fuses[2060]);
 }
@@ -218,7 +218,7 @@ TEST(Fitter, ResetsActOnTheName) {
     const auto shared = fit::FitDesign(DeviceOf("G22V10"), MakeDesign(head + "Q.AR = RST\n"), {});
     EXPECT_TRUE(shared.Ok());
     ASSERT_EQ(shared.Messages.size(), 1u);
-    EXPECT_EQ(shared.Messages[0].Code, "7211tc");
+    EXPECT_EQ(shared.Messages[0].Number, "7211tc");
     const auto resets = [](const fit::Function& f) { return f.Signal == 4 && f.To == fit::Input::Ar; };
     EXPECT_TRUE(std::any_of(shared.Implied.begin(), shared.Implied.end(), resets));
 }
@@ -262,7 +262,7 @@ TEST(Fitter, SumsTooLargeToComplementAreAnError) {
                    std::to_string(i + other);
     }
     const auto fit = fit::FitDesign(DeviceOf("P16L8"), MakeDesign(lines + "Y = " + sum + "\n"), {});
-    EXPECT_EQ(fit.Messages.at(0).Code, "7212tc") << fit.Messages[0].Text;
+    EXPECT_EQ(fit.Messages.at(0).Number, "7212tc") << fit.Messages[0].Text;
 }
 
 TEST(Fitter, VirtualHasNoLimits) {

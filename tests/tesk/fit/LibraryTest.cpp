@@ -11,7 +11,7 @@ using test::FullSetText;
 
 TEST(Library, HoldsTheFirstSetOfDevices) {
     const auto library = fit::ReadLibrary(FullSetText());
-    ASSERT_TRUE(library.Ok()) << library.Messages[0].Line << " " << library.Messages[0].Text;
+    ASSERT_TRUE(library.Ok()) << library.Messages[0].At.Line << " " << library.Messages[0].Text;
     const struct {
         const char* mnemonic;
         int pins;
@@ -60,8 +60,8 @@ TEST(Library, FaultsAreToldWithTheirLine) {
     for (const auto& c : cases) {
         const auto library = fit::ReadLibrary(c.text);
         ASSERT_EQ(library.Messages.size(), 1u) << c.text;
-        EXPECT_EQ(library.Messages[0].Code, c.code) << c.text;
-        EXPECT_EQ(library.Messages[0].Line, c.line) << c.text;
+        EXPECT_EQ(library.Messages[0].Number, c.code) << c.text;
+        EXPECT_EQ(library.Messages[0].At.Line, c.line) << c.text;
     }
 }
 

@@ -67,8 +67,8 @@ TEST(AbsFile, FaultsAreToldWithCodeAndLine) {
     for (const auto& c : cases) {
         const auto result = sim::ReadAbs(c.text);
         ASSERT_EQ(result.Messages.Items().size(), 1u) << c.text;
-        EXPECT_EQ(result.Messages.Items()[0].Code, c.code) << c.text;
-        EXPECT_EQ(result.Messages.Items()[0].Line, c.line) << c.text;
+        EXPECT_EQ(result.Messages.Items()[0].Number, c.code) << c.text;
+        EXPECT_EQ(result.Messages.Items()[0].At.Line, c.line) << c.text;
     }
 }
 
@@ -94,13 +94,13 @@ TEST(AbsFile, LimitsAreErrorsAndMessagesAreBounded) {
     for (int i = 0; i < 5000; ++i) nets += "NET N" + std::to_string(i) + " 0 INPUT HIGH NONE 0\n";
     const auto many = sim::ReadAbs(nets + "END\n");
     ASSERT_EQ(many.Messages.Items().size(), 1u);
-    EXPECT_EQ(many.Messages.Items()[0].Code, "0106va");
+    EXPECT_EQ(many.Messages.Items()[0].Number, "0106va");
 
     std::string bad = "TESK-ABS 1\n";
     for (int i = 0; i < 5000; ++i) bad += "BAD\n";
     const auto faults = sim::ReadAbs(bad + "END\n");
     EXPECT_EQ(faults.Messages.Items().size(), sim::MessageLog::MaxMessages + 1);
-    EXPECT_EQ(faults.Messages.Items().back().Code, "0001vs");
+    EXPECT_EQ(faults.Messages.Items().back().Number, "0001vs");
     EXPECT_EQ(faults.Messages.Errors(), 5000u);
 }
 

@@ -173,7 +173,7 @@ TEST(Machine, LoopsSettleOrAreNamed) {
     for (const auto& c : cases) {
         const auto result = Simulate(Texts(c.design, "C,A,B,P,Q", "000**\n010**\n100**\n"), {});
         ASSERT_GE(result.Errors, 1u) << result.So;
-        EXPECT_EQ(result.Messages[0].Code, c.code);
+        EXPECT_EQ(result.Messages[0].Number, c.code);
         EXPECT_NE(result.Messages[0].Text.find(c.names), std::string::npos) << result.Messages[0].Text;
         EXPECT_EQ(FoundBy(result)[1][3], 'X') << result.So;
         EXPECT_NE(FoundBy(result)[2][3], 'X') << "comes to rest again\n" << result.So;

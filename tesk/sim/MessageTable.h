@@ -1,0 +1,107 @@
+#pragma once
+
+#include "model/Message.h"
+
+namespace sim {
+
+using model::Message;
+using model::MessageEntry;
+using model::Severity;
+
+// Families: 00 any stage, 01 the .ABS file, 02 the .SI file, 03 the simulation, 04 the vectors for the fuse
+// file.
+inline constexpr MessageEntry kMessages[] = {
+    {"0001vs", Severity::Information, "Further messages are left out", "The list of messages is full.",
+     "Correct the messages above first; the counts go on to the end."},
+    {"0100va", Severity::Error, "Error in the absolute file", "The .ABS file can't be used.",
+     "Compile the design again with the option Absolute."},
+    {"0101va", Severity::Error, "Not an absolute file of this version",
+     "The first line names another format.", "Compile the design again with the option Absolute."},
+    {"0102va", Severity::Error, "Unknown or malformed record in the absolute file",
+     "The .ABS file was changed or cut.", "Compile the design again with the option Absolute."},
+    {"0103va", Severity::Error, "Name not known or not valid in the absolute file",
+     "The .ABS file was changed or cut.", "Compile the design again with the option Absolute."},
+    {"0104va", Severity::Error, "Name given twice in the absolute file", "The .ABS file was changed or cut.",
+     "Compile the design again with the option Absolute."},
+    {"0105va", Severity::Error, "Function that its net can't have in the absolute file",
+     "Kind or register of the net do not take this function.",
+     "Compile the design again with the option Absolute."},
+    {"0106va", Severity::Error, "Absolute file beyond the limits of the simulator",
+     "The design is too large to simulate.",
+     "At most 4096 nets, 1024 fields, 16384 functions, 100000 terms and 1000000 literals."},
+    {"0107va", Severity::Error, "Absolute file without its end", "The file was cut.",
+     "Compile the design again with the option Absolute."},
+    {"0200va", Severity::Error, "Error in the vector file", "The .SI file can't be used.",
+     "Correct the line and simulate again."},
+    {"0201va", Severity::Error, "Comment without an end", "A comment is still open at the end of the file.",
+     "Close the comment with */ behind it."},
+    {"0202va", Severity::Error, "Missing in the vector file", "A part that the simulator needs is not there.",
+     "A vector file has an ORDER: statement, ended by a semicolon, and a line VECTORS: behind it."},
+    {"0203va", Severity::Error, "Unknown statement in the vector file",
+     "Neither a header keyword nor ORDER: or BASE:, or one that stands there already.",
+     "BASE: takes octal, decimal or hex; ORDER: and BASE: stand once, before VECTORS:."},
+    {"0204va", Severity::Warning, "Header differs from the design",
+     "Vectors and design may belong to different versions.",
+     "Copy the header of the design file into the vector file."},
+    {"0205va", Severity::Warning, "Input is not in ORDER, it stays unknown",
+     "Outputs that depend on it will be unknown.", "Add the input to the ORDER: statement."},
+    {"0206va", Severity::Error, "Entry of ORDER is not valid",
+     "An entry is a name, a field, a list or %n; commas stand between them, and each name stands once.",
+     "%n takes 0 to 80 blanks; a list is [A, B] or [A3..0]."},
+    {"0207va", Severity::Error, "Name is not known to the design",
+     "The absolute file has no signal of this name.",
+     "Names are case-sensitive. Compile the design again if it was changed."},
+    {"0208va", Severity::Error, "Not a test value", "The character stands for no test value.",
+     "Test values are 0 1 C K L H Z X N P * and quoted values."},
+    {"0209va", Severity::Error, "Command is not valid",
+     "The line begins with $ and is no command, or its value is out of range.",
+     "$MSG \"text\", $REPEAT 1 to 1000000 before a vector, $TRACE 0 to 4, $SIMON, $SIMOFF."},
+    {"0210va", Severity::Error, "Vector file beyond the limits of the simulator",
+     "There is too much to simulate.",
+     "At most 10000000 vectors with repeats, 1000000000 test values, 1 gigabyte of text, 1 megabyte a "
+     "line."},
+    {"0211va", Severity::Error, "Vector does not fit ORDER",
+     "A vector has one test value for each name of ORDER.",
+     "Count the values; a field or list stands for its members, %n for none."},
+    {"0212va", Severity::Error, "Quoted value is not valid",
+     "It stands for one field, list or name of ORDER in the number base.",
+     "The digits must be digits of the base, the value must fit the members."},
+    {"0213va", Severity::Warning, "Test value does not fit the signal, X is taken",
+     "0 1 C K drive inputs, L H are expected at outputs.", "Change the test value or the kind of the pin."},
+    {"0300vs", Severity::Error, "Error in the simulation", "The vectors could not be simulated.",
+     "See the message for the reason."},
+    {"0301vs", Severity::Error, "Test value differs from the simulation",
+     "The design does not do what the vector expects.", "The .SO file shows the vector and what was found."},
+    {"0302vs", Severity::Error, "Logic does not settle",
+     "The signals go on changing: the logic feeds back on itself.",
+     "As many rounds as there are signals and 100 more were tried; the signals are unknown from here "
+     "on."},
+    {"0303vs", Severity::Error, "Registers clock one another without end", "Each edge makes the next.",
+     "As many edges as there are registers and 100 more were tried; the registers are unknown from here "
+     "on."},
+    {"0304vs", Severity::Warning, "Pin is driven while its output is enabled",
+     "Test value and output differ.",
+     "Use the value only while the output enable is off; the pin is unknown."},
+    {"0305vs", Severity::Information, "Registers without a clock are clocked by every C and K",
+     "No clock is known for some registers.",
+     "Give the registers a .CK equation, or choose a device with a clock pin."},
+    {"0306vs", Severity::Error, "Simulation beyond its limit", "The design or the vectors are too large.",
+     "The remaining vectors are left out."},
+    {"0307vs", Severity::Warning, "No vectors to simulate", "Nothing stands behind VECTORS:.",
+     "Add test vectors to the vector file."},
+    {"0308vs", Severity::Warning, "Further trace or waves are left out",
+     "The simulation writes at most 8 megabytes of trace and 1 gigabyte of waves.",
+     "Use $TRACE for the vectors of interest only."},
+    {"0400vs", Severity::Error, "Vectors can't be appended to the fuse file",
+     "The .JED file is missing or is none.", "Compile the design with the option JEDEC first."},
+    {"0401vs", Severity::Error, "Fuse file without its frame", "The .JED file has no start or end of text.",
+     "Compile the design with the option JEDEC again."},
+    {"0402vs", Severity::Warning, "Design without pins, no vectors are appended",
+     "Vectors of a fuse file are told by pins.", "Compile the design for a device."},
+    {"0403vs", Severity::Warning, "Fuse file takes the first vectors only",
+     "Programmers take no more vectors.",
+     "Test the device with the first ones, or write vectors of their own for it."},
+};
+using MessageCode = model::MessageCode<kMessages>;
+
+}  // namespace sim
