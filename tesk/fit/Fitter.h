@@ -8,19 +8,16 @@
 #include <vector>
 
 #include "fit/Device.h"
+#include "model/Register.h"
 
 // Fits a design into a device: pins and macrocells for names, polarities, and the fuse map.
 //
 // Everything is told in asserted states: a name declared with "!" is 1 while its pin is low.
 namespace fit {
 
-// None: combinational (or an input).
-enum class RegisterKind { None, D, T, Jk, Rs, Latch };
-
-// The function of a signal that a sum gives; Out: the combinational output.
-enum class Input { Out, D, T, J, K, S, R, L, Ck, Ce, Le, Ar, Ap, Sr, Sp, Oe };
-constexpr std::size_t InputCount = 16;
-std::string_view InputName(Input input);  // "OUT" "D" … "OE"
+using model::Input;
+using model::InputCount;
+using model::RegisterKind;
 
 struct Literal {
     std::size_t Signal = 0;  // index into Design::Signals

@@ -6,12 +6,6 @@
 
 namespace fit {
 
-std::string_view InputName(Input input) {
-    static constexpr std::array<std::string_view, InputCount> names{
-        "OUT", "D", "T", "J", "K", "S", "R", "L", "CK", "CE", "LE", "AR", "AP", "SR", "SP", "OE"};
-    return names[static_cast<std::size_t>(input)];
-}
-
 Needs::Needs(const Design& design)
     : design_(design),
       functions_(design.Signals.size()),
@@ -62,7 +56,8 @@ bool Needs::AnyRegister() const {
 }
 
 std::string Needs::Name(std::size_t signal, Input input) const {
-    return input == Input::Out ? At(signal).Name : At(signal).Name + "." + std::string(InputName(input));
+    return input == Input::Out ? At(signal).Name
+                               : At(signal).Name + "." + std::string(model::InputWords.Of(input));
 }
 
 std::optional<Literal> Needs::SingleLiteral(std::size_t signal, Input input) const {

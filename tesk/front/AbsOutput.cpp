@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <set>
 
 #include "front/Outputs.h"
@@ -7,40 +6,6 @@
 namespace front {
 
 namespace {
-
-struct InputOf {
-    Extension From;
-    sim::Input To;
-};
-static_assert(static_cast<int>(sim::Input::Oe) == static_cast<int>(fit::Input::Oe));  // numbered alike
-
-constexpr std::array kInputs{
-    InputOf{Extension::None, sim::Input::Out}, InputOf{Extension::D, sim::Input::D},
-    InputOf{Extension::T, sim::Input::T},      InputOf{Extension::J, sim::Input::J},
-    InputOf{Extension::K, sim::Input::K},      InputOf{Extension::S, sim::Input::S},
-    InputOf{Extension::R, sim::Input::R},      InputOf{Extension::L, sim::Input::L},
-    InputOf{Extension::CK, sim::Input::Ck},    InputOf{Extension::CE, sim::Input::Ce},
-    InputOf{Extension::LE, sim::Input::Le},    InputOf{Extension::AR, sim::Input::Ar},
-    InputOf{Extension::AP, sim::Input::Ap},    InputOf{Extension::SR, sim::Input::Sr},
-    InputOf{Extension::SP, sim::Input::Sp},    InputOf{Extension::OE, sim::Input::Oe},
-};
-
-sim::RegisterKind RegisterOf(Extension kind) {
-    switch (kind) {
-        case Extension::D:
-            return sim::RegisterKind::D;
-        case Extension::T:
-            return sim::RegisterKind::T;
-        case Extension::J:
-            return sim::RegisterKind::Jk;
-        case Extension::R:
-            return sim::RegisterKind::Rs;
-        case Extension::L:
-            return sim::RegisterKind::Latch;
-        default:
-            return sim::RegisterKind::None;
-    }
-}
 
 sim::NetKind KindOf(const Variable& variable, bool hasEnable) {
     if (variable.Kind != VariableKind::Pin) return sim::NetKind::Node;
@@ -52,8 +17,7 @@ sim::Function FunctionOf(const Design& design, const Equation& equation,
                          const std::vector<std::size_t>& nets) {
     sim::Function function;
     function.Net = nets[static_cast<std::size_t>(equation.Variable)];
-    for (const InputOf& entry : kInputs)
-        if (entry.From == equation.To) function.To = entry.To;
+    function.To = InputOf(equation.To);
     function.Negative = equation.Inverted;
     const logic::Cover& cover = equation.Chosen();
     for (std::size_t i = 0; i < cover.Size(); ++i) {
@@ -75,7 +39,7 @@ void AddImplied(const Fitted& fitted, sim::AbsDesign& result) {
     for (const fit::Function& implied : fitted.Result.Implied) {
         sim::Function function;
         function.Net = implied.Signal;
-        function.To = static_cast<sim::Input>(implied.To);
+        function.To = implied.To;
         if (!implied.True) continue;
         for (const fit::Term& term : *implied.True) {
             sim::Term& product = function.Terms.emplace_back();
@@ -103,7 +67,7 @@ std::vector<std::size_t> AddNets(const Design& design, sim::AbsDesign& result) {
         const bool pin = variable.Kind == VariableKind::Pin;
         result.Nets.push_back({variable.Name, pin ? variable.Number : 0,
                                KindOf(variable, enabled.contains(static_cast<int>(i))), variable.ActiveLow,
-                               RegisterOf(variable.Register), variable.PowerUp});
+                               RegisterKindOf(variable.Register), variable.PowerUp});
     }
     return nets;
 }

@@ -1,24 +1,65 @@
 #include "front/Extension.h"
 
-#include <array>
+#include <stdexcept>
+#include <string>
 
 #include "base/Text.h"
 
 namespace front {
 
 namespace {
-constexpr std::array<std::string_view, 18> kNames{"",   "D",  "T",  "J",  "K",  "S",  "R",  "L",  "CK",
-                                                  "CE", "LE", "AR", "AP", "SR", "SP", "OE", "IO", "DQ"};
-}
 
-std::string_view ExtensionName(Extension extension) { return kNames[static_cast<std::size_t>(extension)]; }
+constexpr model::Words<Extension, 18> kWords{{{Extension::None, ""},
+                                              {Extension::D, "D"},
+                                              {Extension::T, "T"},
+                                              {Extension::J, "J"},
+                                              {Extension::K, "K"},
+                                              {Extension::S, "S"},
+                                              {Extension::R, "R"},
+                                              {Extension::L, "L"},
+                                              {Extension::CK, "CK"},
+                                              {Extension::CE, "CE"},
+                                              {Extension::LE, "LE"},
+                                              {Extension::AR, "AR"},
+                                              {Extension::AP, "AP"},
+                                              {Extension::SR, "SR"},
+                                              {Extension::SP, "SP"},
+                                              {Extension::OE, "OE"},
+                                              {Extension::IO, "IO"},
+                                              {Extension::DQ, "DQ"}}};
+
+}  // namespace
+
+std::string_view ExtensionName(Extension extension) { return kWords.Of(extension); }
 
 std::optional<Extension> ExtensionOf(std::string_view name) {
-    for (std::size_t i = 1; i < kNames.size(); ++i)
-        if (base::EqualNoCase(name, kNames[i])) return static_cast<Extension>(i);
-    return std::nullopt;
+    return name.empty() ? std::nullopt : kWords.Find(base::Upper(name));
 }
 
 bool IsRegisterInput(Extension extension) { return extension >= Extension::D && extension <= Extension::L; }
+
+model::Input InputOf(Extension extension) {
+    if (extension == Extension::None) return model::Input::Out;
+    const auto input = model::InputWords.Find(ExtensionName(extension));
+    if (!input) throw std::logic_error("extension " + std::string(ExtensionName(extension)) + " on the left");
+    return *input;
+}
+
+model::RegisterKind RegisterKindOf(Extension kind) {
+    switch (kind) {
+        case Extension::D:
+            return model::RegisterKind::D;
+        case Extension::T:
+            return model::RegisterKind::T;
+        case Extension::J:
+            return model::RegisterKind::Jk;
+        case Extension::R:
+            return model::RegisterKind::Rs;
+        case Extension::L:
+            return model::RegisterKind::Latch;
+        default:
+            return model::RegisterKind::None;
+    }
+}
 
 }  // namespace front

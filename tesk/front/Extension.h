@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "model/Register.h"
+
 namespace front {
 
 // What stands behind the "." of a name. `None` is the bare name; `IO` and `DQ` stand on the right side only.
@@ -14,5 +16,10 @@ std::optional<Extension> ExtensionOf(std::string_view name);  // any case
 
 // D T J K S R L: a data input of a register or latch.
 bool IsRegisterInput(Extension extension);
+
+// What an equation of this extension gives. Not for `IO` and `DQ`.
+model::Input InputOf(Extension extension);
+// As in Variable::Register: D, T, J (JK), R (RS) or L; none for all else.
+model::RegisterKind RegisterKindOf(Extension kind);
 
 }  // namespace front

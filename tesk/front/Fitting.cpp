@@ -1,41 +1,10 @@
 #include "front/Fitting.h"
 
-#include <algorithm>
-#include <array>
-
 #include "front/Remedies.h"
 
 namespace front {
 
 namespace {
-
-// The extensions in the fitter's order of inputs.
-constexpr std::array kInputs{Extension::None, Extension::D,  Extension::T,  Extension::J,
-                             Extension::K,    Extension::S,  Extension::R,  Extension::L,
-                             Extension::CK,   Extension::CE, Extension::LE, Extension::AR,
-                             Extension::AP,   Extension::SR, Extension::SP, Extension::OE};
-static_assert(kInputs.size() == fit::InputCount);
-
-fit::Input InputOf(Extension extension) {
-    return static_cast<fit::Input>(std::find(kInputs.begin(), kInputs.end(), extension) - kInputs.begin());
-}
-
-fit::RegisterKind KindOf(Extension kind) {
-    switch (kind) {
-        case Extension::D:
-            return fit::RegisterKind::D;
-        case Extension::T:
-            return fit::RegisterKind::T;
-        case Extension::J:
-            return fit::RegisterKind::Jk;
-        case Extension::R:
-            return fit::RegisterKind::Rs;
-        case Extension::L:
-            return fit::RegisterKind::Latch;
-        default:
-            return fit::RegisterKind::None;
-    }
-}
 
 fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cover& cover,
                const std::vector<std::size_t>& signals) {
@@ -108,7 +77,7 @@ fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
         signals.push_back(result.Signals.size());
         if (variable.Kind == VariableKind::Intermediate) continue;
         result.Signals.push_back({variable.Name, variable.Number, variable.ActiveLow,
-                                  variable.Kind != VariableKind::Pin, KindOf(variable.Register)});
+                                  variable.Kind != VariableKind::Pin, RegisterKindOf(variable.Register)});
     }
     for (const Equation& equation : design.Equations) {
         fit::Function function;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/Register.h"
 #include "sim/MessageLog.h"
 
 // The .ABS file: a compiled design as the simulator takes it. Text, lines end CR LF (LF is read as well), one
@@ -30,9 +31,10 @@
 // its pin is low. Only the pin itself carries the complement.
 namespace sim {
 
+using model::Input;
+using model::RegisterKind;
+
 enum class NetKind { Input, Output, Bidirectional, Node };
-enum class RegisterKind { None, D, T, Jk, Rs, Latch };
-enum class Input { Out, D, T, J, K, S, R, L, Ck, Ce, Le, Ar, Ap, Sr, Sp, Oe };
 
 // Which value of the net a literal stands for.
 enum class Feedback {

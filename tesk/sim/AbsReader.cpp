@@ -113,8 +113,8 @@ class Reader {
     void TakeNet(const Words& words) {
         if (words.size() != 7) return Fault("0102va", "NET");
         if (!HasRoom(result_.Design.Nets.size(), AbsLimits::Nets, "nets")) return;
-        const auto kind = NetKindOf(words[3]);
-        const auto registerKind = RegisterKindOf(words[5]);
+        const auto kind = NetWords.Find(words[3]);
+        const auto registerKind = model::RegisterWords.Find(words[5]);
         const int pin = PinNumber(words[2]);
         const bool level = words[4] == "HIGH" || words[4] == "LOW";
         const bool powerUp = words[6] == "0" || words[6] == "1" || words[6] == "X";
@@ -142,7 +142,7 @@ class Reader {
     }
 
     void TakeFunction(const Words& words) {
-        const auto input = words.size() == 4 ? InputOf(words[2]) : std::nullopt;
+        const auto input = words.size() == 4 ? model::InputWords.Find(words[2]) : std::nullopt;
         if (!input || (words[3] != "POSITIVE" && words[3] != "NEGATIVE")) return Fault("0102va", "FUNCTION");
         if (!HasRoom(result_.Design.Functions.size(), AbsLimits::Functions, "functions")) return;
         const auto net = nets_.find(words[1]);
@@ -184,7 +184,7 @@ class Reader {
             const auto& function = result_.Design.Functions[i];
             const auto& net = result_.Design.Nets[function.Net];
             lineNumber_ = functionLines_[i];
-            const auto name = net.Name + "." + std::string(Word(function.To));
+            const auto name = net.Name + "." + std::string(model::InputWords.Of(function.To));
             if (!seen.insert({function.Net, function.To}).second) Fault("0104va", name);
             if (!CanHave(net, function.To)) Fault("0105va", name);
         }

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <optional>
 #include <string_view>
 
 #include "sim/AbsFile.h"
 
-// The words of the .ABS file, one table for each kind, driven by reader and writer.
+// What reader and writer of the .ABS file share beside the words of the model.
 namespace sim {
 
-std::string_view Word(NetKind kind);
-std::string_view Word(RegisterKind kind);
-std::string_view Word(Input input);
-
-std::optional<NetKind> NetKindOf(std::string_view word);
-std::optional<RegisterKind> RegisterKindOf(std::string_view word);
-std::optional<Input> InputOf(std::string_view word);
+inline constexpr model::Words<NetKind, 4> NetWords{{{NetKind::Input, "INPUT"},
+                                                    {NetKind::Output, "OUTPUT"},
+                                                    {NetKind::Bidirectional, "BIDIRECTIONAL"},
+                                                    {NetKind::Node, "NODE"}}};
 
 bool IsNetName(std::string_view text);
 

@@ -34,8 +34,9 @@ void AddHeader(std::string& text, const AbsDesign& design) {
 }
 
 void AddNet(std::string& text, const Net& net) {
-    Add(text, {"NET", net.Name, std::to_string(net.Pin), Word(net.Kind), net.ActiveLow ? "LOW" : "HIGH",
-               Word(net.Register), std::string_view(&net.PowerUp, 1)});
+    Add(text,
+        {"NET", net.Name, std::to_string(net.Pin), NetWords.Of(net.Kind), net.ActiveLow ? "LOW" : "HIGH",
+         model::RegisterWords.Of(net.Register), std::string_view(&net.PowerUp, 1)});
     text += lineEnd;
 }
 
@@ -57,7 +58,7 @@ void AddTerm(std::string& text, const AbsDesign& design, const Term& term) {
 }
 
 void AddFunction(std::string& text, const AbsDesign& design, const Function& function) {
-    Add(text, {"FUNCTION", design.Nets.at(function.Net).Name, Word(function.To),
+    Add(text, {"FUNCTION", design.Nets.at(function.Net).Name, model::InputWords.Of(function.To),
                function.Negative ? "NEGATIVE" : "POSITIVE"});
     text += lineEnd;
     for (const auto& term : function.Terms) AddTerm(text, design, term);

@@ -47,7 +47,7 @@ class Gates {
     Value Sum(const Gate& gate, const Snapshot& from) const;
 
     std::size_t nets_;
-    std::vector<std::array<int, 16>> of_;  // a net's gates by input; -1: none
+    std::vector<std::array<int, model::InputCount>> of_;  // a net's gates by input; -1: none
     std::vector<Gate> gates_;
     std::vector<std::uint32_t> terms_;     // the first literal of each term, and the end of the last one
     std::vector<std::uint32_t> literals_;  // twice the place in a snapshot, plus 1 for its complement

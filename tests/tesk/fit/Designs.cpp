@@ -54,10 +54,7 @@ fit::Design MakeDesign(const std::string& lines) {
         fit::Function function;
         function.Signal = index.at(first.substr(0, first.find('.')));
         const auto extension = first.find('.') == first.npos ? "OUT" : first.substr(first.find('.') + 1);
-        for (std::size_t i = 0; i < fit::InputCount; ++i) {
-            if (fit::InputName(static_cast<fit::Input>(i)) == extension)
-                function.To = static_cast<fit::Input>(i);
-        }
+        function.To = model::InputWords.Find(extension).value();
         fit::Sum sum(1);
         bool zero = false;
         while (words >> third) {
