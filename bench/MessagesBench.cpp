@@ -8,7 +8,6 @@
 #include "platform/qt/ToolHost.h"
 #include "support/Doubles.h"
 #include "support/Rooms.h"
-#include "toolchain/RunRecord.h"
 #include "toolchain/frmMessage.h"
 #include "toolchain/frmStatus.h"
 
@@ -28,13 +27,12 @@ void Flood(benchmark::State& state, const char* order) {
     toolchain::frmStatus status(libraries, parts.Boxes);
     messages.show();
     status.show();
-    toolchain::RunRecord record;
+    base::RunRecord record = base::EmptyRecord();
     record.hWndStatus = status.Handle();
     record.hWndMessages = messages.Handle();
-    record.szOptions = order;
-    auto bytes = record.ToBytes();
+    base::SetText(record.szOptions, order);
     const auto module = libraries.Load(files.FromHostPath(BADLIB));
-    for ([[maybe_unused]] auto _ : state) libraries.Call(module, "TeskkVB", bytes);
+    for ([[maybe_unused]] auto _ : state) libraries.Call(module, "TeskkVB", record.Bytes());
     state.SetItemsProcessed(state.iterations() * 100'000);
 }
 

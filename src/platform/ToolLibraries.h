@@ -5,6 +5,8 @@
 #include <span>
 #include <string>
 
+#include "base/ToolInterface.h"
+
 namespace platform {
 
 using WindowHandle = std::uint32_t;  // never 0 when handed out
@@ -21,16 +23,7 @@ struct ToolMessage {
 using MessageHandler = std::function<void(const ToolMessage&)>;
 
 // Numbers that closed libraries send.
-enum ToolMessageNumber : std::uint32_t {
-    msgStatus = 101,        // First: phase
-    msgDropped1 = 102,      // First: text without effect
-    msgInfo = 103,          // First: detail
-    msgError = 104,         // one more error
-    msgWarning = 105,       // one more warning
-    msgDropped2 = 106,      // First: text without effect
-    msgAddString = 384,     // LB_ADDSTRING for a list (Second: the line); a box for frmStatus (both)
-    msgResetContent = 388,  // LB_RESETCONTENT: the list becomes empty
-};
+using enum base::ToolMessageNumber;
 
 // Errors of Call.
 enum ToolErrorNumber : int {

@@ -110,14 +110,14 @@ void Compiler::RunLibrary(Run& run) {
     if (run.Stage == 1) run.Options = CompileOptionsForDesign();
     windows_.CreateStatus();
     base::ScopeExit unloadStatus([this] { windows_.UnloadStatus(); });
-    auto record = FillRecord(run);
+    base::RunRecord record = FillRecord(run);
     if (run.Stage == 4 && app_.State.sProject.empty()) {
         unloadStatus.Cancel();
         windows_.SetInfo("No Design File Specified");
         windows_.EnableOk(true);
         return;
     }
-    if (!RunLoaded(run, record)) return;
+    if (!RunLoaded(run, record.Bytes())) return;
     unloadStatus.Cancel();  // OK has done it
     HandOff(run);
 }
@@ -148,18 +148,18 @@ std::string Compiler::CompileOptionsForDesign() const {
     return options;
 }
 
-RunRecord::Bytes Compiler::FillRecord(const Run& run) {
-    RunRecord record;
+base::RunRecord Compiler::FillRecord(const Run& run) {
+    base::RunRecord record = base::EmptyRecord();
     record.hWndStatus = windows_.StatusHandle();
     record.hWndMessages = windows_.MessagesHandle();
     record.hWndNotify = record.hWndStatus;
-    record.szProgramDir = app_.State.ProgramDir;
-    record.szOptions = run.Options;
-    record.szLibrary = app_.State.LibraryName;
-    record.szDevice = run.Device;
-    record.szDesign = app_.State.sProject;
-    record.szProgramPath = WithoutFinalBackslash(app_.State.ProgramDir);
-    return record.ToBytes();
+    base::SetText(record.szProgramDir, app_.State.ProgramDir);
+    base::SetText(record.szOptions, run.Options);
+    base::SetText(record.szLibrary, app_.State.LibraryName);
+    base::SetText(record.szDevice, run.Device);
+    base::SetText(record.szDesign, app_.State.sProject);
+    base::SetText(record.szProgramPath, WithoutFinalBackslash(app_.State.ProgramDir));
+    return record;
 }
 
 // The result and what the library wrote into the record are not looked at: a run tells its outcome by

@@ -5,11 +5,11 @@
 #include <span>
 #include <string>
 
+#include "base/ToolInterface.h"
 #include "platform/ToolLibraries.h"
 #include "session/App.h"
 #include "session/Document.h"
 #include "toolchain/RunOutputs.h"
-#include "toolchain/RunRecord.h"
 #include "toolchain/RunWindows.h"
 
 namespace toolchain {
@@ -60,7 +60,7 @@ class Compiler {
     bool RunLoaded(Run& run, std::span<std::uint8_t> record);  // false: a library is missing
     void CallKernel(std::int16_t stage, std::span<std::uint8_t> record);
     void HandOff(const Run& run);
-    RunRecord::Bytes FillRecord(const Run& run);
+    base::RunRecord FillRecord(const Run& run);
     std::string CompileOptionsForDesign() const;
     void OfferSave(session::Document& document);
     bool OfferSaveTrapped(session::Document& document);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "base/ToolInterface.h"
+
 namespace kernel {
 
 namespace {
@@ -13,14 +15,14 @@ void SendText(std::uint32_t handle, std::uint32_t message, std::string_view text
 
 }  // namespace
 
-void HostListener::Status(std::string_view text) { SendText(status_, statusText, text); }
-void HostListener::Info(std::string_view text) { SendText(status_, infoText, text); }
-void HostListener::Error() { SendMessageA(status_, oneError, 0, 0); }
-void HostListener::Warning() { SendMessageA(status_, oneWarning, 0, 0); }
+void HostListener::Status(std::string_view text) { SendText(status_, base::msgStatus, text); }
+void HostListener::Info(std::string_view text) { SendText(status_, base::msgInfo, text); }
+void HostListener::Error() { SendMessageA(status_, base::msgError, 0, 0); }
+void HostListener::Warning() { SendMessageA(status_, base::msgWarning, 0, 0); }
 
 void HostListener::Line(std::string_view text) {
     const std::string copy(text);
-    SendMessageA(messages_, addLine, 0, reinterpret_cast<std::intptr_t>(copy.c_str()));
+    SendMessageA(messages_, base::msgAddString, 0, reinterpret_cast<std::intptr_t>(copy.c_str()));
 }
 
 }  // namespace kernel

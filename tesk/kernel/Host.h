@@ -10,14 +10,6 @@ extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message
 
 namespace kernel {
 
-enum HostMessage : std::uint32_t {
-    statusText = 101,  // wparam: text
-    infoText = 103,    // wparam: text
-    oneError = 104,
-    oneWarning = 105,
-    addLine = 384,  // to the list: lparam: text
-};
-
 // Passes a run's reports on to the windows of its record.
 class HostListener : public front::Listener {
   public:

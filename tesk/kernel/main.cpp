@@ -7,16 +7,16 @@
 #include <string_view>
 
 #include "base/Text.h"
+#include "base/ToolInterface.h"
 #include "front/Messages.h"
 #include "kernel/EarlierOutputs.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
-#include "kernel/RunRecord.h"
 #include "kernel/StandardStreams.h"
 
 // teskc: the compiler without the desktop.
 
-extern "C" std::int32_t TeskkVB(kernel::RunRecord* record);
+extern "C" std::int32_t TeskkVB(base::RunRecord* record);
 
 // The entry below has no context.
 static std::string refusals;  // lines on outputs that could not be written
@@ -24,7 +24,7 @@ static bool fault = false;    // of our own
 
 extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::uintptr_t,
                                      std::intptr_t lparam) {
-    if (message != kernel::addLine) return 0;
+    if (message != base::msgAddString) return 0;
     const std::string line = reinterpret_cast<const char*>(lparam);
     std::printf("%s\n", line.c_str());
     if (front::IsOf(front::Code::CannotWrite, line)) refusals += line + "\n";
@@ -89,7 +89,7 @@ int Refuse(const char* why) {
 // The record holds 255 bytes of a path: a longer one is worked on from its own folder.
 bool Shorten(std::string& path) {
     const std::size_t cut = path.rfind('/');
-    if (path.size() < kernel::RunRecord::Text{}.size() || cut == std::string::npos) return true;
+    if (path.size() < base::RunRecord::TextSize || cut == std::string::npos) return true;
     if (chdir(path.substr(0, cut + 1).c_str()) != 0) return false;
     path.erase(0, cut + 1);
     return true;
@@ -109,14 +109,14 @@ int CompileFile(const Arguments& arguments) {
     std::string base = arguments.File;
     if (base.size() > 4 && base::EqualNoCase(base.substr(base.size() - 4), ".PLD"))
         base.resize(base.size() - 4);
-    kernel::RunRecord record{};
-    const std::size_t most = kernel::RunRecord::Text{}.size();
+    base::RunRecord record = base::EmptyRecord();
+    constexpr std::size_t most = base::RunRecord::TextSize;
     if (!Shorten(base) || base.size() >= most || letters.size() >= most || arguments.Device.size() >= most)
         return Refuse("an argument is too long");
-    kernel::SetText(record.szLibrary, Library());
-    kernel::SetText(record.szOptions, letters);
-    kernel::SetText(record.szDevice, arguments.Device);
-    kernel::SetText(record.szDesign, base);
+    base::SetText(record.szLibrary, Library());
+    base::SetText(record.szOptions, letters);
+    base::SetText(record.szDevice, arguments.Device);
+    base::SetText(record.szDesign, base);
     const kernel::EarlierOutputs earlier(base, front::Options::Parse(letters));
     const bool isClean = TeskkVB(&record) == 0;
     earlier.RemoveThoseLeft(refusals);

@@ -1,8 +1,8 @@
+#include "base/ToolInterface.h"
 #include "kernel/CompilerSteps.h"
 #include "kernel/Host.h"
 #include "kernel/LastCompile.h"
 #include "kernel/Paths.h"
-#include "kernel/RunRecord.h"
 #include "kernel/SimulatorSteps.h"
 #include "kernel/StageGuard.h"
 #include "kernel/Stages.h"
@@ -24,13 +24,13 @@ bool SimulateBehind(front::Run& run, front::Files& files, front::Listener& liste
 }
 
 // True if there were no errors.
-bool Compile(const kernel::RunRecord& record, front::Listener& listener) {
+bool Compile(const base::RunRecord& record, front::Listener& listener) {
     kernel::DiskFiles files;
     front::Run run(files, listener);
-    run.Base = kernel::TextOf(record.szDesign);
-    run.Device = kernel::TextOf(record.szDevice);
-    run.Library = kernel::TextOf(record.szLibrary);
-    const std::string letters = kernel::TextOf(record.szOptions);
+    run.Base = base::TextOf(record.szDesign);
+    run.Device = base::TextOf(record.szDevice);
+    run.Library = base::TextOf(record.szLibrary);
+    const std::string letters = base::TextOf(record.szOptions);
     run.Options = front::Options::Parse(letters);
     kernel::KeepLetters(files.Identity(run.Output(".PLD")), letters);
     const bool compiled = kernel::RunCompiler(run);
@@ -42,7 +42,7 @@ bool Compile(const kernel::RunRecord& record, front::Listener& listener) {
 }  // namespace
 
 // Compiles the design of the record. 0: no errors, 1: errors.
-extern "C" std::int32_t TeskkVB(kernel::RunRecord* record) {
+extern "C" std::int32_t TeskkVB(base::RunRecord* record) {
     if (record == nullptr) return 1;
     kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
     front::Report said(listener);

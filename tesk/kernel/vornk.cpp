@@ -1,8 +1,8 @@
+#include "base/ToolInterface.h"
 #include "kernel/CompilerSteps.h"
 #include "kernel/Host.h"
 #include "kernel/LastCompile.h"
 #include "kernel/Paths.h"
-#include "kernel/RunRecord.h"
 #include "kernel/SimulatorSteps.h"
 #include "kernel/StageGuard.h"
 
@@ -26,12 +26,12 @@ front::Options OptionsLike(std::string_view letters, bool withJedec) {
 
 // The run driver clears a design's outputs away before it simulates, so that the simulator makes what it
 // reads, with the letters of the last compile. False if the design has errors.
-bool CompileFirst(const kernel::RunRecord& record, front::Files& files, front::Listener& listener,
+bool CompileFirst(const base::RunRecord& record, front::Files& files, front::Listener& listener,
                   SimulatorRun& simulator) {
     front::Run run(files, listener);
     run.Base = simulator.Base;
-    run.Device = kernel::TextOf(record.szDevice);
-    run.Library = kernel::TextOf(record.szLibrary);
+    run.Device = base::TextOf(record.szDevice);
+    run.Library = base::TextOf(record.szLibrary);
     const auto kept = kernel::KeptLetters(files.Identity(run.Output(".PLD")));
     run.Options = OptionsLike(kept.value_or(std::string(usualLetters)), simulator.Options.Append);
     const bool compiled = kernel::RunCompiler(run);
@@ -44,12 +44,12 @@ bool CompileFirst(const kernel::RunRecord& record, front::Files& files, front::L
 }
 
 // True if there were no errors.
-bool Simulate(const kernel::RunRecord& record, front::Listener& listener) {
+bool Simulate(const base::RunRecord& record, front::Listener& listener) {
     kernel::DiskFiles files;
     SimulatorRun run(files, listener);
-    run.Base = kernel::TextOf(record.szDesign);
+    run.Base = base::TextOf(record.szDesign);
     run.Jedec = run.Base + ".JED";
-    run.Options = sim::ParseOptions(kernel::TextOf(record.szOptions));
+    run.Options = sim::ParseOptions(base::TextOf(record.szOptions));
     const bool isCompiled = files.Read(run.Base + ".ABS", sim::AbsLimits::FileBytes).has_value();
     return (isCompiled || CompileFirst(record, files, listener, run)) && kernel::RunSimulator(run);
 }
@@ -57,7 +57,7 @@ bool Simulate(const kernel::RunRecord& record, front::Listener& listener) {
 }  // namespace
 
 // Simulates the design of the record. 0: no errors, 1: errors.
-extern "C" std::int32_t VornkVB(kernel::RunRecord* record) {
+extern "C" std::int32_t VornkVB(base::RunRecord* record) {
     if (record == nullptr) return 1;
     kernel::HostListener listener(record->hWndStatus, record->hWndMessages);
     front::Report said(listener);

@@ -92,15 +92,15 @@ class CompilerTest : public testing::Test {
 };
 
 TEST(RunRecordTest, LiesToTheByte) {
-    RunRecord record;
+    base::RunRecord record = base::EmptyRecord();
     record.hWndStatus = 0x11223344;
     record.hWndMessages = 2;
     record.hWndNotify = 3;
-    record.szProgramDir = "C:\\K\\";
-    record.szOptions = std::string(255, 'o');
-    record.szLibrary = std::string(300, 'l');
-    record.szProgramPath = std::string(256, 'p');
-    const auto bytes = record.ToBytes();
+    base::SetText(record.szProgramDir, "C:\\K\\");
+    base::SetText(record.szOptions, std::string(255, 'o'));
+    base::SetText(record.szLibrary, std::string(300, 'l'));
+    base::SetText(record.szProgramPath, std::string(256, 'p'));
+    const auto bytes = record.Bytes();
     ASSERT_EQ(bytes.size(), 2060u);
     std::string expected(2060, ' ');
     const std::uint32_t handles[] = {0x11223344, 2, 3};

@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "base/ToolInterface.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
-#include "kernel/RunRecord.h"
 
 namespace fs = std::filesystem;
 
@@ -63,16 +63,16 @@ class Kernel : public ::testing::Test {
 
     std::int32_t Call(const char* library, const char* entry, const std::string& design,
                       const std::string& options, const std::string& device = "virtual") {
-        kernel::RunRecord record{};
+        base::RunRecord record{};
         record.hWndStatus = 11;
         record.hWndMessages = 22;
-        kernel::SetText(record.szDesign, design);
-        kernel::SetText(record.szDevice, device);
-        kernel::SetText(record.szLibrary, STAGE_DIR "/Shared/Fullset.dl");
-        kernel::SetText(record.szOptions, options);
+        base::SetText(record.szDesign, design);
+        base::SetText(record.szDevice, device);
+        base::SetText(record.szLibrary, STAGE_DIR "/Shared/Fullset.dl");
+        base::SetText(record.szOptions, options);
         void* handle = dlopen((std::string(STAGE_DIR "/Shared/") + library).c_str(), RTLD_NOW | RTLD_LOCAL);
         if (handle == nullptr) throw std::runtime_error(dlerror());
-        const auto call = reinterpret_cast<std::int32_t (*)(kernel::RunRecord*)>(dlsym(handle, entry));
+        const auto call = reinterpret_cast<std::int32_t (*)(base::RunRecord*)>(dlsym(handle, entry));
         const std::int32_t result = call(&record);
         dlclose(handle);
         return result;
@@ -101,7 +101,7 @@ std::size_t Count(std::uint32_t message) {
 
 extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message, std::uintptr_t wparam,
                                      std::intptr_t lparam) {
-    const std::uintptr_t text = message == kernel::addLine ? static_cast<std::uintptr_t>(lparam) : wparam;
+    const std::uintptr_t text = message == base::msgAddString ? static_cast<std::uintptr_t>(lparam) : wparam;
     sent.push_back({handle, message, text == 0 ? "" : reinterpret_cast<const char*>(text)});
     if (onSent) onSent(sent.back());
     return 0;
@@ -111,7 +111,7 @@ TEST_F(Kernel, CompilesAndSimulatesADesignNamedInDriveForm) {
     EXPECT_EQ(Call("teskk.dll", "TeskkVB", DriveForm("count8"), "axlbsm4"), 0);
     for (const char* output : {"LST", "DOC", "ABS", "PLA", "SO", "VCD"})
         EXPECT_FALSE(FileText(folder / (std::string("count8.") + output)).empty()) << output;
-    EXPECT_EQ(Count(kernel::oneError), 0u);
+    EXPECT_EQ(Count(base::msgError), 0u);
     EXPECT_EQ(sent.front().Message, 101u);
     EXPECT_EQ(sent.front().Handle, 11u);
     EXPECT_EQ(sent.back().Text, "Compilation complete");
@@ -124,7 +124,7 @@ TEST_F(Kernel, SimulatorTellsAMismatch) {
     WriteText(folder / "COUNT8.SI", vectors);
     sent.clear();
     EXPECT_EQ(Call("vornk.dll", "VornkVB", DriveForm("COUNT8"), "l"), 1);
-    EXPECT_GE(Count(kernel::oneError), 1u);
+    EXPECT_GE(Count(base::msgError), 1u);
     EXPECT_NE(FileText(folder / "COUNT8.SO").find("Q0"), std::string::npos);
 }
 
@@ -161,7 +161,7 @@ TEST_F(Kernel, FaultsOfOurOwnAreToldAsSuch) {
         std::size_t told = 0;
         for (const Sent& what : sent) told += what.Text == one.Told ? 1 : 0;
         EXPECT_EQ(told, 1u) << one.Told;
-        EXPECT_EQ(Count(kernel::oneError), 1u) << one.Told;
+        EXPECT_EQ(Count(base::msgError), 1u) << one.Told;
         EXPECT_TRUE(sent.back().Text.ends_with("ended with errors")) << sent.back().Text;
     }
 }
@@ -170,11 +170,11 @@ TEST_F(Kernel, FaultsOfOurOwnAreToldAsSuch) {
 TEST_F(Kernel, ReportsByMessagesOnly) {
     WriteText(folder / "BAD.PLD", "Name Bad;\r\nPIN = Y;\r\nY = X;\r\n");
     EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "BAD", "lam4j"), 1);
-    EXPECT_EQ(Count(kernel::oneError), 1u);
-    EXPECT_EQ(Count(kernel::oneWarning), 1u);  // the rest of the header
+    EXPECT_EQ(Count(base::msgError), 1u);
+    EXPECT_EQ(Count(base::msgWarning), 1u);  // the rest of the header
     std::size_t lines = 0;
     for (const Sent& one : sent) {
-        if (one.Message != kernel::addLine) continue;
+        if (one.Message != base::msgAddString) continue;
         ++lines;
         EXPECT_EQ(one.Handle, 22u);
         EXPECT_EQ(one.Text[0], '[');
@@ -202,13 +202,13 @@ TEST_F(Kernel, SameInputSameBytes) {
 
 // A text that fills its field has no NUL, and the field behind it is not read.
 TEST_F(Kernel, FullFieldsOfTheRecord) {
-    kernel::RunRecord::Text field;
-    kernel::SetText(field, std::string(300, 'x'));
-    EXPECT_EQ(kernel::TextOf(field), std::string(256, 'x'));
-    kernel::SetText(field, "COUNT8");
+    base::RunRecord::Text field;
+    base::SetText(field, std::string(300, 'x'));
+    EXPECT_EQ(base::TextOf(field), std::string(256, 'x'));
+    base::SetText(field, "COUNT8");
     EXPECT_EQ(field[6], '\0');
     EXPECT_EQ(field[255], ' ');
-    EXPECT_EQ(kernel::TextOf(field), "COUNT8");
+    EXPECT_EQ(base::TextOf(field), "COUNT8");
 }
 
 TEST_F(Kernel, NamesAreFoundWithoutRegardToCase) {
@@ -248,7 +248,7 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
             fs::remove(folder / name);
         sent.clear();
         EXPECT_EQ(Call("vornk.dll", "VornkVB", DriveForm("COUNT8"), "lj", "&"), 0);
-        EXPECT_EQ(Count(kernel::oneError), 0u);
+        EXPECT_EQ(Count(base::msgError), 0u);
         EXPECT_FALSE(FileText(folder / "COUNT8.SO").empty());
     };
     simulate();
@@ -264,7 +264,7 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
         const std::string jedec = FileText(folder / (letters[1] == 'n' ? "Count8.JED" : "COUNT8.JED"));
         EXPECT_NE(jedec.find("G1*"), std::string::npos) << letters;
         EXPECT_NE(jedec.find("V0001 "), std::string::npos) << letters;
-        EXPECT_EQ(Count(kernel::oneWarning), 0u) << letters;
+        EXPECT_EQ(Count(base::msgWarning), 0u) << letters;
     }
 }
 
@@ -321,7 +321,7 @@ TEST_F(Kernel, LongSimulations) {
     }
     WriteText(folder / "COUNT8.SI", text);
     EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "jlas", "&"), 0);
-    EXPECT_EQ(Count(kernel::oneError) + Count(kernel::oneWarning), 0u);
+    EXPECT_EQ(Count(base::msgError) + Count(base::msgWarning), 0u);
     const std::string so = FileText(folder / "COUNT8.SO");
     EXPECT_NE(so.find("60000: C 1 0 1  00000000  LHLHHHHH L\r\n60001: C 1 0 1  00000000  LHHLLLLL L\r\n"),
               so.npos);
@@ -329,8 +329,7 @@ TEST_F(Kernel, LongSimulations) {
     EXPECT_TRUE(FileText(folder / "COUNT8.VCD").ends_with("#6000100\r\n"));
     EXPECT_NE(FileText(folder / "COUNT8.JED").find("QV60001*"), std::string::npos);
     std::size_t told = 0;
-    for (const Sent& one : sent)
-        told += one.Message == kernel::infoText && one.Text == "50000 vectors" ? 1 : 0;
+    for (const Sent& one : sent) told += one.Message == base::msgInfo && one.Text == "50000 vectors" ? 1 : 0;
     EXPECT_EQ(told, 1u);
     std::size_t hidden = 0;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder))
@@ -340,7 +339,7 @@ TEST_F(Kernel, LongSimulations) {
     fs::permissions(folder / "COUNT8.SO", fs::perms(0444));
     sent.clear();
     EXPECT_EQ(Call("vornk.dll", "VornkVB", folder / "COUNT8", "l"), 1);
-    EXPECT_EQ(Count(kernel::oneError), 1u);
+    EXPECT_EQ(Count(base::msgError), 1u);
     EXPECT_EQ(FileText(folder / "COUNT8.SO"), "old");
 }
 
