@@ -55,12 +55,13 @@ std::string Right(std::string_view text, std::size_t count) {
     return std::string(text.substr(text.size() - std::min(count, text.size())));
 }
 
-std::string Trim(std::string_view text) {
+std::string_view TrimView(std::string_view text) {
     constexpr std::string_view white = " \t\r\n";
-    const auto first = text.find_first_not_of(white);
-    if (first == text.npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(white) - first + 1));
+    const auto first = std::min(text.find_first_not_of(white), text.size());
+    return text.substr(first, text.find_last_not_of(white) + 1 - first);
 }
+
+std::string Trim(std::string_view text) { return std::string(TrimView(text)); }
 
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
@@ -74,16 +75,43 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     return result.append(text.substr(at));
 }
 
+std::string PadLeft(std::string text, std::size_t width, char fill) {
+    if (text.size() < width) text.insert(0, width - text.size(), fill);
+    return text;
+}
+
+std::string PadRight(std::string text, std::size_t width) {
+    if (text.size() < width) text.append(width - text.size(), ' ');
+    return text;
+}
+
+std::string_view TakeLine(std::string_view& rest) {
+    const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
+    const auto line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + (rest.substr(end, 2) == "\r\n" ? 2 : 1), rest.size()));
+    return line;
+}
+
+std::vector<std::string_view> LineViews(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) lines.push_back(TakeLine(text));
+    return lines;
+}
+
 std::vector<std::string> Lines(std::string_view text) {
     std::vector<std::string> lines;
-    std::size_t at = 0;
-    while (at < text.size()) {
-        const auto end = text.find_first_of("\r\n", at);
-        lines.emplace_back(text.substr(at, end == text.npos ? text.npos : end - at));
-        if (end == text.npos) break;
-        at = end + (text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n' ? 2 : 1);
-    }
+    while (!text.empty()) lines.emplace_back(TakeLine(text));
     return lines;
+}
+
+std::vector<std::string_view> Words(std::string_view text) {
+    std::vector<std::string_view> words;
+    for (std::size_t at = 0; (at = text.find_first_not_of(" \t", at)) != text.npos;) {
+        const auto end = std::min(text.find_first_of(" \t", at), text.size());
+        words.push_back(text.substr(at, end - at));
+        at = end;
+    }
+    return words;
 }
 
 std::string ToCrLf(std::string_view text) {

@@ -21,11 +21,22 @@ std::string Mid(std::string_view text, std::size_t start, std::size_t count = st
 std::string Left(std::string_view text, std::size_t count);
 std::string Right(std::string_view text, std::size_t count);
 
-std::string Trim(std::string_view text);  // blanks, tabs and line ends off both sides
+std::string_view TrimView(std::string_view text);  // blanks, tabs and line ends off both sides
+std::string Trim(std::string_view text);
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
-// The lines of a text, split at CR LF, LF or CR; a line end at the very end makes no further line.
+std::string PadLeft(std::string text, std::size_t width, char fill = ' ');
+std::string PadRight(std::string text, std::size_t width);
+
+// Takes the first line off a text that is not empty, with its end: CR LF, LF or CR. Without the end it comes
+// back.
+std::string_view TakeLine(std::string_view& rest);
+// The lines of a text; a line end at the very end makes no further line.
 std::vector<std::string> Lines(std::string_view text);
+std::vector<std::string_view> LineViews(std::string_view text);
+
+// What stands between blanks and tabs.
+std::vector<std::string_view> Words(std::string_view text);
 
 // Makes every line end CR LF.
 std::string ToCrLf(std::string_view text);

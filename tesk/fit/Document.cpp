@@ -1,20 +1,15 @@
 #include "fit/Document.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
+
+#include "base/Text.h"
+#include "model/Jedec.h"
 
 namespace fit {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::size_t labelWidth = 32;
-
-std::string Number(const char* format, std::size_t value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), format, value);
-    return text.data();
-}
 
 std::vector<std::string> PinLabels(const Device& device, const Design& design, const Fit& fit) {
     std::vector<std::string> labels(static_cast<std::size_t>(device.Pins) + 1);
@@ -55,7 +50,8 @@ class Plot {
         }
         std::string title = "Pin " + std::to_string(cell.Pin);
         if (cell.Polarity == PolarityKind::Fuse)
-            title += ", polarity fuse " + Number("%05zu ", cell.PolarityFuse) + Symbol(cell.PolarityFuse);
+            title +=
+                ", polarity fuse " + model::FuseNumber(cell.PolarityFuse) + " " + Symbol(cell.PolarityFuse);
         if (first < end) AddRows(title, first, end - first);
     }
 
@@ -64,7 +60,7 @@ class Plot {
     void AddRows(const std::string& title, std::size_t first, std::size_t count) {
         Line(title);
         for (std::size_t row = first; row < first + count; ++row) {
-            std::string line = Number("%05zu ", row * mode_.Columns);
+            std::string line = model::FuseNumber(row * mode_.Columns) + " ";
             for (std::size_t i = 0; i < mode_.Columns; ++i) {
                 if (i % 4 == 0) line += ' ';
                 line += Symbol(row * mode_.Columns + i);
@@ -82,7 +78,7 @@ class Plot {
             if (line.empty()) {
                 if (!others_) Line("Other fuses");
                 others_ = true;
-                line = Number("%05zu  ", fuse);
+                line = model::FuseNumber(fuse) + "  ";
             }
             line += fuses_[fuse] ? '1' : '0';
             const bool last = fuse + 1 == fuses_.size() || listed_[fuse + 1] || (fuse + 1) % 32 == 0;
@@ -110,11 +106,9 @@ std::string ChipDiagram(const Device& device, const Design& design, const Fit& f
     text += lineEnd;
     for (std::size_t i = 1; i <= half; ++i) {
         const auto right = 2 * half + 1 - i;
-        const auto left = labels[i].size() < labelWidth
-                              ? std::string(labelWidth - labels[i].size(), ' ') + labels[i]
-                              : labels[i].substr(0, labelWidth);
-        text +=
-            left + " -|" + Number(" %-2zu", i) + "        " + Number("%2zu ", right) + "|- " + labels[right];
+        const auto left = base::PadLeft(labels[i].substr(0, labelWidth), labelWidth);
+        text += left + " -|" + " " + base::PadRight(std::to_string(i), 2) + "        " +
+                base::PadLeft(std::to_string(right), 2) + " |- " + labels[right];
         while (text.back() == ' ') text.pop_back();
         text += lineEnd;
     }

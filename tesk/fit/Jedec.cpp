@@ -1,20 +1,14 @@
 #include "fit/Jedec.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
+
+#include "base/Text.h"
+#include "model/Jedec.h"
 
 namespace fit {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
-
-template <typename... Values>
-std::string Format(const char* format, Values... values) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), format, values...);
-    return text.data();
-}
 
 std::string Plain(std::string_view text) {
     std::string plain(text);
@@ -27,9 +21,7 @@ std::string Specification(const Fit& fit, const JedecNotes& notes) {
     std::string text = "Tesk fuse map";
     text += lineEnd;
     for (const auto& [keyword, content] : notes.Header) {
-        std::string label = Plain(keyword);
-        label.resize(std::max<std::size_t>(label.size(), 10), ' ');
-        text += label + " " + Plain(content);
+        text += base::PadRight(Plain(keyword), 10) + " " + Plain(content);
         text += lineEnd;
     }
     text += "Fitted to  " + Plain(fit.Mnemonic) + (fit.Mode.empty() ? "" : ", mode " + Plain(fit.Mode));
@@ -45,7 +37,7 @@ void AddFuses(std::string& text, const std::vector<bool>& fuses, std::size_t fir
         std::string line;
         for (std::size_t i = at; i < stop; ++i) line += fuses[i] ? '1' : '0';
         if (line.find('1') == line.npos) continue;
-        text += "L" + Format("%05zu", at) + " " + line + "*";
+        text += "L" + model::FuseNumber(at) + " " + line + "*";
         text += lineEnd;
     }
 }
@@ -82,7 +74,7 @@ std::uint16_t FuseChecksum(const std::vector<bool>& fuses) {
 std::string WriteJedec(const Device& device, const Fit& fit, const JedecNotes& notes) {
     if (fit.Fuses.empty()) return {};
     const auto line = [](const std::string& field) { return field + "*" + std::string(lineEnd); };
-    std::string text = "\x02" + Specification(fit, notes);
+    std::string text = model::StartOfText + Specification(fit, notes);
     text += line("QP" + std::to_string(device.Pins));
     text += line("QF" + std::to_string(fit.Fuses.size()));
     text += line(notes.Secure ? "G1" : "G0");
@@ -91,11 +83,9 @@ std::string WriteJedec(const Device& device, const Fit& fit, const JedecNotes& n
     const auto array = std::min(RowsOf(device, fit) * columns, fit.Fuses.size());
     AddFuses(text, fit.Fuses, 0, array, columns);
     AddFuses(text, fit.Fuses, array, fit.Fuses.size(), 64);
-    text += line(Format("C%04X", static_cast<unsigned>(FuseChecksum(fit.Fuses))));
-    text += '\x03';
-    unsigned sum = 0;
-    for (const char c : text) sum += static_cast<unsigned char>(c);
-    return text + Format("%04X", sum & 0xFFFF) + std::string(lineEnd);
+    text += line("C" + model::Checksum(FuseChecksum(fit.Fuses)));
+    text += model::EndOfText;
+    return model::Transmission(std::move(text));
 }
 
 }  // namespace fit

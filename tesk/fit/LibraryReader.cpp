@@ -11,17 +11,6 @@ namespace {
 
 using Words = std::vector<std::string_view>;
 
-Words SplitWords(std::string_view line) {
-    Words words;
-    line = line.substr(0, line.find(';'));
-    for (std::size_t at = 0; (at = line.find_first_not_of(" \t\r", at)) != line.npos;) {
-        const auto end = std::min(line.find_first_of(" \t\r", at), line.size());
-        words.push_back(line.substr(at, end - at));
-        at = end;
-    }
-    return words;
-}
-
 std::optional<std::size_t> Number(std::string_view word, std::size_t below) {
     std::size_t value = 0;
     const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), value);
@@ -38,10 +27,10 @@ class Reader {
             Fault("7103tc", "file of " + std::to_string(text_.size()) + " bytes");
             return std::move(library_);
         }
-        const auto lines = base::Lines(text_);
-        for (const auto& line : lines) {
+        for (auto rest = text_; !rest.empty();) {
             ++line_;
-            if (!TakeLine(SplitWords(line))) return std::move(library_);
+            const auto line = base::TakeLine(rest);
+            if (!TakeLine(base::Words(line.substr(0, line.find(';'))))) return std::move(library_);
             if (library_.Messages.size() >= LibraryLimits::Messages) return std::move(library_);
         }
         Fault("7104tc", "");

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/Text.h"
 #include "fit/Document.h"
 #include "front/Outputs.h"
 
@@ -13,8 +14,7 @@ std::string Heading(std::string_view title) {
 }
 
 std::string Padded(std::string text, std::size_t width) {
-    if (text.size() < width) text.append(width - text.size(), ' ');
-    return text + " ";
+    return base::PadRight(std::move(text), width) + " ";
 }
 
 std::string TermText(const Design& design, const Equation& equation, std::size_t cube) {

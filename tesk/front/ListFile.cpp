@@ -1,5 +1,6 @@
 #include <map>
 
+#include "base/Text.h"
 #include "front/Outputs.h"
 
 namespace front {
@@ -7,9 +8,7 @@ namespace front {
 namespace {
 
 std::string Numbered(std::size_t number, std::string_view text) {
-    std::string digits = std::to_string(number);
-    if (digits.size() < 5) digits.insert(0, 5 - digits.size(), ' ');
-    return digits + ": " + std::string(text) + "\r\n";
+    return base::PadLeft(std::to_string(number), 5) + ": " + std::string(text) + "\r\n";
 }
 
 }  // namespace
@@ -26,7 +25,7 @@ std::string ListText(const Source& source, const Report& report) {
     std::string text;
     if (!report.FileNames.empty()) text += "Listing of " + report.FileNames.front() + "\r\n\r\n";
     const std::vector<std::string_view> lines =
-        source.Files.empty() ? std::vector<std::string_view>{} : SplitLines(source.Files.front().Bytes);
+        source.Files.empty() ? std::vector<std::string_view>{} : base::LineViews(source.Files.front().Bytes);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         text += Numbered(i + 1, lines[i]);
         const auto here = byLine.find(static_cast<int>(i) + 1);

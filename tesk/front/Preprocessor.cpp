@@ -171,7 +171,7 @@ std::optional<int> Preprocessor::Load(std::string_view path) {
     BlankComments(file);
     std::vector<Line>& view = views_.emplace_back();
     Place at{file.Name, 0, 0};
-    const std::vector<std::string_view> raw = SplitLines(file.Bytes);
+    const std::vector<std::string_view> raw = base::LineViews(file.Bytes);
     for (std::size_t i = 0; i < file.Code.size(); ++i) {
         ++at.Line;
         if (TakeLineMark(raw[i], at)) continue;

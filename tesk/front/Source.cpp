@@ -1,10 +1,10 @@
 #include "front/Source.h"
 
-namespace front {
+#include "base/Text.h"
 
-bool IsWordChar(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-}
+#include "base/Text.h"
+
+namespace front {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\f' || c == '\v' || c == '\r' || c == '\n'; }
 
@@ -22,23 +22,10 @@ std::string_view FirstWord(std::string_view text) {
     return text.substr(start, end - start);
 }
 
-std::vector<std::string_view> SplitLines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find_first_of("\r\n", start);
-        if (end == std::string_view::npos) end = text.size();
-        lines.push_back(text.substr(start, end - start));
-        const bool pair = end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n';
-        start = end + (pair ? 2 : 1);
-    }
-    return lines;
-}
-
 void BlankComments(SourceFile& file) {
     bool inside = false;
     int opened = 0;
-    for (std::string_view view : SplitLines(file.Bytes)) {
+    for (std::string_view view : base::LineViews(file.Bytes)) {
         std::string line(view);
         for (std::size_t i = 0; i < line.size(); ++i) {
             const bool pair = i + 1 < line.size();

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/modLib.h"
 #include "front/Place.h"
 
 namespace front {
@@ -31,14 +32,10 @@ struct Source {
     std::vector<ExpandedLine> Lines;
 };
 
-// The lines of a text without their ends (CR LF, LF or CR), as views into it.
-std::vector<std::string_view> SplitLines(std::string_view text);
-
 // Fills `Code` and `OpenComment` from `Bytes`.
 void BlankComments(SourceFile& file);
 
-// Words: letters, digits and "_".
-bool IsWordChar(char c);
+using base::IsWordChar;
 bool IsBlank(char c);
 std::string_view TrimView(std::string_view text);
 std::string_view FirstWord(std::string_view text);  // leading blanks skipped; empty if none stands there

@@ -27,14 +27,7 @@ std::string StateFile() {
 
 // The lines of the file, "letters design", the latest last. Throws; a missing file is an error too.
 std::vector<std::string> ReadLines(const std::string& path) {
-    std::vector<std::string> lines;
-    const std::string text = base::ReadWhole(path, mostBytes);
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        lines.push_back(text.substr(at, end - at));
-        at = end + 1;
-    }
-    return lines;
+    return base::Lines(base::ReadWhole(path, mostBytes));
 }
 
 bool IsOf(std::string_view line, std::string_view design) {
@@ -62,7 +55,7 @@ void Keep(const std::string& path, std::string_view design, const std::string& l
 
 void KeepLetters(std::string_view design, std::string_view letters) {
     const std::string path = StateFile();
-    if (path.empty() || design.find('\n') != design.npos) return;
+    if (path.empty() || design.find_first_of("\r\n") != design.npos) return;
     std::string line;
     std::copy_if(letters.begin(), letters.end(), std::back_inserter(line),
                  [](unsigned char c) { return std::isalnum(c) != 0; });

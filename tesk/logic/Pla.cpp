@@ -14,9 +14,10 @@ class Reader {
     explicit Reader(std::string_view text) : text_(text) {}
 
     Pla Read() {
-        while (position_ < text_.size() && !ended_) {
+        while (!text_.empty() && !ended_) {
             ++line_;
-            TakeLine(NextLine());
+            const std::string_view line = base::TakeLine(text_);
+            TakeLine(line.substr(0, line.find('#')));
         }
         if (!HaveSize()) Fail(".i and .o are missing");
         if (!symbols_.empty()) Fail("the last row is too short");
@@ -24,15 +25,10 @@ class Reader {
     }
 
   private:
+    using Words = std::vector<std::string_view>;
+
     [[noreturn]] void Fail(const std::string& what) const {
         throw base::RunTimeError(base::errTypeMismatch, "line " + std::to_string(line_) + ": " + what);
-    }
-
-    std::string_view NextLine() {
-        const std::size_t end = std::min(text_.find_first_of("\r\n", position_), text_.size());
-        const std::string_view line = text_.substr(position_, end - position_);
-        position_ = end + (text_.substr(end, 2) == "\r\n" ? 2 : 1);
-        return line.substr(0, line.find('#'));
     }
 
     bool HaveSize() const { return inputs_ >= 0 && outputs_ >= 0; }
@@ -42,7 +38,7 @@ class Reader {
         if (start == std::string_view::npos) return;
         if (line[start] == '.') {
             if (!symbols_.empty()) Fail("the row before this line is too short");
-            TakeDirective(Words(line.substr(start)));
+            TakeDirective(base::Words(line));
         } else if (HaveSize()) {
             TakeRow(line);
         } else if (line.find_first_not_of("01-24~| \t") == std::string_view::npos) {
@@ -50,18 +46,8 @@ class Reader {
         }
     }
 
-    static std::vector<std::string> Words(std::string_view line) {
-        std::vector<std::string> words;
-        for (std::size_t at = 0; (at = line.find_first_not_of(" \t", at)) != std::string_view::npos;) {
-            const std::size_t end = std::min(line.find_first_of(" \t", at), line.size());
-            words.emplace_back(line.substr(at, end - at));
-            at = end;
-        }
-        return words;
-    }
-
-    void TakeDirective(std::vector<std::string> words) {
-        const std::string name = words[0];
+    void TakeDirective(Words words) {
+        const std::string name(words[0]);
         words.erase(words.begin());
         if (name == ".i")
             inputs_ = TakeSize(words, inputs_, Pla::maxInputs);
@@ -70,9 +56,9 @@ class Reader {
         else if (name == ".p")
             Number(words);  // only a hint, and often wrong: the rows count
         else if (name == ".ilb")
-            pla_.InputNames = TakeNames(std::move(words), inputs_, ".i");
+            pla_.InputNames = TakeNames(words, inputs_, ".i");
         else if (name == ".ob")
-            pla_.OutputNames = TakeNames(std::move(words), outputs_, ".o");
+            pla_.OutputNames = TakeNames(words, outputs_, ".o");
         else if (name == ".type")
             TakeType(words);
         else if (name == ".e" || name == ".end")
@@ -83,17 +69,17 @@ class Reader {
             Fail("unknown directive " + name.substr(0, 40));
     }
 
-    long Number(const std::vector<std::string>& words) const {
+    long Number(const Words& words) const {
         long value = -1;
         if (words.empty()) Fail("a number is missing");
         const char* end = words[0].data() + words[0].size();
         const auto parsed = std::from_chars(words[0].data(), end, value);
         if (parsed.ec != std::errc() || parsed.ptr != end || value < 0)
-            Fail("not a number: " + words[0].substr(0, 40));
+            Fail("not a number: " + std::string(words[0].substr(0, 40)));
         return value;
     }
 
-    int TakeSize(const std::vector<std::string>& words, int before, int limit) {
+    int TakeSize(const Words& words, int before, int limit) {
         const long value = Number(words);
         if (before >= 0) Fail("given twice");
         if (value < 1 || value > limit) Fail("must be 1 to " + std::to_string(limit));
@@ -101,16 +87,15 @@ class Reader {
         return size;
     }
 
-    std::vector<std::string> TakeNames(std::vector<std::string> words, int count,
-                                       const std::string& size) const {
+    std::vector<std::string> TakeNames(const Words& words, int count, const std::string& size) const {
         if (count < 0) Fail(size + " must come before the names");
         // Public files exist whose list is short: they mean their rows, the names are only for show.
-        if (words.size() != static_cast<std::size_t>(count)) words.clear();
-        return words;
+        if (words.size() != static_cast<std::size_t>(count)) return {};
+        return {words.begin(), words.end()};
     }
 
-    void TakeType(const std::vector<std::string>& words) {
-        const std::string type = words.empty() ? "" : words[0];
+    void TakeType(const Words& words) {
+        const std::string type(words.empty() ? "" : words[0]);
         if (type != "f" && type != "fd" && type != "fr" && type != "fdr")
             Fail("the type must be f, fd, fr or fdr");
         if (begun_) Fail(".type must come before the rows");
@@ -141,7 +126,7 @@ class Reader {
     }
 
     void AddRow() {
-        const std::size_t words = static_cast<std::size_t>(pla_.On.Form().Words());
+        const auto words = static_cast<std::size_t>(pla_.On.Form().Words());
         if ((pla_.On.Size() + pla_.DontCare.Size() + pla_.Off.Size() + 3) * words > Pla::maxWords)
             Fail("too many rows");
         Cover row(inputs_, outputs_);
@@ -191,7 +176,6 @@ class Reader {
     }
 
     std::string_view text_;
-    std::size_t position_ = 0;
     int line_ = 0;
     int inputs_ = -1;
     int outputs_ = -1;

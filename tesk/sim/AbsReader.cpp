@@ -10,16 +10,6 @@
 namespace sim {
 namespace {
 
-std::vector<std::string_view> SplitWords(std::string_view line) {
-    std::vector<std::string_view> words;
-    for (std::size_t at = 0; (at = line.find_first_not_of(" \t", at)) != line.npos;) {
-        const auto end = std::min(line.find_first_of(" \t", at), line.size());
-        words.push_back(line.substr(at, end - at));
-        at = end;
-    }
-    return words;
-}
-
 // -1 unless the word is a decimal number from 0 to AbsLimits::Pin.
 int PinNumber(std::string_view word) {
     int value = -1;
@@ -37,9 +27,13 @@ class Reader {
             Fault("0106va", "file of " + std::to_string(text_.size()) + " bytes");
             return result_;
         }
-        std::string_view line;
         bool ended = false;
-        while (!ended && NextLine(line)) ended = TakeLine(line);
+        for (auto rest = text_; !ended && !rest.empty();) {
+            ++lineNumber_;
+            const auto line = rest.substr(0, rest.find('\n'));
+            rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+            ended = TakeLine(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0)));
+        }
         if (!ended && result_.Ok()) Fault("0107va");
         if (result_.Ok()) CheckFunctions();
         return result_;
@@ -48,19 +42,9 @@ class Reader {
   private:
     using Words = std::vector<std::string_view>;
 
-    bool NextLine(std::string_view& line) {
-        if (at_ >= text_.size()) return false;
-        const auto end = std::min(text_.find('\n', at_), text_.size());
-        line = text_.substr(at_, end - at_);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        at_ = end + 1;
-        ++lineNumber_;
-        return true;
-    }
-
     // True if reading ends: at END, or where going on makes no sense.
     bool TakeLine(std::string_view line) {
-        const auto words = SplitWords(line);
+        const auto words = base::Words(line);
         if (lineNumber_ == 1) {
             if (words == Words{"TESK-ABS", "1"}) return false;
             Fault("0101va");
@@ -191,7 +175,6 @@ class Reader {
     }
 
     std::string_view text_;
-    std::size_t at_ = 0;
     int lineNumber_ = 0;
     bool full_ = false;
     std::size_t terms_ = 0;

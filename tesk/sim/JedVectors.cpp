@@ -1,27 +1,16 @@
 #include "sim/JedVectors.h"
 
-#include <array>
-#include <cstdio>
-
 #include "base/Text.h"
+#include "model/Jedec.h"
 
 namespace sim {
 namespace {
 
-constexpr char startOfText = 2;
-constexpr char endOfText = 3;
 constexpr std::string_view lineEnd = "\r\n";
 
 bool IsVectorField(std::string_view field) {
     const auto text = base::Trim(field);
     return base::StartsWith(text, "QV") || base::StartsWith(text, "V");
-}
-
-template <typename... Values>
-std::string Format(const char* format, Values... values) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), format, values...);
-    return text.data();
 }
 
 // What stands between STX and ETX without its vectors: the first field is free text up to its "*".
@@ -53,7 +42,7 @@ void JedVectors::Add(const VectorRecord& record) {
     more_ = count_ == Most;
     if (more_) return;
     fields_ += lineEnd;
-    fields_ += "V" + Format("%04zu", ++count_) + " ";
+    fields_ += "V" + model::VectorNumber(++count_) + " ";
     const std::size_t start = fields_.size();
     fields_ += unused_;
     for (std::size_t i = 0; i < places_.size(); ++i)
@@ -62,22 +51,20 @@ void JedVectors::Add(const VectorRecord& record) {
 }
 
 std::string JedVectors::AppendTo(std::string_view jedec, MessageLog& log) const {
-    const auto start = jedec.find(startOfText);
-    const auto end = start == jedec.npos ? start : jedec.find(endOfText, start);
+    const auto start = jedec.find(model::StartOfText);
+    const auto end = start == jedec.npos ? start : jedec.find(model::EndOfText, start);
     if (end == jedec.npos) {
         log.Add("0401vs", 0);
         return {};
     }
     if (more_) log.Add("0403vs", 0, std::to_string(Most));
-    std::string text(1, startOfText);
+    std::string text(1, model::StartOfText);
     text += WithoutVectors(jedec.substr(start + 1, end - start - 1));
     text += lineEnd;
     text += "QV" + std::to_string(count_) + "*" + fields_;
     text += lineEnd;
-    text += endOfText;
-    unsigned sum = 0;
-    for (const char c : text) sum += static_cast<unsigned char>(c);
-    return std::string(jedec.substr(0, start)) + text + Format("%04X", sum & 0xFFFF) + "\r\n";
+    text += model::EndOfText;
+    return std::string(jedec.substr(0, start)) + model::Transmission(std::move(text));
 }
 
 }  // namespace sim

@@ -9,15 +9,6 @@
 #include "sim/SiHead.h"
 
 namespace sim {
-namespace {
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view white = " \t\r\n";
-    const auto first = std::min(text.find_first_not_of(white), text.size());
-    return text.substr(first, text.find_last_not_of(white) + 1 - first);
-}
-
-}  // namespace
 
 SiReader::SiReader(Source& source, const AbsDesign& design, MessageLog& log)
     : log_(log),
@@ -34,7 +25,7 @@ bool SiReader::NextRow(std::string_view& row) {
     for (bool first = std::exchange(first_, false);; first = false) {
         row = rest_;
         if (!first && !lines_.Next(row)) return false;
-        row = Trimmed(row);
+        row = base::TrimView(row);
         if (!row.empty() && row != "\x1a") return true;
     }
 }
@@ -55,8 +46,8 @@ bool SiReader::Next(Step& step) {
 bool SiReader::TakeCommand(std::string_view row, Step& step) {
     const auto end = std::find_if_not(row.begin() + 1, row.end(), base::IsWordChar);
     const auto word = base::Upper({row.begin(), end});
-    auto tail = Trimmed({end, row.end()});
-    if (!tail.empty() && tail.back() == ';') tail = Trimmed(tail.substr(0, tail.size() - 1));
+    auto tail = base::TrimView({end, row.end()});
+    if (!tail.empty() && tail.back() == ';') tail = base::TrimView(tail.substr(0, tail.size() - 1));
     step.Number = 0;
     if (word == "$MSG" && tail.size() > 1 && tail.front() == '"' && tail.back() == '"') {
         step.Kind = StepKind::Message;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "base/Text.h"
 #include "sim/TextLines.h"
 
 namespace sim {
@@ -10,11 +11,6 @@ namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::size_t pieceBytes = 1u << 16;
-
-std::string Padded(std::string text, std::size_t width, char fill) {
-    if (text.size() < width) text.insert(0, width - text.size(), fill);
-    return text;
-}
 
 bool IsOfDesign(const Message& message) { return FileExtension(message) != ".SI"; }
 
@@ -38,9 +34,7 @@ void SoWriter::AddHeader() {
     for (const auto& keyword : HeaderKeywords()) {
         const auto text = design_.Header.find(std::string(keyword.Name));
         if (text == design_.Header.end()) continue;
-        std::string label(keyword.Name);
-        label.resize(10, ' ');
-        Line(label + " " + text->second);
+        Line(base::PadRight(std::string(keyword.Name), 10) + " " + text->second);
     }
     Line("");
 }
@@ -52,7 +46,7 @@ void SoWriter::AddListing(Source& source, const std::vector<Message>& messages, 
     int number = 0;
     TextLines lines(source);
     for (std::string_view line; lines.Next(line);) {
-        std::string text = Padded(std::to_string(++number), 4, ' ') + ": ";
+        std::string text = base::PadLeft(std::to_string(++number), 4) + ": ";
         text += line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0));
         std::replace(text.begin(), text.end(), '\r', ' ');
         Line(text);
@@ -95,7 +89,7 @@ void SoWriter::AddCaptions() {
 
 void SoWriter::Add(const VectorRecord& record) {
     text_ += record.Notes;
-    text_ += Padded(std::to_string(record.Number), digits_, '0');
+    text_ += base::PadLeft(std::to_string(record.Number), digits_, '0');
     text_ += ": ";
     std::size_t column = 0;
     for (const auto& item : head_.Order) {
