@@ -1,51 +1,22 @@
 #include "kernel/Paths.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <vector>
 
 #include "base/AtomicFile.h"
-#include "base/Text.h"
+#include "base/HostNames.h"
 
 namespace kernel {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-std::vector<std::string> Components(std::string_view path) {
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    while (start <= path.size()) {
-        const std::size_t end = std::min(path.find('/', start), path.size());
-        if (end > start) parts.emplace_back(path.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
-}
-
-std::string Found(const fs::path& folder, const std::string& name) {
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(folder / name, error))) return name;
-    std::string best;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string other = entry->path().filename().string();
-        if (base::EqualNoCase(other, name) && (best.empty() || other < best)) best = other;
-    }
-    return best.empty() ? name : best;
-}
-
-}  // namespace
-
 std::string HostPath(std::string_view name) {
-    std::string path(name);
-    const bool drive = path.size() > 1 && path[1] == ':';
-    if (drive) path = "/" + path.substr(2);
-    if (drive || path.find('/') == std::string::npos) std::replace(path.begin(), path.end(), '\\', '/');
-    fs::path result = path.starts_with('/') ? "/" : ".";
-    for (const std::string& part : Components(path))
-        result /= part == "." || part == ".." ? part : Found(result, part);
+    if (name.substr(1, 1) == ":") return base::HostPathBelow("", name.substr(2));
+    // A backslash is a letter of a host's path that has slashes. The host alone knows where ".." leads.
+    const bool hasSlashes = name.find('/') != name.npos;
+    fs::path result = name.starts_with('/') ? "/" : ".";
+    for (const std::string_view part : base::PathNames(name, hasSlashes ? "/" : "\\"))
+        result /= part == "." || part == ".." ? std::string(part) : base::FindName(result.string(), part);
     return result.string();
 }
 
