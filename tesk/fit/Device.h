@@ -8,27 +8,32 @@
 
 #include "fit/MessageTable.h"
 
+// clang-format off
 // The device library (Fullset.dl, tesk.dl): a text, words parted by blanks, ";" begins a comment.
 //
-//   TESK-DL 1                       the first line: format and version
-//   DEVICE G16V8 20 2194            mnemonic, pins, fuses; its record goes on to the next DEVICE
-//   POWER 10 20                     ground and supply pin
-//   SIGNATURE 2056 64               first fuse and number of user signature fuses
-//   MODE complex 32                 a way to use the device: name, columns of the AND array
-//   SET 2192 1 2                    fuses that the mode fixes: first, value, number (1 if left out)
-//   INPUT 2 0                       an input pin and the column of its true line; the next one is its
-//   complement CLOCK 1                         pin that clocks the registers at its rising edge ENABLE 11 pin
-//   that enables registered outputs while it is low RESET 0                         row of the asynchronous
-//   reset of all registers PRESET 131                      row of their synchronous preset CELL 18 6 2049 a
-//   macrocell: pin, column of its feedback or -, polarity fuse or low or high USE input 2121=1 a use of it,
-//   and the fuses that choose the use USE output 9 7 8 pin 2121=1     first row, product terms, row of the
-//   output enable, feedback USE register 8 8 pin level      (enable: a row, `always`, or `pin` for that of
-//   ENABLE) DEVICE G16V8MA LIKE G16V8 complex      the modes named of a device before it; without names all
-//   END                             the last line
+//   TESK-DL 1                   the first line: format and version
+//   DEVICE G16V8 20 2194        mnemonic, pins, fuses; its record goes on to the next DEVICE
+//   POWER 10 20                 ground and supply pin
+//   SIGNATURE 2056 64           first fuse and number of user signature fuses
+//   MODE complex 32             a way to use the device: name, columns of the AND array
+//   SET 2192 1 2                fuses that the mode fixes: first, value, number (1 if left out)
+//   INPUT 2 0                   an input pin and the column of its true line; the next one is its complement
+//   CLOCK 1                     pin that clocks the registers at its rising edge
+//   ENABLE 11                   pin that enables registered outputs while it is low
+//   RESET 0                     row of the asynchronous reset of all registers
+//   PRESET 131                  row of their synchronous preset
+//   CELL 18 6 2049              a macrocell: pin, column of its feedback or -, polarity fuse or low or high
+//   USE input 2121=1            a use of the macrocell, and the fuses that choose it
+//   USE output 9 7 8 pin 2121=1     first row, product terms, enable, feedback, fuses
+//   USE register 8 8 pin level      the same of a use with its register
+//   DEVICE G16V8MA LIKE G16V8 complex   the modes named of a device before it; without names all of them
+//   END                         the last line
 //
-// Fuses are numbered as in the device's JEDEC map; row r of the array begins at r times the columns. A fuse
-// of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are 1 is true. With a
-// polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
+// Enable is the row of the output enable, `always`, or `pin` for that of ENABLE. Feedback is none, pin, level
+// or notsum, see FeedbackKind. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
+// times the columns. A fuse of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are
+// 1 is true. With a polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
+// clang-format on
 namespace fit {
 
 enum class UseKind { Input, Output, Register };

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <random>
 
 #include "Designs.h"
@@ -31,6 +32,18 @@ TEST(Library, HoldsTheFirstSetOfDevices) {
         EXPECT_EQ(device->Modes.size(), d.modes) << d.mnemonic;
     }
     EXPECT_EQ(library.Find("G16V9"), nullptr);
+}
+
+// The example of docs/device-library.md: its indented lines.
+TEST(Library, TheManualsExampleIsOne) {
+    std::ifstream page(DEVICE_LIBRARY_MD);
+    std::string text;
+    for (std::string line; std::getline(page, line);)
+        if (line.starts_with("    ")) text += line + "\n";
+    const auto library = fit::ReadLibrary(text);
+    ASSERT_TRUE(library.Ok()) << library.Messages[0].At.Line << " " << library.Messages[0].Text;
+    ASSERT_NE(library.Find("TINY"), nullptr);
+    EXPECT_EQ(library.Find("TINY")->Modes.at(0).Cells.at(0).Uses.size(), 2u);
 }
 
 TEST(Library, FaultsAreToldWithTheirLine) {
