@@ -23,6 +23,7 @@ struct SimulatorRun {
     sim::SimulationOptions Options;
     sim::Checked Checked;
     std::unique_ptr<kernel::DiskSource> Si;
+    std::unique_ptr<kernel::DiskSpool> Steps;
 };
 
 extern "C" {

@@ -11,7 +11,8 @@ bool ReadVectors(SimulatorRun& run) {
     run.Si = kernel::DiskSource::Open(run.Base + ".SI");
     if (abs && !run.Si) run.TellUnreadable("0200va", ".SI");
     if (!abs || !run.Si) return false;
-    run.Checked = sim::Check(*abs, *run.Si);
+    run.Steps = std::make_unique<kernel::DiskSpool>(run.Base + ".SO");
+    run.Checked = sim::Check(*abs, *run.Si, *run.Steps);
     if (run.Si->Failed()) {
         run.TellUnreadable("0200va", ".SI");
         return false;

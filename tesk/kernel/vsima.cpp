@@ -26,8 +26,12 @@ bool SimulateVectors(SimulatorRun& run) {
     kernel::DiskSink vcd(vcdName);
     kernel::DiskSpool aside(soName);
     const auto progress = [&](std::size_t count) { run.Said.Info(std::to_string(count) + " vectors"); };
-    const sim::SimulationResult result =
-        sim::Simulate(run.Checked, *run.Si, jedec, run.Options, {so, vcd, aside, progress});
+    const sim::SimulationResult result = sim::Simulate(run.Checked, run.Steps->Back(), *run.Si, jedec,
+                                                       run.Options, {so, vcd, aside, progress});
+    if (!run.Steps->Failure().empty()) {
+        Note(run, soName, run.Steps->Failure());
+        return false;
+    }
     if (run.Si->Failed()) run.TellUnreadable("0200va", ".SI");
     Tell(run, result);
     Note(run, soName, aside.Failure().empty() ? so.Done() : aside.Failure());

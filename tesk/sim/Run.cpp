@@ -11,12 +11,9 @@ constexpr std::size_t mostNoteBytes = 8u << 20;
 
 class Runner {
   public:
-    Runner(const AbsDesign& design, SiReader& steps, const Observers& observers, std::uint64_t mostWork)
-        : design_(design),
-          steps_(steps),
-          columns_(steps.Head().Columns),
-          observers_(observers),
-          machine_(design) {
+    Runner(const AbsDesign& design, const std::vector<std::size_t>& columns, const Steps& steps,
+           const Observers& observers, std::uint64_t mostWork)
+        : design_(design), steps_(steps), columns_(columns), observers_(observers), machine_(design) {
         machine_.SetMostWork(mostWork);
         for (const std::size_t net : columns_) {
             const Net& record = design.Nets[net];
@@ -27,7 +24,7 @@ class Runner {
     RunResult Run() {
         if (machine_.UsesDefaultClock()) result_.Messages.Add("0305vs", 0);
         Step step;
-        while (steps_.Next(step) && TakeStep(step)) continue;
+        while (steps_(step) && TakeStep(step)) continue;
         if (result_.Vectors == 0) result_.Messages.Add("0307vs", 0);
         result_.LastNotes = std::move(record_.Notes);
         return std::move(result_);
@@ -191,7 +188,7 @@ class Runner {
     }
 
     const AbsDesign& design_;
-    SiReader& steps_;
+    const Steps& steps_;
     const std::vector<std::size_t>& columns_;
     std::vector<Column> kinds_;  // what drives a column depends on
     const Observers& observers_;
@@ -215,9 +212,9 @@ std::vector<std::size_t> MismatchesOf(const VectorRecord& record) {
     return columns;
 }
 
-RunResult RunVectors(const AbsDesign& design, SiReader& steps, const Observers& observers,
-                     std::uint64_t mostWork) {
-    return Runner(design, steps, observers, mostWork).Run();
+RunResult RunVectors(const AbsDesign& design, const std::vector<std::size_t>& columns, const Steps& steps,
+                     const Observers& observers, std::uint64_t mostWork) {
+    return Runner(design, columns, steps, observers, mostWork).Run();
 }
 
 }  // namespace sim

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "sim/Machine.h"
-#include "sim/SiReader.h"
+#include "sim/SiFile.h"
 
 namespace sim {
 
@@ -26,6 +26,9 @@ struct RunResult {
     MessageLog Messages;
 };
 
+// Gives the next step; false at the end.
+using Steps = std::function<bool(Step& step)>;
+
 // Columns whose expected value was not found.
 std::vector<std::size_t> MismatchesOf(const VectorRecord& record);
 
@@ -37,12 +40,11 @@ struct Observers {
     std::function<void(const VectorRecord& record)> Vector;
 };
 
-// Runs the vectors in order. A vector sets its inputs (C to 0, K to 1), then pulses C and K, then compares.
-// What a value does at a pin that can be driven: 0 1 drive it; X makes an input unknown; P and * leave an
-// input as it is; all else releases the pin. A vector with P loads the registers at its 0 and 1 instead of
-// driving them.
-// `mostWork` bounds the work, see Machine.
-RunResult RunVectors(const AbsDesign& design, SiReader& steps, const Observers& observers,
-                     std::uint64_t mostWork = Machine::DefaultWork);
+// Runs the vectors in order; `columns` are the nets of their test values. A vector sets its inputs (C to 0, K
+// to 1), then pulses C and K, then compares. What a value does at a pin that can be driven: 0 1 drive it; X
+// makes an input unknown; P and * leave an input as it is; all else releases the pin. A vector with P loads
+// the registers at its 0 and 1 instead of driving them. `mostWork` bounds the work, see Machine.
+RunResult RunVectors(const AbsDesign& design, const std::vector<std::size_t>& columns, const Steps& steps,
+                     const Observers& observers, std::uint64_t mostWork = Machine::DefaultWork);
 
 }  // namespace sim

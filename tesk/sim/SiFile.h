@@ -53,6 +53,7 @@ struct SiLimits {
 
 // The vectors that a file holds, and what is wrong in it.
 struct SiResult {
+    SiHead Head;
     std::size_t Vectors = 0;  // repeats counted
     MessageLog Messages;
     bool Ok() const { return Messages.Errors() == 0; }
@@ -64,6 +65,7 @@ struct SiResult {
 // the letters C K L H Z N P * for each member (C only where it is no digit), at most 100 digits. A number
 // drives inputs (0, 1) and is expected at outputs (L, H); at bidirectional members 'value' drives and "value"
 // is expected.
-SiResult CheckSi(Source& source, const AbsDesign& design);
+// The steps of a file without errors go to `steps`.
+SiResult CheckSi(Source& source, const AbsDesign& design, Sink& steps);
 
 }  // namespace sim

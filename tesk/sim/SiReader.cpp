@@ -7,6 +7,7 @@
 #include "base/Text.h"
 #include "base/modLib.h"
 #include "sim/SiHead.h"
+#include "sim/SiSteps.h"
 
 namespace sim {
 
@@ -87,11 +88,13 @@ bool SiReader::TakeVector(std::string_view row, Step& step) {
     return false;
 }
 
-SiResult CheckSi(Source& source, const AbsDesign& design) {
+SiResult CheckSi(Source& source, const AbsDesign& design, Sink& steps) {
     SiResult result;
     SiReader reader(source, design, result.Messages);
     Step step;
-    while (reader.Next(step)) continue;
+    while (reader.Next(step))
+        if (result.Ok()) PutStep(step, steps);
+    result.Head = reader.Head();
     result.Vectors = reader.Vectors();
     return result;
 }

@@ -3,6 +3,8 @@
 #include <optional>
 
 #include "sim/JedVectors.h"
+#include "sim/SiReader.h"
+#include "sim/SiSteps.h"
 #include "sim/SoFile.h"
 #include "sim/Vcd.h"
 
@@ -19,18 +21,19 @@ void Take(SimulationResult& result, const MessageLog& log) {
 
 class Simulator {
   public:
-    Simulator(const Checked& checked, Source& si, const SimulationOptions& options,
+    Simulator(const Checked& checked, Source& steps, const SimulationOptions& options,
               const SimulationOutputs& outputs)
         : design_(checked.Abs.Design),
           outputs_(outputs),
-          steps_(si, design_, told_),
-          so_(design_, steps_.Head(), checked.Si.Vectors, outputs.Aside) {
-        if (options.Append && design_.PinCount > 0) jed_.emplace(design_, steps_.Head());
+          columns_(checked.Si.Head.Columns),
+          steps_(steps),
+          so_(design_, checked.Si.Head, checked.Si.Vectors, outputs.Aside) {
+        if (options.Append && design_.PinCount > 0) jed_.emplace(design_, checked.Si.Head);
     }
 
     void Run(SimulationResult& result) {
         VcdWriter waves(design_, outputs_.Vcd);
-        run_ = RunVectors(design_, steps_,
+        run_ = RunVectors(design_, columns_, [&](Step& step) { return steps_.Next(step); },
                           {[&](std::uint64_t time, const Machine& machine) { waves.Sample(time, machine); },
                            [&](const VectorRecord& record) { Take(record); }});
         if (waves.Full()) run_.Messages.Add("0308vs", 0);
@@ -64,8 +67,8 @@ class Simulator {
 
     const AbsDesign& design_;
     const SimulationOutputs& outputs_;
-    MessageLog told_;  // what the check has said
-    SiReader steps_;
+    const std::vector<std::size_t>& columns_;
+    StepReader steps_;
     SoWriter so_;
     std::optional<JedVectors> jed_;
     RunResult run_;
@@ -77,19 +80,24 @@ SimulationOptions ParseOptions(std::string_view letters) {
     return {letters.find('l') != letters.npos, letters.find('j') != letters.npos};
 }
 
-Checked Check(std::string_view abs, Source& si) {
+Checked Check(std::string_view abs, Source& si, Sink& steps) {
     Checked checked;
     checked.Abs = ReadAbs(abs);
-    if (checked.Abs.Ok()) checked.Si = CheckSi(si, checked.Abs.Design);
+    if (checked.Abs.Ok()) {
+        checked.Si = CheckSi(si, checked.Abs.Design, steps);
+    } else {
+        MessageLog untold;
+        checked.Si.Head = SiReader(si, checked.Abs.Design, untold).Head();
+    }
     return checked;
 }
 
-SimulationResult Simulate(const Checked& checked, Source& si, std::string_view jedec,
+SimulationResult Simulate(const Checked& checked, Source& steps, Source& si, std::string_view jedec,
                           const SimulationOptions& options, const SimulationOutputs& outputs) {
     SimulationResult result;
     Take(result, checked.Abs.Messages);
     Take(result, checked.Si.Messages);
-    Simulator simulator(checked, si, options, outputs);
+    Simulator simulator(checked, steps, options, outputs);
     if (checked.Ok()) simulator.Run(result);
     if (checked.Ok() && options.Append) simulator.Append(result, jedec);
     simulator.WriteSo(result, options.Listing ? &si : nullptr);

@@ -23,12 +23,12 @@ SimulationOptions ParseOptions(std::string_view letters);
 // What was read of a design and its vectors.
 struct Checked {
     AbsResult Abs;
-    SiResult Si;  // empty if the design is not to be used
+    SiResult Si;  // of a design that is not to be used the head alone
     bool Ok() const { return Abs.Ok() && Si.Ok(); }
 };
 
-// Takes any bytes.
-Checked Check(std::string_view abs, Source& si);
+// Takes any bytes. The steps of the vectors go to `steps`.
+Checked Check(std::string_view abs, Source& si, Sink& steps);
 
 // Where a simulation writes.
 struct SimulationOutputs {
@@ -48,9 +48,9 @@ struct SimulationResult {
     std::size_t Mismatches = 0;
 };
 
-// Runs the vectors, one by one, unless the check found errors. `jedec` is the text that they are appended to,
-// empty if there is none.
-SimulationResult Simulate(const Checked& checked, Source& si, std::string_view jedec,
+// Runs the steps that the check gave, one by one, unless it found errors. `si` is read for the listing alone.
+// `jedec` is the text that the vectors are appended to, empty if there is none.
+SimulationResult Simulate(const Checked& checked, Source& steps, Source& si, std::string_view jedec,
                           const SimulationOptions& options, const SimulationOutputs& outputs);
 
 }  // namespace sim

@@ -52,11 +52,11 @@ struct Simulated : sim::SimulationResult {
 inline Simulated Simulate(const SimulationTexts& texts, const sim::SimulationOptions& options,
                           std::size_t piece = 1u << 16) {
     TextSource si(texts.Si, piece);
-    TextSpool so, vcd, aside;
+    TextSpool so, vcd, steps, aside;
     Simulated result;
-    const sim::Checked checked = sim::Check(texts.Abs, si);
+    const sim::Checked checked = sim::Check(texts.Abs, si, steps);
     static_cast<sim::SimulationResult&>(result) =
-        sim::Simulate(checked, si, texts.Jed, options, {so, vcd, aside, nullptr});
+        sim::Simulate(checked, steps.Back(), si, texts.Jed, options, {so, vcd, aside, nullptr});
     result.So = so.Text;
     result.Vcd = vcd.Text;
     return result;

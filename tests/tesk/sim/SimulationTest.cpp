@@ -7,6 +7,7 @@
 
 #include "SimTexts.h"
 #include "sim/Run.h"
+#include "sim/SiReader.h"
 
 namespace {
 
@@ -255,8 +256,9 @@ TEST(Si, LimitsAreTold) {
     for (const auto& c : cases) {
         const auto abs = sim::ReadAbs(Texts(design, "", "").Abs);
         test::TextSource source(c.si);
+        test::TextSpool steps;
         test::Simulated result;
-        result.Messages = sim::CheckSi(source, abs.Design).Messages.Items();
+        result.Messages = sim::CheckSi(source, abs.Design, steps).Messages.Items();
         EXPECT_EQ(Codes(result), c.codes) << c.si.substr(0, 60);
     }
 }
@@ -274,7 +276,8 @@ TEST(Simulation, WorkIsBounded) {
     test::TextSource source(texts.Si);
     sim::MessageLog log;
     sim::SiReader steps(source, abs.Design, log);
-    const auto result = sim::RunVectors(abs.Design, steps, {}, 5'000'000);
+    const auto result = sim::RunVectors(
+        abs.Design, steps.Head().Columns, [&](sim::Step& step) { return steps.Next(step); }, {}, 5'000'000);
     ASSERT_GE(result.Messages.Items().size(), 2u);
     EXPECT_EQ(result.Messages.Items()[0].Number, "0302vs");
     EXPECT_EQ(result.Messages.Items().back().Number, "0306vs");
