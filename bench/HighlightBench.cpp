@@ -6,7 +6,7 @@
 #include "editor/Highlighter.h"
 #include "editor/SearchingHighlight.h"
 #include "platform/qt/TextBox.h"
-#include "session/HighlightTables.h"
+#include "editor/HighlightTables.h"
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -37,8 +37,8 @@ struct Bench {
 
     Bench() {
         State.HighlightEnabled = true;
-        State.Keywords = session::DefaultKeywords();
-        State.Delimiters = session::MakeDelimiters();
+        State.Keywords = editor::DefaultKeywords();
+        State.Delimiters = editor::MakeDelimiters();
     }
 };
 

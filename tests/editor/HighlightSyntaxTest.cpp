@@ -71,7 +71,7 @@ TEST_F(HighlightSyntax, WholePassResetsColourOnly) {
 
     State.HighlightEnabled = true;
     State.Keywords.clear();
-    Doc.Title = "C:\\X.PLD\\READ.ME";
+    Doc.SetCaption("C:\\X.PLD\\READ.ME");
     State.DefaultTextColor = 0;
     editor::HighlightSyntax(App, Doc);
     EXPECT_EQ(Box.Picture(), "zzzzzzzz");  // no design

@@ -106,9 +106,9 @@ TEST_F(HighlightWord, CommentWhoseStartHasMovedBehindTheCaret) {
 
 TEST_F(HighlightWord, LeavesOtherTextsAndPlacesAlone) {
     EXPECT_EQ(Typed("", ""), "");
-    Doc.Title = "C:\\A.TXT";
+    Doc.SetCaption("C:\\A.TXT");
     EXPECT_EQ(Typed("", "PIN"), "...");
-    Doc.Title = "c:\\a.pld";
+    Doc.SetCaption("c:\\a.pld");
     State.HighlightEnabled = false;
     EXPECT_EQ(Typed("", "PIN"), "...");
     EXPECT_TRUE(editor::IsHighlightKey(State, 46));

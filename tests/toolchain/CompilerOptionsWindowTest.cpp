@@ -161,11 +161,8 @@ TEST_F(CompilerWindow, ChooseLibrary) {
     EXPECT_EQ(State.LibraryName, "C:\\NEW\\FULL.DL");
 }
 
-TEST_F(CompilerWindow, ShowCatalogAndHelp) {
+TEST_F(CompilerWindow, ShowCatalogAsksForAMissingOne) {
     Open("m1");
-    Key(Qt::Key_F1);
-    EXPECT_EQ(Hall.Calls, std::vector<std::string>{"ShowHelpTopic Compiler"});
-
     State.DeviceCatalog = "C:\\old.cat";
     EXPECT_FALSE(Window->ShowCatalog());
     EXPECT_EQ(Desk.Boxes.LastText(),

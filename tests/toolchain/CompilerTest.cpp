@@ -72,7 +72,7 @@ class CompilerTest : public testing::Test {
         State.sProject = "C:\\WORK\\COUNT8";
         State.WorkDir = "C:\\WORK";
         Files.Files["C:\\WORK\\COUNT8.PLD"] = "old";
-        Doc.FileName = Doc.Title = "C:\\WORK\\COUNT8.PLD";
+        Doc.SetFile("C:\\WORK\\COUNT8.PLD", "C:\\WORK\\COUNT8.PLD");
         Doc.Box.Content = "new";
     }
     std::string Field(std::size_t index) const {  // of the record, without its NUL and filling

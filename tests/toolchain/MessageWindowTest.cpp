@@ -42,8 +42,6 @@ class MessageWindow : public testing::Test, protected doubles::FormUser {
         std::string seen;
         Drive(action, {{"frmErrorMessage", "OK", [&] {
                             seen = Texts({"txtCode", "txtLevel", "txtMessage", "txtDescription", "txtInfo"});
-                            TabTo("txtInfo");
-                            Key(Qt::Key_F1);
                             Click("OK");
                         }}});
         return seen;
@@ -115,21 +113,15 @@ TEST_F(MessageWindow, ALineWithACodeOpensItsExplanation) {
     List->setCurrentIndex(List->model()->index(2, 0));
     EXPECT_EQ(Opened([&] { QTest::keyClick(List, Qt::Key_F1); }),
               "9999zz|Fatal|Unknown Error||Contact Brennick Labs, Customer Support.|");
-    EXPECT_EQ(Hall.Calls, std::vector<std::string>(4, "ShowHelpTopic Errors"));
 }
 
-TEST_F(MessageWindow, FontAndPlacement) {
+TEST_F(MessageWindow, TakesNameAndStyleOfItsFontNotTheSize) {
     const double size = List->font().pointSizeF();
     State.MessageFont = {.Name = "Courier New", .Size = 30, .Bold = true, .Italic = true, .ForeColor = 0};
     Window->ResetFont();
     EXPECT_EQ(List->font().family(), "Courier New");
     EXPECT_TRUE(List->font().bold() && List->font().italic());
     EXPECT_EQ(List->font().pointSizeF(), size);
-    const auto place = frmMessage::InitialPlacement({100, 100, 12000, 9000}, 7500);
-    EXPECT_EQ(place.Left, 0);
-    EXPECT_EQ(place.Width, 9000);
-    EXPECT_EQ(place.Height, 1785);
-    EXPECT_EQ(place.Top, 7500 - 1785);
 }
 
 class StatusWindow : public MessageWindow {
@@ -176,7 +168,7 @@ TEST_F(StatusWindow, ClosesByItsButtonOnlyWhenThatIsEnabled) {
 TEST_F(StatusWindow, FormsShowTheirCaptionsInWhole) {
     const auto status = [&] { return std::make_unique<frmStatus>(Host.Libraries, Host.Boxes); };
     EXPECT_EQ(doubles::CutTexts(status), "");
-    const auto message = [&] { return std::make_unique<frmErrorMessage>(ErrorEntry{}, Hall); };
+    const auto message = [&] { return std::make_unique<frmErrorMessage>(ErrorEntry{}); };
     EXPECT_EQ(doubles::CutTexts(message), "");
 }
 

@@ -100,7 +100,7 @@ TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
     desktop.Boxes.Files = {std::nullopt, folder.Logic("Copy.txt")};
     Save(first);  // an untitled text asks; cancelled
     EXPECT_EQ(state.Documents.Count(), 1u);
-    first.SaveFileAs();
+    first.RunCommand("mnuFileSaveAs");
     EXPECT_EQ(desktop.Boxes.FileRequests.back().Flags, 2050);
     EXPECT_EQ(folder.Read("Copy.txt"), "abc");
     ASSERT_EQ(state.Documents.Count(), 2u);

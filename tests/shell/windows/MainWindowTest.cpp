@@ -7,6 +7,7 @@
 #include "editor/DocumentMenu.h"
 #include "editor/Recovery.h"
 #include "shell/MainMenu.h"
+#include "support/FormUser.h"
 #include "toolchain/frmMessage.h"
 
 using platform::Answer;
@@ -207,8 +208,8 @@ TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
 TEST_F(ShellFixture, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
     Start();
     const shell::frmMain& main = shell->Main();
-    const platform::qt::MenuSet* menus[] = {&main.Menus(), &Open("1.txt", "").Menus(),
-                                            &Open("2.txt", "").Menus()};
+    const platform::qt::MenuSet* menus[] = {&main.Menus(), Open("1.txt", "").Menus(),
+                                            Open("2.txt", "").Menus()};
     for (const auto& [entry, bar] : {std::pair<const char*, const char*>{"mnuViewToolbar", "tbToolBar"},
                                      {"mnuViewStatusBar", "sbStatusBar"}}) {
         const auto& widget = *main.findChild<QWidget*>(bar);
@@ -416,4 +417,17 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     QTest::mouseClick(bar.widgetForAction(button), Qt::LeftButton);
     EXPECT_EQ(desktop.Boxes.LastText(), "File C:\\own tool cannot be found");
     EXPECT_FALSE(shell->Main().findChild<QAction*>("Util4")->isVisible());
+}
+
+TEST_F(ShellFixture, F1InADialogShowsItsTopicAndGoesNoFurther) {
+    Start();
+    doubles::FormUser user;
+    user.Drive([&] { shell->Main().RunCommand("mnuCompiler"); }, {{"frmCompiler", "OK", [&] {
+                                                                       user.Key(Qt::Key_F1);
+                                                                       user.Key(Qt::Key_Escape);
+                                                                   }}});
+    EXPECT_EQ(desktop.Boxes.LastText(), "No help is installed for the topic Compiler.");
+    const std::size_t told = desktop.Boxes.Shown.size();
+    QTest::keyClick(&TextOf(NewText()), Qt::Key_F1);  // a text has no topic
+    EXPECT_EQ(desktop.Boxes.Shown.size(), told);
 }
