@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <string>
 
+#include "editor/HighlightTables.h"
 #include "editor/Highlighter.h"
 #include "editor/SearchingHighlight.h"
 #include "platform/qt/TextBox.h"
-#include "editor/HighlightTables.h"
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"

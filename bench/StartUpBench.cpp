@@ -75,7 +75,8 @@ int main(int argc, char** argv) {
         if (!shell.Start()) return 1;
         for (int i = 0; i < 20; ++i) QApplication::processEvents();
         std::printf("start to the shown main window: %.0f ms CPU\n", CpuMilliseconds());
-        shell.TheApp().Hall.Editor->OpenDocument(files.FromHostPath((installation / "Examples/COUNT8.PLD").string()));
+        shell.TheApp().Hall.Editor->OpenDocument(
+            files.FromHostPath((installation / "Examples/COUNT8.PLD").string()));
         for (int i = 0; i < 20; ++i) QApplication::processEvents();
         const double resident = static_cast<double>(ResidentKilobytes()) / 1024;
         std::printf("resident with one small design: %.1f MB\n", resident);

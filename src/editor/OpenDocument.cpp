@@ -24,7 +24,8 @@ void EnterProject(session::App& app, session::Document& document, const std::str
 }
 
 SymbolDesk DeskOf(session::App& app) {
-    return {app.Host.Desktop, app.Host.Boxes, [&app](const std::string& text) { app.Hall.Main->SetPanel(1, text); }};
+    return {app.Host.Desktop, app.Host.Boxes,
+            [&app](const std::string& text) { app.Hall.Main->SetPanel(1, text); }};
 }
 
 void OpenFile(session::App& app, session::Document& document, const std::string& path) {

@@ -21,8 +21,8 @@ class DocumentFactory {
 session::Document* OpenDocument(session::App& app, DocumentFactory& factory,
                                 const std::optional<std::string>& path);
 
-// `LoadSymbols` for a document's text, its names behind those that are there; and `mnuMacroSym`, which empties
-// the list first. Errors as there.
+// `LoadSymbols` for a document's text, its names behind those that are there; and `mnuMacroSym`, which
+// empties the list first. Errors as there.
 void ReadSymbols(session::App& app, session::Document& document);
 void ReadSymbolsAgain(session::App& app, session::Document& document);
 

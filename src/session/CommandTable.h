@@ -42,7 +42,8 @@ class CommandTable {
     }
 
     const Row* Find(std::string_view entry) const {
-        const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const Row& r) { return r.Entry == entry; });
+        const auto row =
+            std::find_if(rows_.begin(), rows_.end(), [&](const Row& r) { return r.Entry == entry; });
         return row == rows_.end() ? nullptr : &*row;
     }
 

@@ -33,9 +33,9 @@ class Document {
     bool ShowsProject = false;  // the mark at mnuProject
 
     virtual platform::RichTextBox& txtText() = 0;
-    virtual void UpdateMenus() = 0;    // they show RecentFiles, Tools and ShowsProject
-    virtual void BringToFront() = 0;   // ZOrder 0
-    virtual bool Unload() = 0;         // false if the user refused
+    virtual void UpdateMenus() = 0;   // they show RecentFiles, Tools and ShowsProject
+    virtual void BringToFront() = 0;  // ZOrder 0
+    virtual bool Unload() = 0;        // false if the user refused
 
     // Caption and path: what the window is called, and the upper-case path of its file, empty if it has none.
     const std::string& Caption() const { return caption_; }
@@ -44,8 +44,8 @@ class Document {
     void SetFile(const std::string& caption, const std::string& fileName);
 
     // Whether the text is that of the file.
-    bool Dirty() const { return dirty_; }      // changed since it was read or written
-    bool Unread() const { return unread_; }    // the file is there and could not be read
+    bool Dirty() const { return dirty_; }                 // changed since it was read or written
+    bool Unread() const { return unread_; }               // the file is there and could not be read
     std::uint64_t Revision() const { return revision_; }  // counts the changes of txtText
     void TextChanged();
     void MarkSaved();

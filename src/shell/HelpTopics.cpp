@@ -31,8 +31,8 @@ constexpr HelpTopic topics[] = {
 }  // namespace
 
 const char* HelpTopicOf(std::string_view form) {
-    const auto row =
-        std::find_if(std::begin(topics), std::end(topics), [&](const HelpTopic& t) { return t.Form == form; });
+    const auto row = std::find_if(std::begin(topics), std::end(topics),
+                                  [&](const HelpTopic& t) { return t.Form == form; });
     return row == std::end(topics) ? nullptr : row->Topic;
 }
 

@@ -105,7 +105,8 @@ void TickOnOther(ToolbarState& toolbar, bool hasDocuments, TickEffects& effects)
     constexpr std::int16_t lastBeforeTools = 9;  // as long as no document was ever open
     effects.mnuFilePrint = false;
     if (toolbar.tbLastButton == 0) toolbar.tbLastButton = lastBeforeTools;
-    for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard}) Enable(toolbar, group, false);
+    for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard})
+        Enable(toolbar, group, false);
     if (toolbar.tbLastButton > lastBeforeTools) {
         Enable(toolbar, G::Run, false);
         Enable(toolbar, G::Tool, false);
@@ -192,7 +193,8 @@ TickEffects TBMenuTimer(ToolbarState& toolbar, const ActiveChild& child, bool cl
     TickEffects effects;
     if (child.Kind == ChildKind::None) {
         HideTools(toolbar, FirstToolButton);
-        for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard, G::Run}) Enable(toolbar, group, false);
+        for (const ButtonGroup group : {G::Save, G::Print, G::Selection, G::Clipboard, G::Run})
+            Enable(toolbar, group, false);
         effects.mnuClose = false;
         effects.ClearPanel1 = true;
         return effects;

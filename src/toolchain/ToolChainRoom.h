@@ -20,7 +20,8 @@ class frmMessage;
 // message list keep.
 class ToolChainRoom : public session::ToolChain {
   public:
-    // Enters itself and its commands into the hall. `outputsFile`: logic path of the record of what runs wrote.
+    // Enters itself and its commands into the hall. `outputsFile`: logic path of the record of what runs
+    // wrote.
     ToolChainRoom(session::App& app, std::string outputsFile);
     ~ToolChainRoom() override;
 

@@ -1,11 +1,9 @@
 #include "toolchain/frmErrorMessage.h"
 
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
 #include "base/Text.h"
-#include "platform/qt/Guard.h"
 
 namespace toolchain {
 namespace {
@@ -38,7 +36,7 @@ frmErrorMessage::frmErrorMessage(const ErrorEntry& entry, QWidget* owner)
             }),
             Buttons({{"OK", "OK", [this] { accept(); }}})},
            Size::OfUser);
-    ResizeTo(70, 25);
+    ResizeTo(88, 25);
     Control<QPushButton>("OK").setFocus();
 }
 

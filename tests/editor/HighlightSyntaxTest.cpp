@@ -1,8 +1,8 @@
 #include <random>
 
 #include "editor/HighlightFixture.h"
-#include "editor/SearchingHighlight.h"
 #include "editor/HighlightTables.h"
+#include "editor/SearchingHighlight.h"
 
 namespace {
 

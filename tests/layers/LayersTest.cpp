@@ -43,8 +43,8 @@ std::string Head(const std::string& path) { return path.substr(0, path.find('/')
 
 bool IsWindow(const std::string& file) {
     const std::string name = fs::path(file).filename().string();
-    return name.starts_with("frm") || file.find("/windows/") != std::string::npos ||
-           file.find("/app/") != std::string::npos;
+    return name.starts_with("frm") || name.ends_with("Room.h") ||
+           file.find("/windows/") != std::string::npos || file.find("/app/") != std::string::npos;
 }
 
 std::set<std::string> MayInclude(const std::string& room) {
@@ -76,6 +76,30 @@ TEST(Layers, LogicKnowsNoToolkit) {
                           include.Target.starts_with("Qsci/") || include.Target.starts_with("platform/qt/");
         EXPECT_TRUE(mayUseQt || !isQt) << include.File << " includes " << include.Target;
     }
+}
+
+TEST(Layers, TheShellKnowsARoomByItsDoorAlone) {
+    int doors = 0;
+    for (const Include& include : IncludesBelow("src")) {
+        if (Head(include.File) != "shell" || !rooms.contains(Head(include.Target))) continue;
+        const bool isDoor = include.Target.ends_with("Room.h");
+        doors += isDoor ? 1 : 0;
+        EXPECT_TRUE(isDoor || !IsWindow(include.Target)) << include.File << " includes " << include.Target;
+    }
+    EXPECT_GE(doors, 3);
+}
+
+TEST(Layers, TheDoorsInTheHallAreSmall) {
+    int largest = 0;
+    for (const auto& entry : fs::directory_iterator(fs::path(SOURCE_FOLDER) / "src" / "session")) {
+        std::ifstream file(entry.path());
+        int calls = 0;
+        for (std::string line; std::getline(file, line);)
+            calls += line.find("virtual") != line.npos && line.find("= 0;") != line.npos ? 1 : 0;
+        EXPECT_LT(calls, 10) << entry.path();
+        largest = std::max(largest, calls);
+    }
+    EXPECT_GE(largest, 5) << "they were not found";
 }
 
 TEST(Layers, TheToolChainStandsOnItsOwn) {

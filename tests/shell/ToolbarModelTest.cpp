@@ -27,10 +27,14 @@ struct Toolbar : testing::Test {
             State.CustUtils[i] = {i % 2 == 0 ? "C:\\X.EXE" : "MACRO1", "My" + std::to_string(i), true, true};
         }
     }
-    // A letter for each of the buttons 1 to 30: "-" hidden, "e" enabled, "d" disabled.
+    // A letter for each of the buttons 1 to 30: "-" hidden, "|" a separator, "e" enabled, "d" disabled.
     std::string Picture() const {
         std::string picture;
-        for (const auto& button : Bar.Buttons) picture += !button.Visible ? '-' : button.Enabled ? 'e' : 'd';
+        for (std::size_t i = 0; i < Bar.Buttons.size(); ++i) {
+            const char shown = Bar.Buttons[i].Enabled ? 'e' : 'd';
+            const bool isLine = *shell::ToolbarTable()[i].Key == '\0';
+            picture += !Bar.Buttons[i].Visible ? '-' : isLine ? '|' : shown;
+        }
         return picture;
     }
 };
@@ -46,7 +50,7 @@ TEST_F(Toolbar, ThirteenToolsFillItExactly) {
     EXPECT_EQ(Bar.Button(28).Tip, "My5");
     EXPECT_EQ(Doc.Tools.Places[13].Caption, "My5");
     EXPECT_TRUE(Doc.Tools.HasMacro && Doc.Tools.HasTools);
-    EXPECT_EQ(Picture(), std::string(30, 'e'));
+    EXPECT_EQ(Picture(), "eee|e|eee|eeee|eeeeeeeeeeeee|e");
 
     for (auto& tool : State.StdUtils) tool = {"", tool.Name, false, false};
     for (auto& tool : State.CustUtils) tool.Program.clear();
@@ -55,7 +59,7 @@ TEST_F(Toolbar, ThirteenToolsFillItExactly) {
     EXPECT_EQ(Bar.tbLastButton, 16);
     EXPECT_EQ(Bar.Button(16).Tip, "Stavrik");
     EXPECT_EQ(Bar.Button(16).Image, 15);
-    EXPECT_EQ(Picture(), "eeeeeeeeeeeeeeee------------ee");
+    EXPECT_EQ(Picture(), "eee|e|eee|eeee|e------------|e");
     EXPECT_FALSE(Doc.Tools.Places[11].IsVisible || Doc.Tools.HasMacro);
     EXPECT_TRUE(Doc.Tools.Places[12].IsVisible);  // only eleven rows are cleared
     EXPECT_FALSE(Doc.Tools.HasTools);
@@ -64,7 +68,7 @@ TEST_F(Toolbar, ThirteenToolsFillItExactly) {
 TEST_F(Toolbar, TimerFollowsTheActiveChild) {
     const ActiveChild none, project{ChildKind::Closable, "", 0}, messages{ChildKind::Other, "Messages", 0};
     auto effects = shell::TBMenuTimer(Bar, none, true, false);
-    EXPECT_EQ(Picture(), "eedddddddddddde-------------ee");
+    EXPECT_EQ(Picture(), "eed|d|ddd|dddd|-------------|e");
     EXPECT_EQ(effects.mnuClose, false);
     EXPECT_FALSE(effects.mnuFilePrint.has_value());
     EXPECT_TRUE(effects.ClearPanel1);
@@ -72,7 +76,7 @@ TEST_F(Toolbar, TimerFollowsTheActiveChild) {
     // Before the first document: the project alone.
     effects = shell::TBMenuTimer(Bar, project, true, false);
     EXPECT_EQ(Bar.tbLastButton, 9);
-    EXPECT_EQ(Picture(), "eeddddddde----e-------------ee");
+    EXPECT_EQ(Picture(), "eed|d|ddd|----|-------------|e");
     EXPECT_EQ(effects.mnuClose, true);
     EXPECT_EQ(effects.mnuFilePrint, false);
     EXPECT_FALSE(effects.ClearPanel1);
@@ -80,22 +84,22 @@ TEST_F(Toolbar, TimerFollowsTheActiveChild) {
     State.StdUtils[0].Toolbar = State.StdUtils[1].Toolbar = true;
     shell::SetTBMenu(Bar, Doc, State);
     effects = shell::TBMenuTimer(Bar, Design, false, true);
-    EXPECT_EQ(Picture(), "eeeeeddddeeeeeeee-----------ee");
+    EXPECT_EQ(Picture(), "eee|e|ddd|eeee|ee-----------|e");
     EXPECT_EQ(effects.mnuEditCut, false);
     EXPECT_EQ(effects.mnuEditPaste, false);
 
     effects = shell::TBMenuTimer(Bar, {ChildKind::Document, "Untitled 1", 3}, true, true);
-    EXPECT_EQ(Picture(), "eeeeedeeeeddddeee-----------ee");
+    EXPECT_EQ(Picture(), "eee|e|eee|dddd|ee-----------|e");
     EXPECT_TRUE(*effects.mnuEditCut && *effects.mnuEditCopy && *effects.mnuEditPaste &&
                 *effects.mnuFilePrint);
 
     effects = shell::TBMenuTimer(Bar, messages, true, true);  // a document is left
-    EXPECT_EQ(Picture(), "eedddddddeddddedd-----------ee");
+    EXPECT_EQ(Picture(), "eed|d|ddd|dddd|dd-----------|e");
     EXPECT_EQ(effects.mnuClose, false);
     shell::TBMenuTimer(Bar, project, true, false);  // the last one is closed
-    EXPECT_EQ(Picture(), "eeddddddde----e-------------ee");
+    EXPECT_EQ(Picture(), "eed|d|ddd|----|-------------|e");
     shell::TBMenuTimer(Bar, Design, true, true);
-    EXPECT_EQ(Picture(), "eeeeedddeeeeeeeee-----------ee");
+    EXPECT_EQ(Picture(), "eee|e|dde|eeee|ee-----------|e");
 }
 
 TEST_F(Toolbar, CompileButtonsGoByTheWholeCaption) {

@@ -32,7 +32,7 @@ class RecoveryKeeper {
     DocumentWindows& windows_;
     Recovery recovery_;
     std::map<const session::Document*, std::uint64_t> kept_;  // revision of the copy
-    std::string told_;                                          // in the status bar; empty: all is well
+    std::string told_;                                        // in the status bar; empty: all is well
     std::unique_ptr<platform::Timer> RecoveryTimer;
     QObject alive_;  // hears of the documents while this stands
 };

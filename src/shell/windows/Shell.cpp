@@ -118,8 +118,7 @@ platform::qt::ChildPlaces Shell::PlacesBeside(const session::Placement& messages
 
 std::optional<platform::qt::ChildPlaces> Shell::PlacesOfNew() const {
     if (!app_.State.AutoArrange) return std::nullopt;
-    return PlacesBeside(
-        toolChain_.MessagesPlacement().value_or(MessageListPlacement(main_->Measures())));
+    return PlacesBeside(toolChain_.MessagesPlacement().value_or(MessageListPlacement(main_->Measures())));
 }
 
 void Shell::ArrangeWindows() {

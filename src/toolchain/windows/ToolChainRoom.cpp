@@ -22,11 +22,10 @@ ToolChainRoom::ToolChainRoom(session::App& app, std::string outputsFile)
 ToolChainRoom::~ToolChainRoom() = default;
 
 void ToolChainRoom::AddCommands() {
-    app_.Hall.MainCommands.Add({{"mnuCompiler", [this](int) {
-                                     platform::qt::Modal(
-                                         new frmCompiler(app_, compilerOptions_, &frame_->Window()))
-                                         .Run();
-                                 }}});
+    app_.Hall.MainCommands.Add(
+        {{"mnuCompiler", [this](int) {
+              platform::qt::Modal(new frmCompiler(app_, compilerOptions_, &frame_->Window())).Run();
+          }}});
     app_.Hall.DocumentCommands.Add({
         {"mnuRunDepCompile", [this](Document& document, int) { compiler_->RunDepCompile(document); }},
         {"mnuRunIndepCompile", [this](Document& document, int) { compiler_->RunIndepCompile(document); }},

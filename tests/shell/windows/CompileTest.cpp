@@ -44,9 +44,7 @@ class CompileTest : public ShellFixture {
         user.start(50);
         document.RunCommand("mnuRunDepCompile");
     }
-    QAbstractItemModel& Lines() {
-        return *Messages().findChild<QAbstractItemView*>("lstMessages")->model();
-    }
+    QAbstractItemModel& Lines() { return *Messages().findChild<QAbstractItemView*>("lstMessages")->model(); }
     // The texts of the explanation that a click on the line opens.
     QString Explain(int row) {
         auto& list = *Messages().findChild<QAbstractItemView*>("lstMessages");

@@ -155,7 +155,8 @@ TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
 
 TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
     Start();
-    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"}) shell->TheApp().Hall.Editor->UpdateMru(name);
+    for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"})
+        shell->TheApp().Hall.Editor->UpdateMru(name);
     EXPECT_EQ(state.RecentFiles, (std::array<std::string, 7>{"4", "7", "6", "5", "3", "2", ""}));
     EXPECT_EQ(state.LastPath, "4");  // no backslash: the first character
     editor::frmDocument& open = Open("a.txt", "");
