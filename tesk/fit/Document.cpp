@@ -107,7 +107,7 @@ std::string ChipDiagram(const Device& device, const Design& design, const Fit& f
     for (std::size_t i = 1; i <= half; ++i) {
         const auto right = 2 * half + 1 - i;
         const auto left = base::PadLeft(labels[i].substr(0, labelWidth), labelWidth);
-        text += left + " -|" + " " + base::PadRight(std::to_string(i), 2) + "        " +
+        text += left + " -| " + base::PadRight(std::to_string(i), 2) + "        " +
                 base::PadLeft(std::to_string(right), 2) + " |- " + labels[right];
         while (text.back() == ' ') text.pop_back();
         text += lineEnd;

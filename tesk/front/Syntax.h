@@ -10,6 +10,7 @@
 #include "front/Constant.h"
 #include "front/Extension.h"
 #include "front/Place.h"
+#include "model/Header.h"
 
 // The design as it is written: statements and expressions, names not yet resolved. Texts are views into the
 // expanded source.
@@ -128,21 +129,9 @@ using Statement =
     std::variant<Declaration, FieldDeclaration, MinDeclaration, EquationStatement, TableStatement,
                  MachineStatement, ConditionStatement, FunctionStatement, FuseStatement>;
 
-// The header's keywords, in the order in which outputs list them.
-struct HeaderWord {
-    std::string_view Name;
-    std::string_view Short;  // empty if there is none
-};
-inline constexpr std::array<HeaderWord, 10> headerWords{{{"Name", ""},
-                                                         {"Partno", ""},
-                                                         {"Date", ""},
-                                                         {"Revision", "Rev"},
-                                                         {"Designer", ""},
-                                                         {"Company", ""},
-                                                         {"Assembly", "Assy"},
-                                                         {"Location", "Loc"},
-                                                         {"Device", ""},
-                                                         {"Format", ""}}};
+using model::HeaderWord;
+using model::headerWords;
+
 struct Header {
     std::array<std::string, headerWords.size()> Texts;
     std::array<bool, headerWords.size()> Given{};

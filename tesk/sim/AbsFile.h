@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/Header.h"
 #include "model/Register.h"
 #include "sim/MessageLog.h"
 
@@ -77,7 +78,7 @@ struct Field {
 };
 
 struct AbsDesign {
-    // Header keywords in the spelling of the first column of `HeaderKeywords`, and their texts.
+    // Header keywords as in model::headerWords, and their texts.
     std::map<std::string, std::string> Header;
     std::string Device;  // mnemonic, "virtual" for none
     int PinCount = 0;    // of the package; 0 if it has none
@@ -86,13 +87,6 @@ struct AbsDesign {
     std::vector<Function> Functions;
     bool operator==(const AbsDesign&) const = default;
 };
-
-// Header keywords and their short form (empty if there is none).
-struct HeaderKeyword {
-    std::string_view Name;
-    std::string_view Short;
-};
-const std::vector<HeaderKeyword>& HeaderKeywords();
 
 // What a reader takes; more is an error.
 struct AbsLimits {

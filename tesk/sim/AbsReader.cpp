@@ -81,8 +81,10 @@ class Reader {
     }
 
     void TakeHeader(std::string_view line, const Words& words) {
-        const auto& known = HeaderKeywords();
-        const auto isKeyword = [&](const HeaderKeyword& k) { return words.size() > 1 && k.Name == words[1]; };
+        const auto& known = model::headerWords;
+        const auto isKeyword = [&](const model::HeaderWord& k) {
+            return words.size() > 1 && k.Name == words[1];
+        };
         if (std::none_of(known.begin(), known.end(), isKeyword)) return Fault("0102va", "HEADER");
         const auto textStart = static_cast<std::size_t>(words[1].data() - line.data()) + words[1].size();
         result_.Design.Header[std::string(words[1])] = base::Trim(line.substr(textStart));

@@ -42,11 +42,4 @@ bool CanHave(const Net& net, Input input) {
     return net.Kind != NetKind::Node;
 }
 
-const std::vector<HeaderKeyword>& HeaderKeywords() {
-    static const std::vector<HeaderKeyword> keywords{
-        {"Name", ""},    {"Partno", ""},       {"Date", ""},        {"Revision", "Rev"}, {"Designer", ""},
-        {"Company", ""}, {"Assembly", "Assy"}, {"Location", "Loc"}, {"Device", ""},      {"Format", ""}};
-    return keywords;
-}
-
 }  // namespace sim

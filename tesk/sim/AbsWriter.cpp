@@ -25,7 +25,7 @@ void Add(std::string& text, std::initializer_list<std::string_view> words) {
 }
 
 void AddHeader(std::string& text, const AbsDesign& design) {
-    for (const auto& keyword : HeaderKeywords()) {
+    for (const auto& keyword : model::headerWords) {
         const auto it = design.Header.find(std::string(keyword.Name));
         if (it == design.Header.end()) continue;
         Add(text, {"HEADER", keyword.Name, OneLine(it->second)});

@@ -129,7 +129,7 @@ class Reader {
     }
 
     bool TakeHeader(const std::string& word, const std::string& text) {
-        for (const auto& keyword : HeaderKeywords()) {
+        for (const auto& keyword : model::headerWords) {
             if (base::Upper(keyword.Name) != word &&
                 (keyword.Short.empty() || base::Upper(keyword.Short) != word))
                 continue;
@@ -140,7 +140,7 @@ class Reader {
     }
 
     void CompareHeader() {
-        for (const auto& keyword : HeaderKeywords()) {
+        for (const auto& keyword : model::headerWords) {
             const std::string name(keyword.Name);
             const auto designs = design_.Header.find(name);
             const auto own = header_.find(name);

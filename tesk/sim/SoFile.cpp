@@ -31,7 +31,7 @@ void SoWriter::Flush(Sink& to, std::size_t above) {
 }
 
 void SoWriter::AddHeader() {
-    for (const auto& keyword : HeaderKeywords()) {
+    for (const auto& keyword : model::headerWords) {
         const auto text = design_.Header.find(std::string(keyword.Name));
         if (text == design_.Header.end()) continue;
         Line(base::PadRight(std::string(keyword.Name), 10) + " " + text->second);
