@@ -35,7 +35,9 @@ struct Function {
     Input To = Input::Out;
     std::optional<Sum> True;   // of the function
     std::optional<Sum> False;  // of its complement
-    bool Inverted = false;     // the design was written for the complement ("!Y = …"), see Polarity
+    // The design was written for the complement ("!Y = …"), see Polarity. The compiler never sets it, for it
+    // has made asserted states of all equations; kept for callers that fit equations as they are written.
+    bool Inverted = false;
 };
 
 struct Signal {

@@ -41,7 +41,7 @@ enum class NetKind { Input, Output, Bidirectional, Node };
 enum class Feedback {
     Default,   // the register of a registered net; else the pin if there is one, else the function
     Pin,       // .IO
-    Register,  // .DQ
+    Register,  // .DQ; part of the format, though the compiler writes none
 };
 
 struct Literal {
