@@ -187,19 +187,6 @@ TEST_P(Drill, DeletesLines) {
     });
 }
 
-TEST_P(Drill, ShowsTheLineOfTheCaret) {
-    InTextAndDesign(text, [&](const std::string&) {
-        Key("Down");
-        Key("Right", 3);
-        ExpectSeen("Line:2 Col:3");
-        Key("Home");
-        Key("shift+Down");
-        ExpectSeen("Line:3 Col:-24");  // from the line of the caret to the start of the selection
-        Key("shift+Up", 2);
-        ExpectSeen("Line:1 Col:1");
-    });
-}
-
 TEST_P(Drill, EditsOnAfterANewFont) {
     InTextAndDesign(text, [&](const std::string& name) {
         Key("shift+Right", 4);

@@ -73,6 +73,13 @@ TEST_P(Drill, KeepsAnUntitledTextThatCannotBeSaved) {
     Key("ctrl+s");
     AnswerFile("Save As", PathOf("A.TXT"));
     ExpectFile("A.TXT", "all my work");
+    NewText();
+    Type("given up");
+    Key("ctrl+F4");
+    Answer("Save File", "Save changes to Untitled 2?", "&Yes");
+    WaitWindow("Save As");
+    Key("Escape");
+    ExpectUnseen("Untitled 2", In::Title);
 }
 
 TEST_P(Drill, ExitsWithEachAnswer) {
@@ -90,12 +97,17 @@ TEST_P(Drill, ExitsWithEachAnswer) {
     ExpectActive(CaptionOf("C.PLD"));
     Menu({"&File", "E&xit"});  // all is as before: open and to be saved
     Answer("Save File", question("C.PLD"), "&Yes");
+    Answer("Save File", question("A.TXT"), "Cancel");
+    ExpectFile("C.PLD", "xone\r\n");
+    Type("y");  // it is open still
+    Key("alt+F4");
+    Answer("Save File", question("C.PLD"), "&Yes");
     Answer("Save File", question("A.TXT"), "&Yes");
     Answer("Save File", question("B.TXT"), "&No");
     ExpectEnd();
     ExpectFile("A.TXT", "xone\r\n");
     ExpectFile("B.TXT", "one\r\n");
-    ExpectFile("C.PLD", "xone\r\n");
+    ExpectFile("C.PLD", "xyone\r\n");
 }
 
 TEST_P(Drill, SavesAllAndFindsThemAgain) {

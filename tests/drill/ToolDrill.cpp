@@ -69,6 +69,7 @@ TEST_P(Drill, BringsClosedMessagesBack) {
     Open("A.PLD");
     Key("F9");
     AcknowledgeRun();
+    ExpectActive(CaptionOf("A.PLD"));
     ExpectSeen("Messages");
     ExpectSeen("[4000tc]", In::Messages);
 }

@@ -75,24 +75,4 @@ TEST(CompilerOptions, WhatIsWrittenReadsBackButForTheKTokens) {
     }
 }
 
-TEST(CompilerOptions, ParserOnlyEverSets) {
-    std::mt19937 random(11);
-    CompilerOptions before;
-    for (int round = 0; round < 2000; ++round) {
-        if (round % 10 == 0) before = {};
-        std::string flags;
-        for (auto n = random() % 9; n > 0; --n) flags += "jhifxalepbctgdswonzkm01234!"[random() % 27];
-        CompilerOptions after = before;
-        try {
-            toolchain::ParseCompilerFlags(flags, after);
-        } catch (const base::RunTimeError&) {
-        }
-        for (const auto& row : toolchain::CompilerOptionTable()) {
-            if (row.Token == "m") continue;
-            ASSERT_GE(after.*row.Field, before.*row.Field) << flags;
-        }
-        before = after;
-    }
-}
-
 }  // namespace

@@ -64,15 +64,6 @@ TEST(ErrorCodes, FilesWholeAndDamaged) {
     }
 }
 
-TEST(ErrorCodes, EveryCutLoadsAndKeepsTheEntriesBeforeIt) {
-    const std::string text = first + second;
-    for (std::size_t length = first.size(); length <= text.size(); ++length) {
-        const Loaded loaded(text.substr(0, length));
-        EXPECT_EQ(loaded.Lookup("0012ta"), "Error|bad symbol|A name is wrong|Check it") << length;
-        EXPECT_LE(loaded.Boxes.Shown.size(), 1u);
-    }
-}
-
 TEST(ErrorCodes, AMissingFileSaysSoAndLookupsFindNothing) {
     ErrorCodes codes;
     doubles::Dialogs boxes;

@@ -9,7 +9,6 @@
 #include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/Rooms.h"
-#include "support/ScriptedUser.h"
 #include "toolchain/Compiler.h"
 #include "toolchain/windows/StatusWindows.h"
 
@@ -80,25 +79,6 @@ TEST_F(WholeRun, ACrashIsToldOnceAndTheNextRunIsAsEver) {
     EXPECT_EQ(Folder.Read("DESIGN.PLD"), "source");
     EXPECT_EQ(Compile("report"), "Fitting|pin 3|1|3|");
     EXPECT_EQ(Parts.Boxes.Shown.size(), 1u);
-}
-
-TEST_F(WholeRun, AToolThatHangsIsStoppedAndTheNextRunIsAsEver) {
-    Window.show();
-    Window.activateWindow();
-    QTimer hand;
-    QObject::connect(&hand, &QTimer::timeout, [&] {
-        if (doubles::BoxOpens())
-            doubles::PressKey(Qt::Key_S, Qt::AltModifier);
-        else
-            Parts.Time.Advance(std::chrono::seconds(10));
-    });
-    hand.start(1);
-    EXPECT_EQ(Compile("hang 1"), "before||0|0|");
-    ASSERT_EQ(Parts.Boxes.Shown.size(), 1u);
-    EXPECT_EQ(Parts.Boxes.LastText(), "The tool teskk.dll ended unexpectedly: it was stopped.");
-    EXPECT_EQ(Folder.Read("DESIGN.PLD"), "source");
-    hand.stop();
-    EXPECT_EQ(Compile("report"), "Fitting|pin 3|1|3|");
 }
 
 TEST_F(WholeRun, AFloodFillsTheShownList) {
