@@ -22,5 +22,6 @@ class Drill : public testing::TestWithParam<int>, public drill::Desk {
     void SaveAndExpect(const std::string& name, const std::string& bytes);  // by Ctrl+S
 
     // The fuse map that the bundled compiler, started by itself, makes of the design.
-    std::string CompiledByHand(const std::string& name, const std::string& letters);
+    std::string CompiledByHand(const std::string& name, const std::string& letters,
+                               const std::string& device = "&");
 };

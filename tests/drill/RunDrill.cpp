@@ -18,9 +18,11 @@ const std::string gate =
 }  // namespace
 
 // What the compiler writes when it is called by itself, in a folder of its own.
-std::string Drill::CompiledByHand(const std::string& name, const std::string& letters) {
+std::string Drill::CompiledByHand(const std::string& name, const std::string& letters,
+                                  const std::string& device) {
     Write("byhand/" + name + ".PLD", Read(name + ".PLD"));
-    const QStringList arguments = {"-o", letters.c_str(), PathOf("byhand/" + name + ".PLD").c_str()};
+    const QStringList arguments = {"-o", letters.c_str(), "-d", device.c_str(),
+                                   PathOf("byhand/" + name + ".PLD").c_str()};
     Require(QProcess::execute(PathOf(".place/bin/teskc").c_str(), arguments) == 0, "teskc fails");
     return Read("byhand/" + name + ".JED");
 }

@@ -38,7 +38,8 @@ Shell::Shell(session::Session& state, platform::Host& host, std::string stateFol
       stateFolder_(std::move(stateFolder)),
       editor_(app_),
       toolChain_(app_, stateFolder_ + "outputs"),
-      project_(app_) {
+      project_(app_),
+      devices_(app_) {
     hall_.Main = this;
     hall_.Utilities = this;
     AddCommands();
@@ -84,6 +85,7 @@ void Shell::LoadMain() {
     toolChain_.LoadWindows(*main_);
     main_->OnPlaces = [this] { return PlacesOfNew(); };
     project_.LoadWindows(*main_);
+    devices_.LoadWindows(*main_);
     editor_.LoadWindows(*main_);
     LoadToolbar();
 }

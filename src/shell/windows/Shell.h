@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "devices/DevicesRoom.h"
 #include "editor/EditorRoom.h"
 #include "project/ProjectRoom.h"
 #include "session/App.h"
@@ -80,6 +81,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     editor::EditorRoom editor_;
     toolchain::ToolChainRoom toolChain_;
     project::ProjectRoom project_;
+    devices::DevicesRoom devices_;
     std::unique_ptr<HelpFilter> help_;
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmMain> main_;

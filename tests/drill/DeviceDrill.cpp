@@ -1,0 +1,65 @@
+#include "drill/Drill.h"
+
+// frmDevices ("Device Selection"): the device that the next runs compile for.
+
+TEST_P(Drill, CompilesForTheDeviceChosen) {
+    Write("A.PLD",
+          "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
+          "Device G16V8;\r\n"
+          "PIN 2 = A;\r\n"
+          "PIN 3 = B;\r\n"
+          "PIN 19 = Y;\r\n"
+          "Y = A & B;\r\n");
+    Start();
+    Open("A.PLD");
+    Key("ctrl+d");
+    WaitWindow("Device Selection");
+    Click("Monolithic Memories");
+    Click("PLCC");
+    Click("PAL16R4");
+    ExpectSeen("P16R4");  // in txtMnemonic
+    Key("Tab", 3);        // to the report
+    Key("ctrl+a");
+    Key("ctrl+c");
+    ExpectClipboard(
+        "Mnemonic:  P16R4\nPin Count:  20\nSpecial Options:  None\n"
+        "Alternate Part Numbers:  PAL16R4A, PAL16R4A-2, PAL16R4A-4, PAL16R4B, PAL16R4D\n"
+        "Related Mnemonics:  P16L8, P16R6, P16R8\n\n"
+        "**************************************************\n"
+        "Pin#     Function\n"
+        "     1     CLK\n     2     I\n     3     I\n     4     I\n     5     I\n     6     I\n     7     I\n"
+        "     8     I\n     9     I\n    10     GND\n    11     OE\n    12     I/O\n    13     I/O\n    14   "
+        "  Q\n"
+        "    15     Q\n    16     Q\n    17     Q\n    18     I/O\n    19     I/O\n    20     VCC\n\n"
+        "**************************************************\n"
+        "Device Notes:\n"
+        "Four registers of eight product terms, four outputs of seven and one for the output enable; all "
+        "active-low.");
+    Click("Device In File");  // it was checked: the design names its own
+    Click("&Ok");
+    WaitGone("Device Selection");
+    Key("F9");
+    AcknowledgeRun();
+    const std::string chosen = CompiledByHand("A", "jaxlbm4", "P16R4");
+    ExpectFile("A.JED", chosen);
+
+    Menu({"&Options", "&Devices"});
+    WaitWindow("Device Selection");
+    Click("Device In File");
+    Key("Escape");
+    WaitGone("Device Selection");
+    Key("F9");
+    AcknowledgeRun();
+    ExpectFile("A.JED", chosen);
+
+    MenuByMouse({"&Options", "&Devices"});
+    WaitWindow("Device Selection");
+    Click("Device In File");
+    Key("Return");
+    WaitGone("Device Selection");
+    Key("F9");
+    AcknowledgeRun();
+    const std::string own = CompiledByHand("A", "jaxlbm4");
+    ExpectFile("A.JED", own);
+    Require(own != chosen, "the two devices have the same fuse map");
+}
