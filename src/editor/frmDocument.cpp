@@ -175,6 +175,7 @@ void frmDocument::closeEvent(QCloseEvent* event) {
     event->ignore();  // what the question throws leaves the text open
     Guarded([this] {
         if (isUnloaded_ || !(isAsked_ || QueryUnload())) return;
+        if (isUnloaded_) return;  // saved under another name, which closed the project and this text with it
         Unregister(app_, *this, isRegistered_);
         isUnloaded_ = true;
     });
