@@ -111,8 +111,10 @@ void OpenProjectFile(const ProjectDesk& desk, const std::string& projectFile) {
 
 void mnuNewProject_Click(const ProjectDesk& desk) {
     if (!LeaveProject(desk) || !desk.Doors.ShowNewDesign()) return;
+    session::Document* document =
+        desk.Doors.ActiveDocument();  // soon it is the project's window that is active
     desk.Doors.ShowProject();
-    if (session::Document* document = desk.Doors.ActiveDocument()) {
+    if (document != nullptr) {
         MarkProject(*document, true);
         document->BringToFront();
     }

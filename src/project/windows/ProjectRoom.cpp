@@ -1,6 +1,11 @@
 #include "project/ProjectRoom.h"
 
+#include <QMdiArea>
+
 #include "base/RunTimeError.h"
+#include "platform/qt/Guard.h"
+#include "project/frmNewDesign.h"
+#include "project/frmProject.h"
 
 namespace project {
 
@@ -9,17 +14,52 @@ ProjectRoom::ProjectRoom(session::App& app) : app_(app) {
     AddCommands();
 }
 
-ProjectRoom::~ProjectRoom() = default;
-
 void ProjectRoom::AddCommands() {
     app_.Hall.MainCommands.Add({
+        {"mnuNewDesign", [this](int) { ShowNewDesign(); }},
+        {"mnuNewProject", [this](int) { mnuNewProject_Click(Desk()); }},
         {"mnuProjectOpen", [this](int) { mnuProjectOpen_Click(Desk()); }},
+        {"mnuCloseProject", [this](int) { CloseProject(); }, [this] { return isOpen_; }},
+    });
+    app_.Hall.DocumentCommands.Add({
+        {"mnuProject", [this](session::Document& document, int) { mnuProject_Click(Desk(), document); }},
     });
 }
 
-void ProjectRoom::ShowProject() {}
-bool ProjectRoom::CloseProject() { return true; }
-void ProjectRoom::UpdateTreeView() {}
+void ProjectRoom::UnloadWindows() {
+    window_ = nullptr;
+    frame_ = nullptr;
+}
+
+void ProjectRoom::LoadProject() {
+    window_ = new frmProject(Desk());
+    frame_->AddChild(*window_, *window_);
+    platform::qt::On(window_, &frmProject::Unloaded, window_, [this] { window_ = nullptr; });
+    ProjectLoaded(Desk());
+}
+
+void ProjectRoom::ShowProject() {
+    if (window_ == nullptr) LoadProject();
+    window_->show();
+    window_->mdiArea()->setActiveSubWindow(window_);
+    window_->raise();
+}
+
+void ProjectRoom::HideProject() {
+    if (window_ != nullptr) window_->hide();
+}
+
+bool ProjectRoom::UnloadProject() { return window_ == nullptr || window_->Unload(); }
+
+void ProjectRoom::UpdateTreeView() {
+    if (window_ != nullptr) window_->UpdateTreeView();
+}
+
+bool ProjectRoom::ShowNewDesign() {
+    platform::qt::Modal dialog(new frmNewDesign(app_, &frame_->Window()));
+    dialog.Run();
+    return dialog.IsThere() && !dialog->Cancelled;
+}
 
 void ProjectRoom::Execute(const std::string&, const std::string&) {
     throw base::RunTimeError(base::errNoForeignApplication);
