@@ -30,7 +30,7 @@ TEST_F(ShellFixture, TheActiveDocumentsMenusReplaceTheMainOnes) {
 
 TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     Start();
-    editor::frmDocument& document = Open("R&D.pld", "");
+    editor::frmDocument& document = Open("R&D.txt", "");
     const auto isShown = [&](const char* button) {
         return shell->Main().findChild<QAction*>(button)->isVisible();
     };
@@ -43,7 +43,7 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     QMenu& windows = *document.Menus()->Menu("mnuWindow");
     windows.popup({});
     QAction& listed = *windows.actions().back();
-    EXPECT_TRUE(listed.isChecked() && listed.text().startsWith("&2 ") && listed.text().endsWith("R&&D.PLD"))
+    EXPECT_TRUE(listed.isChecked() && listed.text().startsWith("&2 ") && listed.text().endsWith("R&&D.TXT"))
         << listed.text().toStdString();
     windows.close();
     shell->SetPanel(1, "told");
@@ -79,6 +79,9 @@ TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
         const bool enabled = document.Menus()->Entry(row.Name).isEnabled();
         const std::set<std::string> byTimer = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste"};
         if (enabled || byTimer.contains(row.Name)) continue;
+        const session::Hall& hall = shell->TheApp().Hall;
+        const bool hasRow = hall.DocumentCommands.Find(row.Name) || hall.MainCommands.Find(row.Name);
+        if (hasRow) continue;  // that cannot be called now
         EXPECT_THROW(document.RunCommand(row.Name), base::RunTimeError) << row.Name;
     }
     for (const char* name :
