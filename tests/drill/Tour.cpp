@@ -85,6 +85,27 @@ class Tour : public drill::Desk {
         WaitGone("Compiler Options");
     }
 
+    void ShowDevices() {
+        Say("the devices");
+        Menu({"&Options", "&Devices"});
+        WaitWindow("Device Selection");  // frmDevices
+        Click("Lattice Semiconductor");
+        ExpectSeen("GAL16V8");
+        Station("devices");
+        Key("Escape");
+        WaitGone("Device Selection");
+    }
+
+    void ShowAbout() {
+        Say("what it is (Help, About)");
+        Menu({"&Help", "&About"});
+        WaitWindow("About Korvane");  // frmAbout
+        ExpectSeen("Version 5.0.0");
+        Station("about");
+        Key("Escape");
+        WaitGone("About Korvane");
+    }
+
     void ShowAllTools() {
         Say("closing, and starting again with every tool on the toolbar");
         Key("alt+F4");
@@ -136,6 +157,8 @@ int main(int argc, char** argv) {
         tour.Compile();
         tour.ReadAMessage();
         tour.ShowOptions();
+        tour.ShowDevices();
+        tour.ShowAbout();
         tour.ShowAllTools();
         std::printf("  done: %d pictures in %s\n", tour.Stations, argv[2]);
     } catch (const std::exception& miss) {

@@ -3,6 +3,7 @@
 #include <QToolBar>
 
 #include "shell/CompanionTools.h"
+#include "shell/frmAbout.h"
 #include "shell/windows/MdiLayout.h"
 #include "shell/windows/Shell.h"
 
@@ -19,6 +20,7 @@ void Shell::AddCommands() {
          }},
         {"mnuFilePrint", [](int) {}},  // for its enabled state only: documents print from their own menu
         {"mnuFileExit", [this](int) { Exit(); }},
+        {"mnuHelpAbout", [this](int) { platform::qt::Modal(new frmAbout(app_.Host, main_.get())).Run(); }},
         {"mnuViewToolbar",
          [this](int) {
              FlipBar("mnuViewToolbar");
