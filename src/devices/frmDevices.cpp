@@ -64,10 +64,21 @@ frmDevices::frmDevices(platform::DatabaseEngine& engine, platform::Dialogs& boxe
     platform::qt::On(lstDevices, &QListWidget::itemDoubleClicked, this, [this] { OK_Click(); });
 }
 
-void frmDevices::LayOutControls() {
+// The longest names are those of the manufacturers.
+QBoxLayout* frmDevices::ListRow() {
     lstManufacturers = List("lstManufacturers", 30);
     lstPackages = List("lstPackages", 12);
     lstDevices = List("lstDevices", 24);
+    QBoxLayout* row = Row({Column({Label("Label1", "Manufacturer", lstManufacturers), lstManufacturers}),
+                           Column({Label("Label2", "Package Type", lstPackages), lstPackages}),
+                           Column({Label("Label7", "Devices", lstDevices), lstDevices})});
+    row->setStretch(0, 5);
+    row->setStretch(1, 2);
+    row->setStretch(2, 4);
+    return row;
+}
+
+void frmDevices::LayOutControls() {
     txtMnemonic = Named("txtMnemonic", new QLineEdit);
     txtMnemonic->setReadOnly(true);
     txtDeviceInfo = Named("txtDeviceInfo", new QPlainTextEdit);
@@ -75,10 +86,7 @@ void frmDevices::LayOutControls() {
     txtDeviceInfo->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));  // it has columns
     txtDeviceInfo->setMinimumSize(InCharacters(60, 10));
     chkDevInFile = platform::qt::CheckBox({"chkDevInFile", "Device In File"});
-    LayOut({Row({Column({Label("Label1", "Manufacturer", lstManufacturers), lstManufacturers}),
-                 Column({Label("Label2", "Package Type", lstPackages), lstPackages}),
-                 Column({Label("Label7", "Devices", lstDevices), lstDevices})}),
-            Row({Label("Label4", "Device Mnemonic", txtMnemonic), txtMnemonic, chkDevInFile}),
+    LayOut({ListRow(), Row({Label("Label4", "Device Mnemonic", txtMnemonic), txtMnemonic, chkDevInFile}),
             Label("Label3", "Device Information", txtDeviceInfo), txtDeviceInfo,
             Buttons({{"OK", "&Ok", [this] { OK_Click(); }},
                      {"cmdCancel", "&Cancel", [this] { Cancel_Click(); }}})},

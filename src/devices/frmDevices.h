@@ -9,6 +9,7 @@
 #include "devices/DeviceSelection.h"
 #include "platform/qt/Form.h"
 
+class QBoxLayout;
 class QCheckBox;
 class QLineEdit;
 
@@ -26,6 +27,7 @@ class frmDevices : public platform::qt::Form {
                const std::string& deviceName, QWidget* owner);
 
   private:
+    QBoxLayout* ListRow();
     void LayOutControls();
     void FillDevices();
     void ShowDevice();
