@@ -58,8 +58,11 @@ frmDevices::frmDevices(platform::DatabaseEngine& engine, platform::Dialogs& boxe
     FillDevices();
     // Whatever the name is, the first device of the first lists opens: the current one is not looked for.
     chkDevInFile->setChecked(IsDeviceInFile(deviceName));
-    platform::qt::On(lstManufacturers, &QListWidget::currentRowChanged, this, [this] { FillDevices(); });
-    platform::qt::On(lstPackages, &QListWidget::currentRowChanged, this, [this] { FillDevices(); });
+    for (QListWidget* list : {lstManufacturers, lstPackages}) {
+        platform::qt::On(list, &QListWidget::currentRowChanged, this, [this] { FillDevices(); });
+        // On the selected line too: the first device is selected again.
+        platform::qt::On(list, &QListWidget::itemClicked, this, [this] { FillDevices(); });
+    }
     platform::qt::On(lstDevices, &QListWidget::currentRowChanged, this, [this] { ShowDevice(); });
     platform::qt::On(lstDevices, &QListWidget::itemDoubleClicked, this, [this] { OK_Click(); });
 }

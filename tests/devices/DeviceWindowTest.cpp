@@ -67,6 +67,9 @@ TEST_F(DeviceWindow, ListsAndReportFollowTheSelection) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
     EXPECT_EQ(Mnemonic(), "P4");
 
+    Click("lstDevices", 1);
+    Click("lstManufacturers", 0);
+    EXPECT_EQ(Lines("lstDevices") + Mnemonic(), "*Zap4|Bee2|Nil|P4") << "clicked again";
     Click("lstPackages", 1);
     EXPECT_EQ(Lines("lstDevices"), "*|") << "its name is null";
     EXPECT_EQ(Mnemonic(), "V2");
