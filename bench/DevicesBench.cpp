@@ -1,13 +1,12 @@
-// What the device dialog does until it is shown, over a catalogue of 3,000 devices without an index.
+// The device dialog until it is shown, over a catalogue of 3,000 devices without an index.
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
-#include "devices/DeviceReport.h"
-#include "devices/DeviceSelection.h"
+#include "devices/frmDevices.h"
 #include "platform/qt/HostDatabase.h"
 #include "platform/qt/HostFileSystem.h"
 #include "support/Doubles.h"
@@ -53,16 +52,13 @@ void ShowDevices(benchmark::State& state) {
     const platform::qt::HostFileSystem files;
     platform::qt::HostDatabaseEngine engine(files);
     doubles::Dialogs boxes;
+    const std::string folderPath = files.FromHostPath(folder.path().toStdString()) + "\\";
     for ([[maybe_unused]] auto _ : state) {
-        devices::clsDeviceDatabase database(engine, boxes);
-        database.DatabasePath(files.FromHostPath(path.toStdString()));
-        if (!database.OpenDatabase()) state.SkipWithError("no database");
-        devices::ManufacturerItems(database);
-        devices::PackageItems(database);
-        const auto items = devices::DeviceItems(database, 1, 1);
-        if (items.size() != 3000) state.SkipWithError("not all devices");
-        benchmark::DoNotOptimize(
-            devices::DeviceReport(devices::ReadDeviceFacts(database, items.front().Key)));
+        devices::frmDevices form(engine, boxes, folderPath, "&", nullptr);
+        form.show();
+        QApplication::processEvents();
+        if (form.findChild<QListWidget*>("lstDevices")->count() != 3000)
+            state.SkipWithError("not all devices");
     }
 }
 BENCHMARK(ShowDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -70,7 +66,7 @@ BENCHMARK(ShowDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
 }  // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
