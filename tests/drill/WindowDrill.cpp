@@ -13,10 +13,10 @@ TEST_P(Drill, StartsAndEndsWithoutADocument) {
 }
 
 TEST_P(Drill, HidesAndShowsBarsFromTwoDocuments) {
-    for (const char* name : {"A.TXT", "B.PLD"}) Write(name, "one\r\n");
+    for (const char* name : {"A.TXT", "B.TXT"}) Write(name, "one\r\n");
     Start();
     Open("A.TXT");
-    Open("B.PLD");
+    Open("B.TXT");
     ExpectSeen("INS");
     Menu({"&View", "&Toolbar"});
     Menu({"&View", "&Status Bar"});
