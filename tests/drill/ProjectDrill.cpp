@@ -1,0 +1,42 @@
+#include "drill/Drill.h"
+
+// frmProject ("PROJECT: …") and frmNewDesign ("Design Properties").
+
+namespace {
+
+const std::string gate =
+    "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
+    "Device G16V8;\r\n"
+    "PIN 2 = A;\r\n"
+    "PIN 3 = B;\r\n"
+    "PIN 19 = Y;\r\n"
+    "Y = A & B;\r\n";
+
+}  // namespace
+
+TEST_P(Drill, OpensTheFilesOfAProjectAndClosesIt) {
+    Write("GATE.PLD", gate);
+    Start();
+    Open("GATE.PLD");
+    MenuByMouse({"&Window", "&Auto Arrange"});
+    ExpectSeen("GATE.PLD", In::Messages);
+    ExpectUnseen("GATE.JED", In::Messages);  // the tree has the message list's letters
+    Key("F9");
+    AcknowledgeRun();
+    DoubleClick("GATE.JED", In::Messages);
+    ExpectActive(CaptionOf("GATE.JED"));
+    Click("GATE.PLD", In::Messages);
+    Key("Return");
+    ExpectActive(CaptionOf("GATE.PLD"));
+    Click("Y = A & B", In::Document);
+    Key("End");
+    Type("/**/");
+    MenuByMouse({"&File", "Close Proj&ect"});
+    Answer("Save File", "Save changes to " + CaptionOf("GATE.PLD") + "?", "Cancel");
+    ExpectSeen("GATE.PLD", In::Messages);
+    MenuByMouse({"&File", "Close Proj&ect"});
+    Answer("Save File", "Save changes to " + CaptionOf("GATE.PLD") + "?", "&Yes");
+    ExpectUnseen("GATE.PLD", In::Messages);
+    ExpectSeen("Messages", In::Title);
+    ExpectFile("GATE.PLD", gate.substr(0, gate.size() - 2) + "/**/\r\n");
+}
