@@ -51,6 +51,7 @@ frmNewDesign::frmNewDesign(session::App& app, QWidget* owner)
     : Form("frmNewDesign", "Design Properties", owner), app_(app) {
     LayOut({Fields(), Buttons({{"OK", "OK", [this] { OK_Click(); }},
                                {"Cancel", "Cancel", [this] { Cancel_Click(); }}})});
+    boxes_.front()->selectAll();  // what is typed is the name
 }
 
 QLayout* frmNewDesign::Fields() {

@@ -40,3 +40,32 @@ TEST_P(Drill, OpensTheFilesOfAProjectAndClosesIt) {
     ExpectSeen("Messages", In::Title);
     ExpectFile("GATE.PLD", gate.substr(0, gate.size() - 2) + "/**/\r\n");
 }
+
+TEST_P(Drill, MakesANewProjectFromItsProperties) {
+    Start();
+    MenuByMouse({"&File", "&New", "&Project"});
+    WaitWindow("Design Properties");
+    Type("Adder\t07\t1/2/26\t\t\tUs\n");
+    for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) {
+        WaitWindow(title);
+        Type("1\n");
+    }
+    WaitGone("Design Properties");
+    ExpectSeen("/* *************** OUTPUT PINS *********************/", In::Document);
+    Key("ctrl+s");
+    const std::string pin = "PIN     =                         ; /*                                 */ \r\n";
+    ExpectFile(".place/Korvane/ADDER.PLD",
+               "Name     Adder ;\r\nPartNo   07 ;\r\nDate     1/2/26 ;\r\nRevision 01 ;\r\n"
+               "Designer Engineer ;\r\nCompany  Us ;\r\nAssembly None ;\r\nLocation  ;\r\n"
+               "Device   virtual ;\r\n\r\n"
+               "/* *************** INPUT PINS *********************/\r\n" +
+                   pin + "\r\n/* *************** OUTPUT PINS *********************/\r\n" + pin +
+                   "\r\n/* *************** PINNODES    *********************/\r\n"
+                   "PINNODE     =                      ; /*                                 */ \r\n"
+                   "\r\n\r\n\r\n\r\n");
+    MenuByMouse({"&File", "&New", "&Design File"});
+    WaitWindow("Design Properties");
+    ExpectSeen("Us");  // the company of before
+    Key("Escape");
+    WaitGone("Design Properties");
+}
