@@ -48,6 +48,28 @@ class Tour : public drill::Desk {
         }
     }
 
+    void ShowProject() {
+        Say("its project: the files that were written, one of them opened, a new design");
+        Station("project");  // frmProject
+        DoubleClick("COUNT8.SI", In::Messages);
+        Answer("Open With Wavrik ...", "Open the Simulator Input file with Wavrik?", "&No");
+        ExpectActive(CaptionOf("COUNT8.SI"));
+        Key("ctrl+F4");
+        MenuByMouse({"&File", "&New", "&Design File"});
+        WaitWindow("Design Properties");  // frmNewDesign
+        Type("Adder");
+        Station("new-design");
+        Key("Return");
+        for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) {
+            WaitWindow(title);
+            Type("2\n");
+        }
+        WaitGone("Design Properties");
+        Station("skeleton");
+        Key("ctrl+F4");
+        Answer("Save File", "Save changes to", "&No");
+    }
+
     void ReadAMessage() {
         Say("compiling a design with an error");
         Write("WRONG.PLD", "Name Wrong;\r\nDevice G16V8;\r\nPIN 2 = A;\r\nPIN 19 = Y;\r\nY = A & (B;\r\n");
@@ -155,6 +177,7 @@ int main(int argc, char** argv) {
         Tour tour(argv[1], argv[2]);
         tour.OpenDesign();
         tour.Compile();
+        tour.ShowProject();
         tour.ReadAMessage();
         tour.ShowOptions();
         tour.ShowDevices();
