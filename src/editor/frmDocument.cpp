@@ -56,7 +56,10 @@ frmDocument::frmDocument(session::App& app) : app_(app) {
         app_.Host.Time.Every(statusInterval, [this] { UpdatePosition(app_, *text_, positionCache_); });
 }
 
-frmDocument::~frmDocument() = default;
+frmDocument::~frmDocument() {
+    // The control goes later, and tells of its selection as it does.
+    text_->disconnect(this);
+}
 
 void frmDocument::BuildMenus() {
     menus_ = std::make_unique<MenuSet>(

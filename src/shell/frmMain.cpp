@@ -59,6 +59,7 @@ frmMain::frmMain(const session::MainCommands& commands) : commands_(commands) {
 frmMain::~frmMain() {
     // Children that go with the window have nobody left to tell.
     alive_.reset();
+    for (const Child& child : children_) child.Frame->removeEventFilter(this);
     delete area_;
 }
 
