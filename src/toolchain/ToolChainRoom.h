@@ -7,6 +7,7 @@
 #include "session/App.h"
 #include "toolchain/CompilerOptions.h"
 #include "toolchain/ErrorCodes.h"
+#include "toolchain/VhdlOptions.h"
 
 class QWidget;
 
@@ -42,6 +43,7 @@ class ToolChainRoom : public session::ToolChain {
     std::string outputsFile_;
     ErrorCodes errors_;
     CompilerOptions compilerOptions_;  // outlives its window
+    VhdlOptions vhdlOptions_;          // likewise
     platform::qt::MdiFrame* frame_ = nullptr;
     frmMessage* messages_ = nullptr;  // owned by its window in the area
     std::unique_ptr<StatusWindows> runWindows_;

@@ -7,6 +7,8 @@
 #include "toolchain/Compiler.h"
 #include "toolchain/frmCompiler.h"
 #include "toolchain/frmMessage.h"
+#include "toolchain/frmSimulator.h"
+#include "toolchain/frmVhdl.h"
 #include "toolchain/windows/StatusWindows.h"
 
 namespace toolchain {
@@ -22,10 +24,14 @@ ToolChainRoom::ToolChainRoom(session::App& app, std::string outputsFile)
 ToolChainRoom::~ToolChainRoom() = default;
 
 void ToolChainRoom::AddCommands() {
-    app_.Hall.MainCommands.Add(
-        {{"mnuCompiler", [this](int) {
-              platform::qt::Modal(new frmCompiler(app_, compilerOptions_, &frame_->Window())).Run();
-          }}});
+    using platform::qt::Modal;
+    app_.Hall.MainCommands.Add({
+        {"mnuCompiler",
+         [this](int) { Modal(new frmCompiler(app_, compilerOptions_, &frame_->Window())).Run(); }},
+        {"mnuSimulator", [this](int) { Modal(new frmSimulator(app_, &frame_->Window())).Run(); }},
+        {"mnuVhdl", [this](int) { Modal(new frmVhdl(app_, vhdlOptions_, &frame_->Window())).Run(); },
+         [this] { return !app_.State.UtilityDir.empty(); }},
+    });
     app_.Hall.DocumentCommands.Add({
         {"mnuRunDepCompile", [this](Document& document, int) { compiler_->RunDepCompile(document); }},
         {"mnuRunIndepCompile", [this](Document& document, int) { compiler_->RunIndepCompile(document); }},

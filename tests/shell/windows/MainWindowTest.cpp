@@ -112,7 +112,7 @@ TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
         EXPECT_FALSE(document.Menus()->Entry(name).isVisible()) << name;
     }
     const auto& main = shell->Main().Menus();
-    EXPECT_FALSE(main.Entry("mnuImport").isEnabled());
+    for (const char* name : {"mnuImport", "mnuVhdl"}) EXPECT_FALSE(main.Entry(name).isEnabled()) << name;
     EXPECT_FALSE(main.Entry("mnuHelpOvrel").isVisible() ||
                  document.Menus()->Entry("mnuHelpOvrel").isVisible());
     folder.Write("Korvane/OvrelHlp/NEWS.TXT", "");

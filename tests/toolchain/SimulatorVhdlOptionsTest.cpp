@@ -1,0 +1,187 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <memory>
+
+#include "base/RunTimeError.h"
+#include "support/Doubles.h"
+#include "support/FormUser.h"
+#include "support/MemoryFiles.h"
+#include "support/Rooms.h"
+#include "toolchain/frmSimulator.h"
+#include "toolchain/frmVhdl.h"
+
+namespace {
+
+int ErrorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const base::RunTimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+std::string Rewritten(const std::string& flags) {
+    toolchain::VhdlOptions options;
+    toolchain::ParseVhdlFlags(flags, options);
+    return toolchain::WriteVhdlFlags(options);
+}
+
+TEST(VhdlOptions, ParserAndWriter) {
+    const struct {
+        const char* Flags;
+        const char* Written;
+    } cases[] = {
+        {"", "-p16-s8-z0-x1"},
+        {"-a", "-a-p16-s8-z0-x1"},
+        {"-x2-v1-g-z5-s3-p4-r-c-j-h-a", "-a-h-j-c-r-p4-s3-z5-g-v1-x2"},
+        {"ah?Jq \xC3\xA9", "-a-h-p16-s8-z0-x1"},
+        {"-p123-s4 -a", "-a-p12-s4-z0-x1"},  // the third digit is lost
+        {"-p7", "-p7-s8-z0-x1"},             // one digit at the very end
+        {"-p-5-s 6", "-p-5-s6-z0-x1"},       // what is typed is not restrained
+        {"-va-v", "-p16-s8-z0-v1-x1"},       // whatever stands behind "v" is stepped over
+        {"-z35-x9a", "-a-p16-s8-z3-x9"},     // one digit
+        {"-p8-p9-s1-s2", "-p9-s2-z0-x1"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Rewritten(c.Flags), c.Written) << c.Flags;
+    for (const char* flags : {"-p", "-p8a", "-pa", "-s-", "-z", "-z-1", "-xa"})
+        EXPECT_EQ(ErrorOf([&] { Rewritten(flags); }), 13) << flags;
+}
+
+struct OptionWindow : testing::Test, doubles::FormUser {
+    void OpenSimulator(const std::string& flags) {
+        State.SimulatorFlags = flags;
+        Window = std::make_unique<toolchain::frmSimulator>(App);
+        Use(*Window);
+    }
+    void OpenVhdl(const std::string& flags) {
+        State.VhdlFlags = flags;
+        Window = std::make_unique<toolchain::frmVhdl>(App, Options);
+        Use(*Window);
+    }
+    template <class Button = QCheckBox>
+    bool IsOn(const std::string& name) {
+        return Control<Button>(name).isChecked();
+    }
+    void TypeInto(const std::string& name, const std::string& text) {
+        Control<QLineEdit>(name).setFocus();
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Type(text);
+    }
+
+    doubles::MemoryFiles Files;
+    doubles::Desktop Desk{Files};
+    doubles::Hall Hall;
+    session::Session State;
+    session::App App{State, Desk.Host, Hall};
+    toolchain::VhdlOptions Options;
+    std::unique_ptr<QWidget> Window;
+};
+
+TEST_F(OptionWindow, SimulatorShowsAndWritesItsLetters) {
+    const struct {
+        const char* Flags;
+        const char* Click;
+        const char* Written;
+    } cases[] = {
+        {"l", "chkAppend", "lj"}, {"djl", "chkListing", "jd"}, {"x-Ljj", "chkDisplay", "jd"},
+        {"d", "chkDisplay", ""},  {"", "chkListing", "l"},
+    };
+    for (const auto& c : cases) {
+        OpenSimulator(c.Flags);
+        Click(c.Click);
+        Key(Qt::Key_Return);
+        EXPECT_FALSE(Window->isVisible());
+        EXPECT_EQ(State.SimulatorFlags, c.Written) << c.Flags;
+    }
+    OpenSimulator("jx");
+    EXPECT_EQ(TabOrder(), "chkListing chkAppend chkDisplay OK Cancel ");
+    Click("chkListing");
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(State.SimulatorFlags, "jx");
+}
+
+TEST_F(OptionWindow, VhdlDefaultChangeReopen) {
+    OpenVhdl("-a");
+    EXPECT_EQ(TabOrder(),
+              "SSTab1 chkAnalyze chkPinnodes chkSync chkClock chkForce UpDownProduct UpDownAnd "
+              "UpDownOptimization OK Cancel Apply ");
+    EXPECT_EQ(Texts({"txtProduct", "txtAnd", "txtOptimize"}), "16|8|0|");
+    EXPECT_TRUE(IsOn("chkAnalyze") && IsOn<QRadioButton>("optSuccess"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-x1");
+
+    OpenVhdl(State.VhdlFlags);
+    Click("chkAnalyze");
+    Click("chkForce");
+    TypeInto("txtProduct", "128");
+    ClickTab("SSTab1", "Debug");
+    Click("chkDisplay");
+    Click("OptAlways");
+    Click("OK");
+    EXPECT_EQ(State.VhdlFlags, "-r-p128-s8-z0-v1-x2");
+    OpenVhdl(State.VhdlFlags);
+    EXPECT_EQ(Text("txtProduct"), "12");
+
+    // A box that was on stays so in this run of the program; a number does not.
+    OpenVhdl("-x7");
+    EXPECT_EQ(Text("txtProduct"), "16");
+    Click("OK");
+    EXPECT_EQ(State.VhdlFlags, "-r-p16-s8-z0-v1-x0");  // no button was on
+}
+
+TEST_F(OptionWindow, VhdlArrows) {
+    const struct {
+        const char* Field;
+        const char* Typed;
+        Qt::Key Key;
+        const char* Shown;
+    } cases[] = {
+        {"txtProduct", "3", Qt::Key_Down, "2"},       {"txtProduct", "2", Qt::Key_Down, "2"},
+        {"txtAnd", "1", Qt::Key_Down, "1"},           {"txtAnd", "-4", Qt::Key_Up, "-3"},
+        {"txtProduct", "32767", Qt::Key_Up, "32768"}, {"txtOptimize", "0", Qt::Key_Up, "3"},
+        {"txtOptimize", "3", Qt::Key_Up, "5"},        {"txtOptimize", "5", Qt::Key_Up, "5"},
+        {"txtOptimize", "4", Qt::Key_Up, "4"},        {"txtOptimize", "5", Qt::Key_Down, "3"},
+        {"txtOptimize", "3", Qt::Key_Down, "0"},      {"txtOptimize", "0", Qt::Key_Down, "0"},
+        {"txtOptimize", "4", Qt::Key_Down, "4"},
+    };
+    OpenVhdl("-a");
+    for (const auto& c : cases) {
+        TypeInto(c.Field, c.Typed);
+        Key(c.Key);
+        EXPECT_EQ(Text(c.Field), c.Shown) << c.Field << " from " << c.Typed;
+    }
+    EXPECT_EQ(ErrorOf([] { toolchain::StepVhdlNumber(toolchain::VhdlKind::Number, "x", 1); }), 13);
+}
+
+TEST_F(OptionWindow, VhdlAppliesTheShowingTabAlone) {
+    OpenVhdl("-a");
+    TypeInto("txtAnd", "many");  // does not hinder the other tab
+    Click("chkPinnodes");
+    ClickTab("SSTab1", "Debug");
+    Click("chkCreate");
+    Click("optNever");
+    Click("Apply");
+    EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-g-x0");
+    Click("chkCreate");
+    const auto ok = [&] { static_cast<toolchain::frmVhdl&>(*Window).OK_Click(); };
+    EXPECT_EQ(ErrorOf(ok), 13);
+    EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-g-x0");
+    EXPECT_TRUE(Window->isVisible());
+    Type("11");  // the field at fault is shown and marked
+    ASSERT_EQ(Text("SSTab1"), "Synthesis");
+    Click("Apply");
+    EXPECT_EQ(State.VhdlFlags, "-a-h-p16-s11-z0-g-x0");
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(State.VhdlFlags, "-a-h-p16-s11-z0-g-x0");
+}
+
+TEST_F(OptionWindow, ShowTheirCaptionsInWhole) {
+    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmSimulator>(App); }), "");
+    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmVhdl>(App, Options); }), "");
+}
+
+}  // namespace
