@@ -105,6 +105,20 @@ class Tour : public drill::Desk {
         }
         Key("Escape");
         WaitGone("Compiler Options");
+        Say("the options of the simulator and of the VHDL compiler");
+        Menu({"&Options", "&Simulator"});
+        WaitWindow("Simulator Options");  // frmSimulator
+        Station("options-simulator");
+        Key("Escape");
+        WaitGone("Simulator Options");
+        Menu({"&Options", "&VHDL"});
+        WaitWindow("VHDL Options");  // frmVhdl
+        Station("options-vhdl");
+        Key("ctrl+Tab");
+        ExpectSeen("Always Close");
+        Station("options-vhdl-debug");
+        Key("Escape");
+        WaitGone("VHDL Options");
     }
 
     void ShowDevices() {
