@@ -1,6 +1,7 @@
 #include "toolchain/VhdlOptions.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 #include "base/Number.h"
@@ -47,8 +48,8 @@ std::string StepLevel(const std::string& text, std::int32_t value, int step) {
     constexpr std::int32_t levels[] = {0, 3, 5};
     const auto* level = std::find(std::begin(levels), std::end(levels), value);
     if (level == std::end(levels)) return text;
-    if (step < 0) return std::to_string(level == std::begin(levels) ? *level : *std::prev(level));
-    return std::to_string(std::next(level) == std::end(levels) ? *level : *std::next(level));
+    const std::ptrdiff_t next = std::distance(std::begin(levels), level) + step;
+    return std::to_string(levels[std::clamp<std::ptrdiff_t>(next, 0, std::ssize(levels) - 1)]);
 }
 
 }  // namespace

@@ -19,16 +19,11 @@ TEST_P(Drill, AppendsVectorsInPlaceOfAListing) {
     Open("A.PLD");
     Key("F9");
     AcknowledgeRun();
-    Key("ctrl+l");
+    Menu({"&Options", "&Simulator"});
     WaitWindow("Simulator Options");
     Click("Listing File");
     Click("Append Vectors");
     Click("OK");
-    WaitGone("Simulator Options");
-    Menu({"&Options", "&Simulator"});
-    WaitWindow("Simulator Options");
-    Click("Append Vectors");
-    Key("Escape");
     WaitGone("Simulator Options");
     Key("F7");
     AcknowledgeRun();

