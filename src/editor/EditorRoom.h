@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "editor/FindText.h"
 #include "platform/qt/MdiChild.h"
 #include "session/App.h"
 
@@ -30,7 +31,11 @@ class EditorRoom : public session::Editor {
     void HighlightSyntax(session::Document& document) override;
 
   private:
+    void AddSearchCommands();
+
     session::App& app_;
+    platform::qt::MdiFrame* frame_ = nullptr;
+    SearchValues search_;
     std::unique_ptr<DocumentWindows> windows_;
     std::unique_ptr<RecoveryKeeper> recovery_;
 };

@@ -93,6 +93,11 @@ bool frmDocument::HasCommand(const std::string& name) const {
     return HasFlag(name, platform::menuToMain) && app_.Hall.MainCommands.IsEnabled(name);
 }
 
+void frmDocument::FindText(const std::string& text, std::int32_t start, std::int32_t end,
+                           std::int32_t options) {
+    text_->Find(text, start, end, options);
+}
+
 void frmDocument::ConnectText() {
     On(text_, &platform::qt::TextBox::Changed, this, [this] { TextChanged(); });
     On(text_, &platform::qt::TextBox::KeyReleased, this, [this](int key) {

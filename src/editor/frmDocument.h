@@ -28,6 +28,8 @@ class frmDocument : public QMdiSubWindow, public session::Document, public platf
     // Runs the command of a menu entry by its name, as a click does. Error 5 for an entry without one.
     void RunCommand(const std::string& name, int index = -1);
     bool HasCommand(const std::string& name) const;  // that can be called now
+    // As the search of txtText, with its options; what it finds is selected, or not there.
+    void FindText(const std::string& text, std::int32_t start, std::int32_t end, std::int32_t options);
 
     // session::Document
     platform::RichTextBox& txtText() override;

@@ -4,6 +4,8 @@
 #include "editor/Highlighter.h"
 #include "editor/OpenDocument.h"
 #include "editor/frmDocument.h"
+#include "editor/frmFindText.h"
+#include "editor/frmReplace.h"
 #include "editor/windows/DocumentWindows.h"
 #include "editor/windows/RecoveryKeeper.h"
 
@@ -60,11 +62,29 @@ EditorRoom::EditorRoom(session::App& app) : app_(app) {
     app.Hall.MainCommands.Add(CommandsOfMain(app));
     app.Hall.DocumentCommands.Add(FileCommands(app));
     app.Hall.DocumentCommands.Add(TextCommands(app));
+    AddSearchCommands();
 }
 
 EditorRoom::~EditorRoom() = default;
 
+void EditorRoom::AddSearchCommands() {
+    app_.Hall.DocumentCommands.Add({
+        {"mnuFind",
+         [this](Document& document, int) {
+             platform::qt::Modal dialog(new frmFindText(search_, &frame_->Window()));
+             if (dialog.Run()) FindFirst(app_, document, search_);
+         }},
+        {"mnuNext", [this](Document& document, int) { FindNext(app_, document, search_); }},
+        {"mnuReplace",
+         [this](Document& document, int) {
+             platform::qt::Modal dialog(new frmReplace(search_, &frame_->Window()));
+             if (dialog.Run()) Replace(app_, document, search_);
+         }},
+    });
+}
+
 void EditorRoom::LoadWindows(platform::qt::MdiFrame& frame) {
+    frame_ = &frame;
     windows_ = std::make_unique<DocumentWindows>(app_, frame);
 }
 
