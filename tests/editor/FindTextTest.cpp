@@ -130,4 +130,8 @@ TEST_F(FindText, StopsBeyondSixteenBits) {
     }
     Values.ReplaceChangeAll = true;
     EXPECT_TRUE(stops(editor::Replace));
+    Box.SetText("b");
+    Values.ReplaceText = "bb";
+    EXPECT_TRUE(stops(editor::Replace));  // its count
+    EXPECT_EQ(Box.TextLength(), 1 + limit + 1);
 }

@@ -6,8 +6,8 @@
 #include "base/RunTimeError.h"
 #include "base/ScopeExit.h"
 #include "base/Text.h"
+#include "platform/TextSearch.h"
 #include "platform/qt/Guard.h"
-#include "platform/qt/TextBoxSearch.h"
 
 namespace platform::qt {
 namespace {

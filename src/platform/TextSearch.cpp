@@ -1,4 +1,4 @@
-#include "platform/qt/TextBoxSearch.h"
+#include "platform/TextSearch.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,7 +7,7 @@
 #include "base/Text.h"
 #include "base/modLib.h"
 
-namespace platform::qt {
+namespace platform {
 namespace {
 
 constexpr std::size_t firstBlock = 2048;  // small, as most searches of an editor end close by
@@ -57,4 +57,4 @@ std::size_t SearchText(std::string_view text, std::string_view pattern, std::siz
     return std::string_view::npos;
 }
 
-}  // namespace platform::qt
+}  // namespace platform

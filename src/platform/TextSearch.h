@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace platform::qt {
+namespace platform {
 
 // Offset of the first match of `pattern` in `text` that starts at or after `start` and ends at or before
 // `end` (`start` <= `end` <= size), or npos. Case is of ASCII letters only; a whole word has no word
@@ -12,4 +12,4 @@ namespace platform::qt {
 std::size_t SearchText(std::string_view text, std::string_view pattern, std::size_t start, std::size_t end,
                        bool matchCase, bool wholeWord);
 
-}  // namespace platform::qt
+}  // namespace platform
