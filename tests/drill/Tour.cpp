@@ -142,6 +142,22 @@ class Tour : public drill::Desk {
         WaitGone("About Korvane");
     }
 
+    void ShowSearches() {
+        Say("find and replace");
+        Key("ctrl+f");
+        WaitWindow("Find Text");  // frmFindText
+        ExpectSeen("Entire scope");
+        Station("find");
+        Key("Escape");
+        WaitGone("Find Text");
+        Key("ctrl+r");
+        WaitWindow("Replace Text");  // frmReplace
+        ExpectSeen("Prompt on replace");
+        Station("replace");
+        Key("alt+F4");
+        WaitGone("Replace Text");
+    }
+
     void ShowAllTools() {
         Say("closing, and starting again with every tool on the toolbar");
         Key("alt+F4");
@@ -190,6 +206,7 @@ int main(int argc, char** argv) {
             if (old.path().extension() == ".png") std::filesystem::remove(old.path());
         Tour tour(argv[1], argv[2]);
         tour.OpenDesign();
+        tour.ShowSearches();
         tour.Compile();
         tour.ShowProject();
         tour.ReadAMessage();
