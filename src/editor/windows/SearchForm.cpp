@@ -19,7 +19,9 @@ QGroupBox* Choice(const char* name, const char* caption, const std::vector<Contr
                   QObject* owner) {
     auto* buttons = platform::qt::RadioButtons(rows, owner);
     buttons->button(0)->setChecked(true);
-    return Frame(name, caption, Column(platform::qt::Items(buttons->buttons())));
+    auto items = platform::qt::Items(buttons->buttons());
+    items.emplace_back(platform::qt::Stretch());
+    return Frame(name, caption, Column(items));
 }
 
 }  // namespace
