@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QRadioButton>
-#include <algorithm>
 #include <memory>
 
 #include "editor/frmFindText.h"
