@@ -39,7 +39,9 @@ Shell::Shell(session::Session& state, platform::Host& host, std::string stateFol
       editor_(app_),
       toolChain_(app_, stateFolder_ + "outputs"),
       project_(app_),
-      devices_(app_) {
+      devices_(app_),
+      aids_(app_),
+      partitioner_(app_) {
     hall_.Main = this;
     hall_.Utilities = this;
     AddCommands();
@@ -86,6 +88,8 @@ void Shell::LoadMain() {
     main_->OnPlaces = [this] { return PlacesOfNew(); };
     project_.LoadWindows(*main_);
     devices_.LoadWindows(*main_);
+    aids_.LoadWindows(*main_);
+    partitioner_.LoadWindows(*main_);
     editor_.LoadWindows(*main_);
     LoadToolbar();
 }

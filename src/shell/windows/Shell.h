@@ -3,8 +3,10 @@
 #include <memory>
 #include <optional>
 
+#include "aids/AidsRoom.h"
 #include "devices/DevicesRoom.h"
 #include "editor/EditorRoom.h"
+#include "partitioner/PartitionerRoom.h"
 #include "project/ProjectRoom.h"
 #include "session/App.h"
 #include "shell/StartUp.h"
@@ -82,6 +84,8 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     toolchain::ToolChainRoom toolChain_;
     project::ProjectRoom project_;
     devices::DevicesRoom devices_;
+    aids::AidsRoom aids_;
+    partitioner::PartitionerRoom partitioner_;
     std::unique_ptr<HelpFilter> help_;
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmMain> main_;
