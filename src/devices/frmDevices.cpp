@@ -7,8 +7,8 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-#include "base/Text.h"
 #include "devices/DeviceReport.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 
 namespace devices {
@@ -20,14 +20,12 @@ using platform::qt::Label;
 using platform::qt::Named;
 using platform::qt::Row;
 
-QString Shown(const std::string& text) { return QString::fromStdString(base::DisplayUtf8(text)); }
-
 // Selects the first line. The caller follows up: the list says nothing.
 void Fill(QListWidget& list, const std::vector<ListItem>& items) {
     const QSignalBlocker quiet(list);
     list.clear();
     for (const ListItem& item : items) {
-        auto* line = new QListWidgetItem(Shown(item.Text), &list);
+        auto* line = new QListWidgetItem(platform::qt::Shown(item.Text), &list);
         line->setData(Qt::UserRole, item.Key);
     }
     if (!items.empty()) list.setCurrentRow(0);
@@ -109,8 +107,8 @@ void frmDevices::ShowDevice() {
     txtMnemonic->clear();
     const auto device = Selected(*lstDevices);
     if (!device) return;
-    txtMnemonic->setText(Shown(database_.GetMnemonic(*device)));
-    txtDeviceInfo->setPlainText(Shown(DeviceReport(ReadDeviceFacts(database_, *device))));
+    txtMnemonic->setText(platform::qt::Shown(database_.GetMnemonic(*device)));
+    txtDeviceInfo->setPlainText(platform::qt::Shown(DeviceReport(ReadDeviceFacts(database_, *device))));
 }
 
 void frmDevices::OK_Click() {

@@ -6,6 +6,7 @@
 #include "editor/DocumentFile.h"
 #include "editor/Highlighter.h"
 #include "editor/SymbolTable.h"
+#include "session/Opening.h"
 
 namespace editor {
 namespace {
@@ -18,8 +19,7 @@ void OpenUntitled(session::App& app, session::Document& document) {
 void EnterProject(session::App& app, session::Document& document, const std::string& path) {
     if (app.State.sProject.empty()) app.State.sProject = path.substr(0, path.rfind('.'));
     app.Hall.Project->ShowProject();
-    document.ShowsProject = true;
-    document.UpdateMenus();
+    document.MarkProject(true);
     document.BringToFront();
 }
 
@@ -34,24 +34,8 @@ void OpenFile(session::App& app, session::Document& document, const std::string&
     document.txtText().SetText(app.Host.Files.ReadFile(path));
     document.MarkSaved();
     app.State.DefaultTextColor = document.txtText().SelFormat().Color;
-    const DocumentKind kind = KindOf(path);
-    if (kind == DocumentKind::Design) {
-        ReadSymbols(app, document);
-        HighlightSyntax(app, document);
-    }
-    if (kind != DocumentKind::Plain) EnterProject(app, document, path);
+    EnterByKind(app, document, path);
     UpdateMru(app, path);
-}
-
-// The comparison is exact: a path chosen in mixed case opens a second window.
-void OpenUnlessOpen(session::App& app, const std::string& name) {
-    for (const session::Document* document : app.State.Documents.All()) {
-        if (document->Caption() == name) {
-            app.Host.Boxes.Say("File already open in editor. ");
-            return;
-        }
-    }
-    app.Hall.Editor->OpenDocument(name);
 }
 
 }  // namespace
@@ -82,6 +66,15 @@ session::Document* OpenDocument(session::App& app, DocumentFactory& factory,
     return opened;
 }
 
+void EnterByKind(session::App& app, session::Document& document, const std::string& path) {
+    const DocumentKind kind = KindOf(path);
+    if (kind == DocumentKind::Design) {
+        ReadSymbols(app, document);
+        HighlightSyntax(app, document);
+    }
+    if (kind != DocumentKind::Plain) EnterProject(app, document, path);
+}
+
 void ReadSymbols(session::App& app, session::Document& document) {
     LoadSymbols(DeskOf(app), document.txtText().Text(), document.Symbols);
 }
@@ -104,19 +97,14 @@ void UpdateMru(session::App& app, const std::string& path) {
     if (!recent[0].empty()) app.Hall.Main->UpdateMruMenus();
 }
 
-void EnterWorkDir(session::App& app) {
-    const std::string& folder = app.State.WorkDir;
-    if (!folder.empty() && app.Host.Files.DirectoryExists(folder)) app.Host.Files.SetCurrentDirectory(folder);
-}
-
 void FileOpen(session::App& app) {
-    EnterWorkDir(app);
+    session::EnterWorkDir(app);
     const session::Session& state = app.State;
     const auto name = app.Host.Boxes.OpenFile(
         {.Filter = "PLD Files (*.pld)|*.pld|VHDL Files (*.vhd)|*.vhd|Simulation File (*.si)|*.si|Doc Files "
                    "(*.doc)|*.doc|All Files (*.*)|*.*",
          .InitialFolder = state.LastPath.empty() ? state.ExamplesDir : state.LastPath});
-    if (name && !name->empty()) OpenUnlessOpen(app, *name);
+    if (name && !name->empty()) session::OpenUnlessOpen(app, *name);
 }
 
 }  // namespace editor

@@ -21,6 +21,10 @@ class DocumentFactory {
 session::Document* OpenDocument(session::App& app, DocumentFactory& factory,
                                 const std::optional<std::string>& path);
 
+// What a text gets by the kind of its file: a design its symbols and colours, and what belongs to a project
+// the project. Errors of the scan.
+void EnterByKind(session::App& app, session::Document& document, const std::string& path);
+
 // `LoadSymbols` for a document's text, its names behind those that are there; and `mnuMacroSym`, which
 // empties the list first. Errors as there.
 void ReadSymbols(session::App& app, session::Document& document);
@@ -28,9 +32,6 @@ void ReadSymbolsAgain(session::App& app, session::Document& document);
 
 // Enters the path at the head of RecentFiles (without duplicates) and sets LastPath to its folder.
 void UpdateMru(session::App& app, const std::string& path);
-
-// Makes WorkDir the current directory if it exists.
-void EnterWorkDir(session::App& app);
 
 // Asks for a file and opens it, unless a window with exactly that caption is open.
 void FileOpen(session::App& app);

@@ -5,10 +5,10 @@
 #include <algorithm>
 
 #include "base/RunTimeError.h"
-#include "base/Text.h"
 #include "editor/DocumentFile.h"
 #include "editor/DocumentMenu.h"
 #include "editor/Highlighter.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/TextBox.h"
 
@@ -125,17 +125,12 @@ void frmDocument::RunCommand(const std::string& name, int index) {
 void frmDocument::UpdateMenus() {
     ShowRecentFiles();
     ShowTools();
-    menus_->Entry("mnuProject").setChecked(ShowsProject);
+    menus_->Entry("mnuProject").setChecked(ShowsProject());
     EnableEntries();
 }
 
 void frmDocument::ShowRecentFiles() {
-    for (int i = 0; i < 6; ++i) {
-        const std::string name = MenuSet::ElementName("mnuFileMru", i);
-        const std::string& path = app_.State.RecentFiles[static_cast<std::size_t>(i)];
-        menus_->SetText(name, path);
-        menus_->Entry(name).setVisible(!path.empty());
-    }
+    menus_->ShowElements("mnuFileMru", app_.State.ShownRecentFiles());
     menus_->Entry("mnuFileBar4").setVisible(!app_.State.RecentFiles[0].empty());
 }
 
@@ -152,7 +147,7 @@ void frmDocument::ShowTools() {
 
 platform::RichTextBox& frmDocument::txtText() { return *text_; }
 
-void frmDocument::ShowCaption() { setWindowTitle(QString::fromStdString(base::DisplayUtf8(Caption()))); }
+void frmDocument::ShowCaption() { setWindowTitle(platform::qt::Shown(Caption())); }
 
 std::int32_t frmDocument::SelLength() const { return text_->SelLength(); }
 bool frmDocument::IsInserting() const { return !text_->IsOvertyping(); }

@@ -99,28 +99,29 @@ std::string TemplateText(const DesignFields& fields, const PinCounts& counts) {
     return text;
 }
 
-bool AcceptNewDesign(const NewDesignDesk& desk, const DesignFields& fields) {
+bool AcceptNewDesign(session::App& app, const std::function<void(bool)>& showDialog,
+                     const DesignFields& fields) {
     if (const auto fault = DesignNameFault(fields.ProjectName)) {
-        desk.Boxes.Say(*fault);
+        app.Host.Boxes.Say(*fault);
         return false;
     }
-    const PinCounts counts = AskPinCounts(desk.Boxes);
-    if (desk.State.sProject.empty()) {
-        desk.Doors.SetDialogVisible(false);
-        desk.State.sProject = DesignPath(desk.State, fields.ProjectName);
-        desk.Doors.ShowProject();
-        desk.Doors.SetDialogVisible(true);
+    const PinCounts counts = AskPinCounts(app.Host.Boxes);
+    if (app.State.sProject.empty()) {
+        showDialog(false);
+        app.State.sProject = DesignPath(app.State, fields.ProjectName);
+        app.Hall.Project->ShowProject();
+        showDialog(true);
     }
-    desk.Doors.OpenDocument();
-    WriteTemplate(desk, fields, counts);
-    desk.Doors.SetDialogVisible(false);
+    app.Hall.Editor->OpenDocument();
+    WriteTemplate(app, fields, counts);
+    showDialog(false);
     return true;
 }
 
-void WriteTemplate(const NewDesignDesk& desk, const DesignFields& fields, const PinCounts& counts) {
-    const std::string path = DesignPath(desk.State, fields.ProjectName) + ".PLD";
-    const auto count = static_cast<std::int64_t>(desk.State.Documents.Count());
-    for (session::Document* document : desk.State.Documents.All()) {
+void WriteTemplate(session::App& app, const DesignFields& fields, const PinCounts& counts) {
+    const std::string path = DesignPath(app.State, fields.ProjectName) + ".PLD";
+    const auto count = static_cast<std::int64_t>(app.State.Documents.Count());
+    for (session::Document* document : app.State.Documents.All()) {
         if (document->ID != count) continue;
         document->SetFile(path, path);
         {
@@ -128,10 +129,10 @@ void WriteTemplate(const NewDesignDesk& desk, const DesignFields& fields, const 
             const platform::HiddenScope hidden(text);
             // Behind what is there: an ID may have been given twice, and then this is no new text.
             text.SetText(text.Text() + TemplateText(fields, counts));
-            desk.Doors.HighlightSyntax(*document);
+            app.Hall.Editor->HighlightSyntax(*document);
         }
         document->BringToFront();
-        desk.Doors.UpdateMru(document->FileName());
+        app.Hall.Editor->UpdateMru(document->FileName());
     }
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/Dialogs.h"
-#include "session/Session.h"
+#include "session/App.h"
 
 // The skeleton of a new design, from the fields of frmNewDesign to the text of a document.
 namespace project {
@@ -47,29 +47,12 @@ std::string DesignPath(const session::Session& state, std::string_view name);
 // count has its header alone.
 std::string TemplateText(const DesignFields& fields, const PinCounts& counts);
 
-// What frmNewDesign asks of the windows around it.
-class NewDesignDoors {
-  public:
-    virtual ~NewDesignDoors() = default;
-
-    virtual void SetDialogVisible(bool visible) = 0;  // frmNewDesign itself
-    virtual void ShowProject() = 0;
-    virtual void OpenDocument() = 0;  // a new untitled one
-    virtual void HighlightSyntax(session::Document& document) = 0;
-    virtual void UpdateMru(const std::string& path) = 0;
-};
-
-struct NewDesignDesk {
-    session::Session& State;
-    platform::Dialogs& Boxes;
-    NewDesignDoors& Doors;
-};
-
-// `OK_Click`: false if the dialog stays open, with the reason told.
-bool AcceptNewDesign(const NewDesignDesk& desk, const DesignFields& fields);
+// `OK_Click`: false if the dialog stays open, with the reason told. `showDialog` shows or hides the dialog.
+bool AcceptNewDesign(session::App& app, const std::function<void(bool)>& showDialog,
+                     const DesignFields& fields);
 
 // `WriteTemplate`: gives each document whose ID is the count of documents the design's name and the skeleton.
 // In the ordinary case that is the one just made.
-void WriteTemplate(const NewDesignDesk& desk, const DesignFields& fields, const PinCounts& counts);
+void WriteTemplate(session::App& app, const DesignFields& fields, const PinCounts& counts);
 
 }  // namespace project

@@ -9,7 +9,7 @@ namespace project {
 class frmProject;
 
 // The door of projects and new designs: owns the project window.
-class ProjectRoom : public session::Project, private ProjectDoors {
+class ProjectRoom : public session::Project, private ProjectWindows {
   public:
     // Enters itself and its commands into the hall.
     explicit ProjectRoom(session::App& app);
@@ -24,21 +24,17 @@ class ProjectRoom : public session::Project, private ProjectDoors {
   private:
     void AddCommands();
     void LoadProject();
-    ProjectDesk Desk() { return {app_.State, app_.Host, *this}; }
+    ProjectDesk Desk() { return {app_, *this}; }
 
-    bool IsOpen() const override { return isOpen_; }
-    void SetOpen(bool on) override { isOpen_ = on; }
+    bool IsOpen() const override { return window_ != nullptr; }
     void HideProject() override;
     bool UnloadProject() override;
     bool ShowNewDesign() override;
-    session::Document* ActiveDocument() override { return app_.Hall.Main->ActiveDocument(); }
-    void OpenDocument(const std::string& path) override { app_.Hall.Editor->OpenDocument(path); }
     void Execute(const std::string& topic, const std::string& command) override;
 
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;
     frmProject* window_ = nullptr;  // of the main window; null unless it is loaded
-    bool isOpen_ = false;
 };
 
 }  // namespace project

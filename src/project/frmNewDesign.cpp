@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QLocale>
 
-#include "base/Text.h"
+#include "platform/qt/Captions.h"
 
 namespace project {
 namespace {
@@ -61,7 +61,7 @@ QLayout* frmNewDesign::Fields() {
     std::vector<platform::qt::Field> fields;
     for (const auto& row : rows) {
         auto* box = platform::qt::Named(row.Control, new QLineEdit);
-        box->setText(QString::fromStdString(base::DisplayUtf8(preset.*row.Field)));
+        box->setText(platform::qt::Shown(preset.*row.Field));
         box->setMinimumWidth(platform::qt::InCharacters(boxWidth, 0).width());
         boxes_.push_back(box);
         fields.push_back({std::string("lbl") + row.Control, row.Label, box});
@@ -78,7 +78,8 @@ DesignFields frmNewDesign::ControlValues() const {
 
 void frmNewDesign::OK_Click() {
     const DesignFields values = ControlValues();
-    if (AcceptNewDesign({app_.State, app_.Host.Boxes, *this}, values)) {
+    if (AcceptNewDesign(
+            app_, [this](bool visible) { setVisible(visible); }, values)) {
         KeepCompany(app_.Host.Settings, values.Company);
     }
 }

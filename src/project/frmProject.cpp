@@ -6,7 +6,7 @@
 #include <QTreeWidget>
 
 #include "base/ScopeExit.h"
-#include "base/Text.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 
 // The pictures lie in a static library, whose resources are registered by hand.
@@ -16,11 +16,7 @@ namespace project {
 
 using platform::qt::On;
 
-namespace {
-
-QString Shown(const std::string& text) { return QString::fromStdString(base::DisplayUtf8(text)); }
-
-}  // namespace
+namespace {}  // namespace
 
 frmProject::frmProject(const ProjectDesk& desk) : desk_(desk), TreeView(new QTreeWidget(this)) {
     InitImages();
@@ -54,7 +50,7 @@ void frmProject::Connect() {
 }
 
 void frmProject::ResetFont() {
-    const session::FontRecord& wanted = desk_.State.ProjectFont;
+    const session::FontRecord& wanted = desk_.App.State.ProjectFont;
     QFont font = TreeView->font();
     if (!wanted.Name.empty()) font.setFamily(QString::fromStdString(wanted.Name));
     font.setBold(wanted.Bold);
@@ -65,8 +61,8 @@ void frmProject::ResetFont() {
 void frmProject::UpdateTreeView() {
     const QSignalBlocker noClicks(TreeView);
     TreeView->clear();
-    tree_ = ReadProjectTree(desk_.Host.Files, desk_.State.sProject);
-    setWindowTitle(Shown(ProjectCaption(desk_.State.sProject)));
+    tree_ = ReadProjectTree(desk_.App.Host.Files, desk_.App.State.sProject);
+    setWindowTitle(platform::qt::Shown(ProjectCaption(desk_.App.State.sProject)));
     QTreeWidgetItem* last = AddNodes();
     TreeView->expandAll();
     TreeView->scrollToItem(last);
@@ -78,7 +74,7 @@ QTreeWidgetItem* frmProject::AddNodes() {
     QTreeWidgetItem* current = nullptr;
     for (std::size_t i = 0; i < tree_.size(); ++i) {
         const TreeNode& node = tree_[i];
-        auto* item = items.emplace_back(new QTreeWidgetItem({Shown(node.Text)}));
+        auto* item = items.emplace_back(new QTreeWidgetItem({platform::qt::Shown(node.Text)}));
         item->setIcon(0, imlTree.at(static_cast<std::size_t>(node.Image - 1)));
         item->setData(0, Qt::UserRole, QVariant::fromValue(i));
         if (i > 0) items[node.Parent]->addChild(item);
@@ -110,7 +106,7 @@ void frmProject::closeEvent(QCloseEvent* event) {
         // A document may be saved under another name as it closes, which closes the project too.
         if (isUnloaded_ || std::exchange(isClosing_, true)) return;
         const base::ScopeExit done([this] { isClosing_ = false; });
-        if (!QueryUnloadProject(desk_, tree_.front().Text)) return;
+        if (!QueryUnloadProject(desk_.App, tree_.front().Text)) return;
         isUnloaded_ = true;
         emit Unloaded();
     });

@@ -12,6 +12,11 @@ void Document::SetFile(const std::string& caption, const std::string& fileName) 
     SetCaption(caption);
 }
 
+void Document::MarkProject(bool shows) {
+    showsProject_ = shows;
+    UpdateMenus();
+}
+
 void Document::TextChanged() {
     dirty_ = true;
     ++revision_;

@@ -30,10 +30,9 @@ class Document {
     bool InComment = false;         // a comment was opened by typing and not closed
     std::int32_t CommentStart = 0;  // offset of its "/*"
     ToolMenu Tools;
-    bool ShowsProject = false;  // the mark at mnuProject
 
     virtual platform::RichTextBox& txtText() = 0;
-    virtual void UpdateMenus() = 0;   // they show RecentFiles, Tools and ShowsProject
+    virtual void UpdateMenus() = 0;   // they show RecentFiles, Tools and the mark
     virtual void BringToFront() = 0;  // ZOrder 0
     virtual bool Unload() = 0;        // false if the user refused
 
@@ -42,6 +41,10 @@ class Document {
     const std::string& FileName() const { return fileName_; }
     void SetCaption(const std::string& caption);
     void SetFile(const std::string& caption, const std::string& fileName);
+
+    // The mark at mnuProject.
+    bool ShowsProject() const { return showsProject_; }
+    void MarkProject(bool shows);
 
     // Whether the text is that of the file.
     bool Dirty() const { return dirty_; }                 // changed since it was read or written
@@ -57,6 +60,7 @@ class Document {
   private:
     std::string caption_;
     std::string fileName_;
+    bool showsProject_ = false;
     bool dirty_ = false;
     bool unread_ = false;
     std::uint64_t revision_ = 0;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,7 @@ struct Session {
     std::int32_t DocumentCount = 0;
     std::int32_t UntitledCount = 0;
     std::array<std::string, 7> RecentFiles;  // most recent first; index 6 is always empty
+    std::span<const std::string> ShownRecentFiles() const { return std::span(RecentFiles).first(6); }
     std::string LastPath;
     std::int32_t DefaultTextColor = 0;
     bool HighlightEnabled = false;

@@ -1,10 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
-
-#include "session/Records.h"
 
 namespace session {
 
@@ -15,8 +12,6 @@ class ToolChain {
 
     virtual std::int16_t RunAndWait(const std::string& commandLine) = 0;  // 0, or the error number
     virtual void BringMessagesToFront() = 0;
-    // Where frmMessage stands; nothing while it is an icon or fills the area.
-    virtual std::optional<Placement> MessagesPlacement() const = 0;
 };
 
 }  // namespace session

@@ -36,4 +36,9 @@ const char* HelpTopicOf(std::string_view form) {
     return row == std::end(topics) ? nullptr : row->Topic;
 }
 
+void ShowHelpTopic(platform::Dialogs& boxes, const std::string& topic) {
+    boxes.MessageBox({.Text = "No help is installed for the topic " + topic + ".",
+                      .Picture = platform::Icon::Information});
+}
+
 }  // namespace shell

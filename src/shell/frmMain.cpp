@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "base/RunTimeError.h"
-#include "base/Text.h"
 #include "platform/qt/Captions.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/KeyLocks.h"
@@ -109,7 +108,7 @@ void frmMain::BuildStatusBar() {
 
 void frmMain::SetPanel(int panel, const std::string& text) {
     QLabel* label = panels_.at(static_cast<std::size_t>(panel - 1));
-    label->setText(QString::fromStdString(base::DisplayUtf8(text)));
+    label->setText(platform::qt::Shown(text));
     label->repaint();
 }
 

@@ -45,7 +45,7 @@ bool Compiler::CheckProject(const session::Document& document) {
 }
 
 void Compiler::RefreshProjectList(const session::Document& document) {
-    if (document.ShowsProject) app_.Hall.Project->UpdateTreeView();
+    if (document.ShowsProject()) app_.Hall.Project->UpdateTreeView();
 }
 
 void Compiler::RunDepCompile(session::Document& document) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QRect>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/qt/MdiChild.h"
@@ -30,10 +32,11 @@ class ToolChainRoom : public session::ToolChain {
     void UnloadWindows();
 
     ErrorCodes& Errors() { return errors_; }  // filled by the start
+    // The frame of frmMessage in the area; nothing while it is an icon or fills it.
+    std::optional<QRect> MessagesFrame() const;
 
     std::int16_t RunAndWait(const std::string& commandLine) override;
     void BringMessagesToFront() override;
-    std::optional<session::Placement> MessagesPlacement() const override;
 
   private:
     frmMessage& ShownMessages();

@@ -3,16 +3,14 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-#include "base/Text.h"
+#include "platform/qt/Captions.h"
 
 namespace toolchain {
 namespace {
 
-QString Shown(const std::string& text) { return QString::fromStdString(base::DisplayUtf8(text)); }
-
 template <class Box>
 Box* ReadOnly(const char* name, const std::string& text) {
-    auto* box = platform::qt::Named(name, new Box(Shown(text)));
+    auto* box = platform::qt::Named(name, new Box(platform::qt::Shown(text)));
     box->setReadOnly(true);
     return box;
 }

@@ -4,11 +4,10 @@
 
 #include "base/RunTimeError.h"
 #include "support/Doubles.h"
+#include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 
 namespace {
-
-using Calls = std::vector<std::string>;
 
 const std::string header =
     "Name     Count ;\r\nPartNo   00 ;\r\nDate     11/23/26 ;\r\nRevision 01 ;\r\nDesigner Engineer ;\r\n"
@@ -22,24 +21,27 @@ const std::string end = "\r\n\r\n\r\n\r\n";
 
 project::DesignFields Fields() { return {.ProjectName = "Count", .ProjDate = "11/23/26"}; }
 
-class NewDesign : public testing::Test, protected project::NewDesignDoors {
+class NewDesign : public testing::Test, protected doubles::Hall {
   protected:
     session::Session state_;
-    doubles::Dialogs boxes_;
-    project::NewDesignDesk desk_{state_, boxes_, *this};
-    Calls log_;
+    doubles::MemoryFiles files_;
+    doubles::Desktop desktop_{files_};
+    session::App app_{state_, desktop_.Host, *this};
+    doubles::Dialogs& boxes_ = desktop_.Boxes;
     doubles::Document made_;
 
     NewDesign() { state_.WorkDir = "C:\\Work"; }
-    void SetDialogVisible(bool visible) override { log_.push_back(visible ? "show" : "hide"); }
-    void ShowProject() override { log_.push_back("ShowProject " + state_.sProject); }
-    void OpenDocument() override {
-        log_.push_back("OpenDocument");
+    bool Accept(const project::DesignFields& fields) {
+        const auto show = [this](bool visible) { Calls.push_back(visible ? "show" : "hide"); };
+        return project::AcceptNewDesign(app_, show, fields);
+    }
+    using Hall::OpenDocument;
+    session::Document* OpenDocument() override {
+        Hall::OpenDocument();
         made_.ID = static_cast<std::int16_t>(state_.Documents.Count() + 1);
         state_.Documents.Add(made_);
+        return &made_;
     }
-    void HighlightSyntax(session::Document&) override { log_.push_back("HighlightSyntax"); }
-    void UpdateMru(const std::string& path) override { log_.push_back("UpdateMru " + path); }
 };
 
 }  // namespace
@@ -85,21 +87,21 @@ TEST_F(NewDesign, AWrongNameKeepsTheDialogOpen) {
         {"   ", "A design name is required."},
     };
     for (const auto& [name, text] : cases) {
-        EXPECT_FALSE(project::AcceptNewDesign(desk_, {.ProjectName = name}));
+        EXPECT_FALSE(Accept({.ProjectName = name}));
         EXPECT_EQ(boxes_.LastText(), text);
     }
     boxes_.Inputs = {"40000"};
-    EXPECT_THROW(project::AcceptNewDesign(desk_, Fields()), base::RunTimeError);
-    EXPECT_EQ(log_, Calls{});
+    EXPECT_THROW(Accept(Fields()), base::RunTimeError);
+    EXPECT_TRUE(Calls.empty());
     EXPECT_EQ(state_.sProject, "");
-    EXPECT_TRUE(project::AcceptNewDesign(desk_, {.ProjectName = std::string(32, 'A')}));
+    EXPECT_TRUE(Accept({.ProjectName = std::string(32, 'A')}));
 }
 
 TEST_F(NewDesign, OkMakesADocumentOfTheSkeleton) {
     boxes_.Inputs = {"1", "2x", std::nullopt};
-    EXPECT_TRUE(project::AcceptNewDesign(desk_, Fields()));
-    EXPECT_EQ(log_, (Calls{"hide", "ShowProject C:\\WORK\\COUNT", "show", "OpenDocument", "HighlightSyntax",
-                           "UpdateMru C:\\WORK\\COUNT.PLD", "hide"}));
+    EXPECT_TRUE(Accept(Fields()));
+    EXPECT_EQ(Calls, (std::vector<std::string>{"hide", "ShowProject", "show", "OpenDocument",
+                                               "HighlightSyntax", "UpdateMru C:\\WORK\\COUNT.PLD", "hide"}));
     EXPECT_EQ(made_.Caption(), "C:\\WORK\\COUNT.PLD");
     EXPECT_EQ(made_.FileName(), "C:\\WORK\\COUNT.PLD");
     EXPECT_EQ(made_.Box.Content, header + inputs + pin + outputs + pin + pin + end);
@@ -115,7 +117,7 @@ TEST_F(NewDesign, TheDocumentIsFoundByTheCount) {
     state_.Documents.Add(first);
     state_.Documents.Add(second);
     state_.sProject = "C:\\WORK\\OTHER";
-    project::WriteTemplate(desk_, Fields(), {});
+    project::WriteTemplate(app_, Fields(), {});
     EXPECT_EQ(first.Caption(), "C:\\WORK\\COUNT.PLD");
     EXPECT_EQ(first.Box.Content, "text\r\n" + header + end);
     EXPECT_EQ(second.Box.Content, "text\r\n");

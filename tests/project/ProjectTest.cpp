@@ -11,19 +11,17 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// Notes what the project asks for.
-class Doors : public project::ProjectDoors {
+// Notes what the project asks of its windows, between the calls of the hall.
+class Windows : public project::ProjectWindows {
   public:
-    Calls Log;
+    explicit Windows(Calls& log) : Log(log) {}
+    Calls& Log;
     bool Open = false;
     bool Refuses = false;
     bool CancelsNewDesign = false;
     int LinkError = 0;
-    session::Document* Active = nullptr;
 
     bool IsOpen() const override { return Open; }
-    void SetOpen(bool on) override { Open = on; }
-    void ShowProject() override { Log.push_back("ShowProject"); }
     void HideProject() override { Log.push_back("HideProject"); }
     bool UnloadProject() override {
         Log.push_back("UnloadProject");
@@ -33,8 +31,6 @@ class Doors : public project::ProjectDoors {
         Log.push_back("ShowNewDesign");
         return !CancelsNewDesign;
     }
-    session::Document* ActiveDocument() override { return Active; }
-    void OpenDocument(const std::string& path) override { Log.push_back("OpenDocument " + path); }
     void Execute(const std::string& topic, const std::string& command) override {
         if (LinkError != 0) throw base::RunTimeError(LinkError);
         Log.push_back(topic + ": " + command);
@@ -70,11 +66,13 @@ class Project : public testing::Test {
     doubles::MemoryFiles files_;
     doubles::Desktop desktop_{files_};
     session::Session state_;
-    Doors doors_;
-    project::ProjectDesk desk_{state_, desktop_.Host, doors_};
+    doubles::Hall hall_;
+    session::App app_{state_, desktop_.Host, hall_};
+    Windows windows_{hall_.Calls};
+    project::ProjectDesk desk_{app_, windows_};
 
-    Document Open(std::int16_t id, const std::string& caption) { return {state_, doors_.Log, id, caption}; }
-    Calls TakeLog() { return std::exchange(doors_.Log, {}); }
+    Document Open(std::int16_t id, const std::string& caption) { return {state_, hall_.Calls, id, caption}; }
+    Calls TakeLog() { return std::exchange(hall_.Calls, {}); }
 };
 
 }  // namespace
@@ -111,12 +109,12 @@ TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
 
 TEST_F(Project, AToolThatDoesNotRunIsStarted) {
     state_.InstallRoot = "C:\\K";
-    doors_.LinkError = base::errNoForeignApplication;
+    windows_.LinkError = base::errNoForeignApplication;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
     EXPECT_EQ(desktop_.Programs.Started, Calls{"C:\\K\\Schematic\\Schematic C:\\W\\A.SCH  /NoSplash"});
     desktop_.Programs.FailWith = base::errFileNotFound;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
-    doors_.LinkError = base::errInvalidCall;
+    windows_.LinkError = base::errInvalidCall;
     desktop_.Programs.FailWith = 0;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
     EXPECT_EQ(desktop_.Programs.Started.size(), 1u);
@@ -128,20 +126,18 @@ TEST_F(Project, LoadingTellsTheMenusAndClosingTakesItsDocuments) {
     Document other = Open(2, "C:\\W\\SUB.PLD");
     Document longer = Open(3, "C:\\X\\ADDER.PLD");
     Document last = Open(4, "C:\\W\\ADD.SI");
-    project::ProjectLoaded(desk_);
-    EXPECT_TRUE(doors_.Open && first.ShowsProject && last.ShowsProject);
+    project::ProjectLoaded(app_);
+    EXPECT_TRUE(first.ShowsProject() && last.ShowsProject());
 
     longer.Refuses = true;
-    EXPECT_FALSE(project::QueryUnloadProject(desk_, "C:\\W\\ADD"));
-    EXPECT_TRUE(doors_.Open);
+    EXPECT_FALSE(project::QueryUnloadProject(app_, "C:\\W\\ADD"));
     EXPECT_EQ(TakeLog(), (Calls{"unload C:\\W\\ADD.PLD", "unload C:\\X\\ADDER.PLD"}));
 
     longer.Refuses = false;
     longer.Takes = 4;
-    EXPECT_TRUE(project::QueryUnloadProject(desk_, "C:\\W\\ADD"));
-    EXPECT_FALSE(doors_.Open);
+    EXPECT_TRUE(project::QueryUnloadProject(app_, "C:\\W\\ADD"));
     EXPECT_EQ(TakeLog(), Calls{"unload C:\\X\\ADDER.PLD"});
-    EXPECT_TRUE(project::QueryUnloadProject(desk_, ""));
+    EXPECT_TRUE(project::QueryUnloadProject(app_, ""));
     EXPECT_EQ(state_.Documents.All(), std::vector<session::Document*>{&other});
 }
 
@@ -171,8 +167,8 @@ TEST_F(Project, OpeningLeavesTheProjectOnceAFileIsChosen) {
     };
     for (const auto& c : cases) {
         state_.sProject = "OLD";
-        doors_.Open = c.WasOpen;
-        doors_.Refuses = c.Refuses;
+        windows_.Open = c.WasOpen;
+        windows_.Refuses = c.Refuses;
         desktop_.Boxes.Shown.clear();
         desktop_.Boxes.Files = {c.File};
         project::mnuProjectOpen_Click(desk_);
@@ -186,32 +182,33 @@ TEST_F(Project, OpeningLeavesTheProjectOnceAFileIsChosen) {
 
 TEST_F(Project, ANewProjectBeginsWithANewDesign) {
     Document document = Open(1, "C:\\W\\A.PLD");
-    doors_.Active = &document;
+    hall_.Active = &document;
     state_.sProject = "OLD";
-    doors_.Open = doors_.Refuses = true;
+    windows_.Open = windows_.Refuses = true;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), Calls{"UnloadProject"});
     EXPECT_EQ(state_.sProject, "OLD");
 
-    doors_.Refuses = false;
-    doors_.CancelsNewDesign = true;
+    windows_.Refuses = false;
+    windows_.CancelsNewDesign = true;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), (Calls{"UnloadProject", "ShowNewDesign"}));
     EXPECT_EQ(state_.sProject, "");
 
-    doors_.Open = doors_.CancelsNewDesign = false;
+    windows_.Open = windows_.CancelsNewDesign = false;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), (Calls{"ShowNewDesign", "ShowProject", "front C:\\W\\A.PLD"}));
-    EXPECT_TRUE(document.ShowsProject);
+    EXPECT_TRUE(document.ShowsProject());
 }
 
 TEST_F(Project, TheViewEntryShowsAndHidesTheWindow) {
     Document document = Open(1, "C:\\W\\A.PLD");
     project::mnuProject_Click(desk_, document);
-    project::ProjectLoaded(desk_);
+    windows_.Open = true;
+    project::ProjectLoaded(app_);
     project::mnuProject_Click(desk_, document);
-    EXPECT_FALSE(document.ShowsProject);
+    EXPECT_FALSE(document.ShowsProject());
     project::mnuProject_Click(desk_, document);
-    EXPECT_TRUE(document.ShowsProject);
+    EXPECT_TRUE(document.ShowsProject());
     EXPECT_EQ(TakeLog(), (Calls{"ShowProject", "HideProject", "ShowProject"}));
 }

@@ -114,7 +114,7 @@ TEST_F(ProjectWindows, TheTreeOpensFilesAndFollowsTheFolder) {
     Document open(State, "C:\\W\\OTHER.PLD");
     ShowProject();
     EXPECT_TRUE(CanCloseProject());
-    EXPECT_TRUE(open.ShowsProject);
+    EXPECT_TRUE(open.ShowsProject());
     const std::string root = State.sProject;
     EXPECT_EQ(Window()->windowTitle().toStdString(), "PROJECT: " + root);
     EXPECT_EQ(Tree(), root + "|  COUNT8.PLD|    COUNT8.JED|  COUNT8.SI|    COUNT8.SO|");
@@ -235,7 +235,7 @@ TEST_F(ProjectWindows, ANewDesignIsAskedForAndWritten) {
                                                                      Click("OK");
                                                                  }}});
     EXPECT_EQ(State.sProject, State.Documents.All().at(0)->Caption().substr(0, State.sProject.size()));
-    EXPECT_TRUE(Hall.Made->ShowsProject);
+    EXPECT_TRUE(Hall.Made->ShowsProject());
     EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<project::frmNewDesign>(App); }), "");
 }
 

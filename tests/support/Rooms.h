@@ -33,14 +33,11 @@ class Hall : public session::Hall,
     void SetPanel(int panel, const std::string& text) override { Panels[panel] = text; }
     std::string Panel(int panel) const override { return Panels.contains(panel) ? Panels.at(panel) : ""; }
     session::Document* ActiveDocument() override { return Active; }
-    void ArrangeWindows() override { Note("ArrangeWindows"); }
     void UpdateMruMenus() override { Note("UpdateMruMenus"); }
-    void SaveSettings() override { Note("SaveSettings"); }
     void SetTBMenu(session::Document&) override { Note("SetTBMenu"); }
     void LaunchTool(const std::string& tool, const std::string& file) override {
         Note("LaunchTool " + tool + " " + file);
     }
-    void ShowHelpTopic(const std::string& topic) override { Note("ShowHelpTopic " + topic); }
     session::Document* OpenDocument() override {
         Note("OpenDocument");
         return nullptr;
@@ -56,7 +53,6 @@ class Hall : public session::Hall,
         return 0;
     }
     void BringMessagesToFront() override { Note("BringMessagesToFront"); }
-    std::optional<session::Placement> MessagesPlacement() const override { return std::nullopt; }
     void ShowProject() override { Note("ShowProject"); }
     bool CloseProject() override {
         Note("CloseProject");

@@ -306,7 +306,7 @@ TEST_F(CompilerTest, TheSavePromptWritesOrLeavesTheFile) {
         Files.Files["C:\\WORK\\COUNT8.PLD"] = "old";
         Boxes().clear();
         Doc.TextChanged();
-        Doc.ShowsProject = true;
+        Doc.MarkProject(true);
         Hall.Calls.clear();
         Host.Boxes.Answers = {platform::Answer::No};
         (Driver.*command)(Doc);
@@ -340,7 +340,7 @@ TEST_F(CompilerTest, AFailedSaveEndsTheCommandWithABoxOnlyInTheDependentCompile)
 
 TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
     Doc.SetCaption("C:\\WORK\\OTHER.PLD");
-    Doc.ShowsProject = true;
+    Doc.MarkProject(true);
     Driver.RunIndepCompile(Doc);
     EXPECT_TRUE(Boxes().empty());
     EXPECT_EQ(Field(4), "C:\\WORK\\COUNT8");

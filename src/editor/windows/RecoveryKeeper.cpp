@@ -87,10 +87,10 @@ void RecoveryKeeper::Restore(const FoundCopy& found) {
     if (copy.Unread) document->MarkUnread();
     recovery_.Adopt(document, found.Path);
     kept_[document] = document->Revision();
-    const auto kind = KindOf(copy.Caption);
-    if (kind == DocumentKind::Design) HighlightSyntax(app_, *document);
-    if (kind != DocumentKind::Plain && app_.State.sProject.empty()) {
-        app_.State.sProject = copy.Caption.substr(0, copy.Caption.rfind('.'));
+    try {
+        EnterByKind(app_, *document, copy.Caption);
+    } catch (const base::RunTimeError& error) {
+        app_.Host.Boxes.Say(std::string(error.Description()));  // the other copies still wait
     }
 }
 

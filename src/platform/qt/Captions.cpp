@@ -6,8 +6,10 @@
 
 namespace platform::qt {
 
+QString Shown(std::string_view text) { return QString::fromStdString(base::DisplayUtf8(text)); }
+
 QString CaptionOf(std::string_view text) {
-    QString caption = QString::fromStdString(base::DisplayUtf8(text)).replace("&", "&&");
+    QString caption = Shown(text).replace("&", "&&");
     for (QChar& c : caption)
         if (c.category() == QChar::Other_Control) c = ' ';
     return caption;
@@ -15,8 +17,7 @@ QString CaptionOf(std::string_view text) {
 
 QString TipOf(std::string_view text) {
     // A tip is guessed to be plain or formatted; formatted is the one that is never guessed wrong.
-    return text.empty() ? QString()
-                        : Qt::convertFromPlainText(QString::fromStdString(base::DisplayUtf8(text)));
+    return text.empty() ? QString() : Qt::convertFromPlainText(Shown(text));
 }
 
 }  // namespace platform::qt

@@ -5,6 +5,9 @@
 
 namespace platform::qt {
 
+// A text of the data as it is shown: bytes that are no UTF-8 are replaced.
+QString Shown(std::string_view text);
+
 // A text of the data, such as a file's or a tool's name, as the caption of an entry or a button: an "&" is
 // shown and marks no access key, control characters are blanks.
 QString CaptionOf(std::string_view text);

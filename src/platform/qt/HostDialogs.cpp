@@ -18,6 +18,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "platform/qt/Captions.h"
 #include "platform/qt/Form.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/HostFileDialog.h"
@@ -64,10 +65,10 @@ constexpr struct {
     {Icon::Information, QMessageBox::Information},
 };
 
-QString Shown(const std::string& text) {
+QString ShownLines(const std::string& text) {
     std::string shown = base::ReplaceAll(base::ReplaceAll(text, "\r\n", "\n"), "\r", "\n");
     if (shown.size() > MaxShownText) shown = base::Left(shown, MaxShownText) + "\n...";
-    return QString::fromStdString(base::DisplayUtf8(shown));
+    return Shown(shown);
 }
 
 // A word too long for a line, such as a path, with marks where it may go on in the next one.
@@ -94,10 +95,12 @@ QString ShownText(const std::string& text) {
         result += Breakable(rest.substr(0, end));
         rest.remove_prefix(end);
     }
-    return Shown(result);
+    return ShownLines(result);
 }
 
-QString TitleOf(const std::string& title) { return title.empty() ? QString(DefaultTitle) : Shown(title); }
+QString TitleOf(const std::string& title) {
+    return title.empty() ? QString(DefaultTitle) : ShownLines(title);
+}
 
 // The text of a box at the size that it needs; one that would make the box higher than a screen scrolls.
 QWidget* MakeText(const QString& text, QWidget* box) {
@@ -204,7 +207,8 @@ std::optional<std::string> HostDialogs::InputBox(const std::string& prompt, cons
     box->setObjectName("InputBox");
     box->setWindowTitle(TitleOf(title));
     box->setInputMode(QInputDialog::TextInput);
-    box->setLabelText(Shown(base::ReplaceAll(prompt, "&", "&&")));  // a field's label can have an access key
+    box->setLabelText(
+        ShownLines(base::ReplaceAll(prompt, "&", "&&")));  // a field's label can have an access key
     if (auto* field = box->findChild<QLineEdit*>()) field->setMinimumWidth(WidthFor(box->windowTitle()));
     for (auto* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
     box->setTextValue(QString::fromStdString(preset));

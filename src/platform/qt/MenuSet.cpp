@@ -8,6 +8,15 @@
 
 namespace platform::qt {
 
+void MenuSet::ShowElements(const std::string& name, std::span<const std::string> texts) const {
+    int index = 0;
+    for (const std::string& text : texts) {
+        const std::string element = ElementName(name, index++);
+        SetText(element, text);
+        Entry(element).setVisible(!text.empty());
+    }
+}
+
 std::string MenuSet::ElementName(const std::string& name, int index) {
     return name + "(" + std::to_string(index) + ")";
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,6 +36,8 @@ class MenuSet {
     // Shows a text of the data, such as a file name, and gives back exactly what was set. Error 5 likewise.
     void SetText(const std::string& name, const std::string& text) const;
     std::string Text(const std::string& name) const;
+    // The elements of an array from 0 up show these texts; one with an empty text is hidden.
+    void ShowElements(const std::string& name, std::span<const std::string> texts) const;
 
     static std::string ElementName(const std::string& name, int index);
 

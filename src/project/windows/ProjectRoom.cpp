@@ -19,7 +19,7 @@ void ProjectRoom::AddCommands() {
         {"mnuNewDesign", [this](int) { ShowNewDesign(); }},
         {"mnuNewProject", [this](int) { mnuNewProject_Click(Desk()); }},
         {"mnuProjectOpen", [this](int) { mnuProjectOpen_Click(Desk()); }},
-        {"mnuCloseProject", [this](int) { CloseProject(); }, [this] { return isOpen_; }},
+        {"mnuCloseProject", [this](int) { CloseProject(); }, [this] { return IsOpen(); }},
     });
     app_.Hall.DocumentCommands.Add({
         {"mnuProject", [this](session::Document& document, int) { mnuProject_Click(Desk(), document); }},
@@ -35,7 +35,7 @@ void ProjectRoom::LoadProject() {
     window_ = new frmProject(Desk());
     frame_->AddChild(*window_, *window_);
     platform::qt::On(window_, &frmProject::Unloaded, window_, [this] { window_ = nullptr; });
-    ProjectLoaded(Desk());
+    ProjectLoaded(app_);
 }
 
 void ProjectRoom::ShowProject() {

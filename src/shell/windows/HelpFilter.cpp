@@ -17,7 +17,7 @@ bool HelpFilter::eventFilter(QObject* watched, QEvent* event) {
     if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
     const char* topic = HelpTopicOf(widget->window()->objectName().toStdString());
     if (topic == nullptr) return false;
-    platform::qt::Guarded([&] { app_.Hall.Utilities->ShowHelpTopic(topic); });
+    platform::qt::Guarded([&] { ShowHelpTopic(app_.Host.Boxes, topic); });
     return true;
 }
 

@@ -75,14 +75,12 @@ void Shell::LoadMain() {
         if (app_.State.AutoArrange) ArrangeWindows();
     };
     help_ = std::make_unique<HelpFilter>(app_);
-    if (app_.State.UtilityDir.empty()) {
-        for (const char* name : {"mnuImport", "mnuVhdl"}) main_->Menus().Entry(name).setEnabled(false);
-    }
+    if (app_.State.UtilityDir.empty()) main_->Menus().Entry("mnuImport").setEnabled(false);
     QAction& files = main_->Menus().Entry("mnuHelpOvrel");
     files.setVisible(HasHelpFiles());
     files.setEnabled(hall_.MainCommands.Find("mnuHelpOvrelList") != nullptr);
     LoadMainSettings();
-    if (!app_.State.RecentFiles[0].empty()) ShowRecentFiles();
+    ShowRecentFiles();
     ReadConfig(app_.State, app_.Host);
     toolChain_.LoadWindows(*main_);
     main_->OnPlaces = [this] { return PlacesOfNew(); };
@@ -124,7 +122,8 @@ platform::qt::ChildPlaces Shell::PlacesBeside(const session::Placement& messages
 
 std::optional<platform::qt::ChildPlaces> Shell::PlacesOfNew() const {
     if (!app_.State.AutoArrange) return std::nullopt;
-    return PlacesBeside(toolChain_.MessagesPlacement().value_or(MessageListPlacement(main_->Measures())));
+    const auto messages = toolChain_.MessagesFrame();
+    return PlacesBeside(messages ? ToTwips(*messages) : MessageListPlacement(main_->Measures()));
 }
 
 void Shell::ArrangeWindows() {
@@ -142,14 +141,8 @@ void Shell::SaveSettings() {
 bool Shell::HasHelpFiles() const { return !app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*").empty(); }
 
 void Shell::ShowRecentFiles() {
-    for (int i = 0; i < 6; ++i) {
-        const std::string& path = app_.State.RecentFiles[static_cast<std::size_t>(i)];
-        if (path.empty()) continue;
-        const std::string name = MenuSet::ElementName("mnuFileMru", i);
-        main_->Menus().SetText(name, path);
-        main_->Menus().Entry(name).setVisible(true);
-    }
-    main_->Menus().Entry("mnuFileBar4").setVisible(true);
+    main_->Menus().ShowElements("mnuFileMru", app_.State.ShownRecentFiles());
+    main_->Menus().Entry("mnuFileBar4").setVisible(!app_.State.RecentFiles[0].empty());
 }
 
 void Shell::UpdateMruMenus() {
@@ -159,11 +152,6 @@ void Shell::UpdateMruMenus() {
 
 void Shell::LaunchTool(const std::string& tool, const std::string& file) {
     shell::LaunchTool(app_, tool, file);
-}
-
-void Shell::ShowHelpTopic(const std::string& topic) {
-    app_.Host.Boxes.MessageBox({.Text = "No help is installed for the topic " + topic + ".",
-                                .Picture = platform::Icon::Information});
 }
 
 // All are asked before the first one closes: a refusal leaves every text in its window. A text that is saved

@@ -39,14 +39,11 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void SetPanel(int panel, const std::string& text) override { main_->SetPanel(panel, text); }
     std::string Panel(int panel) const override { return main_->Panel(panel); }
     session::Document* ActiveDocument() override;
-    void ArrangeWindows() override;
     void UpdateMruMenus() override;
-    void SaveSettings() override;
 
     // session::Utilities
     void SetTBMenu(session::Document& document) override;
     void LaunchTool(const std::string& tool, const std::string& file) override;
-    void ShowHelpTopic(const std::string& topic) override;
 
     // StartUpWindows
     void ShowSplash() override;
@@ -59,6 +56,8 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void AddWindowCommands();
     void FlipBar(const std::string& entry);
     void ToggleBar(QWidget& bar);
+    void ArrangeWindows();
+    void SaveSettings();
     void LoadMainSettings();
     void PlaceChildren();  // as the program starts with them
     platform::qt::ChildPlaces PlacesBeside(const session::Placement& messages) const;

@@ -3,7 +3,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
-#include "platform/qt/Twips.h"
 #include "toolchain/Compiler.h"
 #include "toolchain/frmCompiler.h"
 #include "toolchain/frmMessage.h"
@@ -83,13 +82,10 @@ void ToolChainRoom::BringMessagesToFront() {
     window.raise();
 }
 
-std::optional<session::Placement> ToolChainRoom::MessagesPlacement() const {
+std::optional<QRect> ToolChainRoom::MessagesFrame() const {
     const QMdiSubWindow& window = messages_->Frame();
     if (window.isMinimized() || window.isMaximized()) return std::nullopt;
-    using platform::qt::ToTwips;
-    const QRect place = window.geometry();
-    return session::Placement{ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()),
-                              ToTwips(place.height())};
+    return window.geometry();
 }
 
 }  // namespace toolchain
