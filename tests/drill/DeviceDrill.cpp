@@ -3,13 +3,7 @@
 // frmDevices ("Device Selection"): the device that the next runs compile for.
 
 TEST_P(Drill, CompilesForTheDeviceChosen) {
-    Write("A.PLD",
-          "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
-          "Device G16V8;\r\n"
-          "PIN 2 = A;\r\n"
-          "PIN 3 = B;\r\n"
-          "PIN 19 = Y;\r\n"
-          "Y = A & B;\r\n");
+    Write("A.PLD", gate);
     Start();
     Open("A.PLD");
     Key("ctrl+d");

@@ -8,6 +8,16 @@
 
 using drill::In;
 
+// A design of one gate, header first: where a scenario needs any design.
+inline const std::string gateHeader =
+    "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
+    "Device G16V8;\r\n";
+inline const std::string gate = gateHeader +
+                                "PIN 2 = A;\r\n"
+                                "PIN 3 = B;\r\n"
+                                "PIN 19 = Y;\r\n"
+                                "Y = A & B;\r\n";
+
 // A scenario: steps of a person before the installed program, each run at every speed. It ends in what is on
 // the disk, on the clipboard or on the screen.
 class Drill : public testing::TestWithParam<int>, public drill::Desk {

@@ -4,17 +4,9 @@
 
 // Options that come back in what a run leaves: frmSimulator ("Simulator Options"), frmVhdl ("VHDL Options").
 
-namespace {
-
-const std::string header =
-    "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
-    "Device G16V8;\r\n";
-
-}  // namespace
-
 TEST_P(Drill, AppendsVectorsInPlaceOfAListing) {
-    Write("A.PLD", header + "PIN 2 = A;\r\nPIN 3 = B;\r\nPIN 19 = Y;\r\nY = A & B;\r\n");
-    Write("A.SI", header + "ORDER: A, B, Y;\r\nVECTORS:\r\n01L\r\n11H\r\n");
+    Write("A.PLD", gate);
+    Write("A.SI", gateHeader + "ORDER: A, B, Y;\r\nVECTORS:\r\n01L\r\n11H\r\n");
     Start();
     Open("A.PLD");
     Key("F9");

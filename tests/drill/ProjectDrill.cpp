@@ -2,18 +2,6 @@
 
 // frmProject ("PROJECT: …") and frmNewDesign ("Design Properties").
 
-namespace {
-
-const std::string gate =
-    "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
-    "Device G16V8;\r\n"
-    "PIN 2 = A;\r\n"
-    "PIN 3 = B;\r\n"
-    "PIN 19 = Y;\r\n"
-    "Y = A & B;\r\n";
-
-}  // namespace
-
 TEST_P(Drill, OpensTheFilesOfAProjectAndClosesIt) {
     Write("GATE.PLD", gate);
     Start();
@@ -47,8 +35,7 @@ TEST_P(Drill, MakesANewProjectFromItsProperties) {
     WaitWindow("Design Properties");
     Type("Adder\t07\t1/2/26\t\t\tUs\n");
     for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) {
-        WaitWindow(title);
-        Type("1\n");
+        AnswerInput(title, "1");
     }
     WaitGone("Design Properties");
     ExpectSeen("/* *************** OUTPUT PINS *********************/", In::Document);

@@ -5,18 +5,6 @@
 // Compile and simulate: frmStatus ("Compilation Results"), frmMessage ("Messages"), frmErrorMessage ("Compile
 // Message"), frmCompiler ("Compiler Options").
 
-namespace {
-
-const std::string gate =
-    "Name Gate; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
-    "Device G16V8;\r\n"
-    "PIN 2 = A;\r\n"
-    "PIN 3 = B;\r\n"
-    "PIN 19 = Y;\r\n"
-    "Y = A & B;\r\n";
-
-}  // namespace
-
 // What the compiler writes when it is called by itself, in a folder of its own.
 std::string Drill::CompiledByHand(const std::string& name, const std::string& letters,
                                   const std::string& device) {

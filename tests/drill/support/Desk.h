@@ -39,8 +39,9 @@ class Desk {
     void Type(const std::string& text);
     void TypeAtOnce(const std::string& text);  // as fast as the display takes it
     void Menu(const Captions& path);
-    void AnswerFile(const std::string& title, const std::string& name);  // a file dialog
-    void AcknowledgeRun();                                               // "Compilation Results"
+    void AnswerFile(const std::string& title, const std::string& name);   // a file dialog
+    void AnswerInput(const std::string& title, const std::string& text);  // a box with one field
+    void AcknowledgeRun();                                                // "Compilation Results"
 
     // Mouse.
     void MenuByMouse(const Captions& path);

@@ -155,4 +155,11 @@ void Desk::AnswerFile(const std::string& title, const std::string& name) {
     TypeAtOnce(name + "\n");
 }
 
+void Desk::AnswerInput(const std::string& title, const std::string& text) {
+    WaitWindow(title);
+    Type(text);
+    Key("Return");
+    WaitGone(title);
+}
+
 }  // namespace drill
