@@ -1,15 +1,13 @@
 #include "platform/qt/HostProcesses.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <cerrno>
 #include <csignal>
 #include <optional>
+#include <utility>
 
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
@@ -24,8 +22,9 @@ namespace platform::qt {
 namespace {
 
 constexpr std::size_t MaxLineLength = 32767;  // of a command line, in bytes
-constexpr int WaitInterval = 10;              // ms
 constexpr int ReapInterval = 500;             // ms
+constexpr int PulseInterval = 500;            // ms between two looks whether the user loses patience
+constexpr int LookInterval = 20;              // ms, where the end does not wake us
 constexpr auto Blanks = " \t";
 
 std::optional<std::string> FindProgram(const std::string& name, const FileSystem& files) {
@@ -77,30 +76,18 @@ std::vector<std::string> Tokens(std::string_view text) {
     return tokens;
 }
 
-// The attributes of every start: no terminal's signals, none of this program's signal settings, no input.
-struct SpawnSettings {
-    SpawnSettings() {
-        ::posix_spawnattr_init(&Attributes);
-        ::posix_spawn_file_actions_init(&Actions);
-        sigset_t all;
-        sigset_t none;
-        ::sigfillset(&all);
-        ::sigemptyset(&none);
-        ::posix_spawnattr_setsigdefault(&Attributes, &all);
-        ::posix_spawnattr_setsigmask(&Attributes, &none);
-        ::posix_spawnattr_setflags(&Attributes,
-                                   POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-        ::posix_spawn_file_actions_addopen(&Actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+// Wakes the event loop when a child ends, and now and then before that.
+class Awakening {
+  public:
+    explicit Awakening(pid_t child) : end_(DescriptorOf(child)) {
+        pulse_.start(end_.Get() < 0 ? LookInterval : PulseInterval);
+        if (end_.Get() >= 0) notifier_.emplace(end_.Get(), QSocketNotifier::Read);
     }
-    ~SpawnSettings() {
-        ::posix_spawn_file_actions_destroy(&Actions);
-        ::posix_spawnattr_destroy(&Attributes);
-    }
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
 
-    posix_spawnattr_t Attributes{};
-    posix_spawn_file_actions_t Actions{};
+  private:
+    base::Descriptor end_;
+    std::optional<QSocketNotifier> notifier_;
+    QTimer pulse_;
 };
 
 }  // namespace
@@ -129,13 +116,9 @@ HostProcesses::HostProcesses(const FileSystem& files, const Clock& clock) : file
 
 Processes::Id HostProcesses::Start(const std::string& commandLine) {
     CommandLine line = ReadCommandLine(commandLine, files_);
-    std::vector<char*> arguments{line.Program.data()};
-    for (std::string& argument : line.Arguments) arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-    const SpawnSettings settings;
     pid_t process = 0;
-    const int failed = ::posix_spawn(&process, line.Program.c_str(), &settings.Actions, &settings.Attributes,
-                                     arguments.data(), environ);
+    const int failed =
+        ChildStart(ChildStart::Leads::Session).Run(line.Program, std::move(line.Arguments), process);
     if (failed != 0) base::RaiseErrno(failed, line.Program);
     running_.insert(static_cast<Id>(process));
     reaper_.start();
@@ -145,9 +128,9 @@ Processes::Id HostProcesses::Start(const std::string& commandLine) {
 void HostProcesses::Wait(Id process) {
     if (!IsRunning(process)) return;
     ToolWatch watch(clock_);
+    const Awakening awakening(static_cast<pid_t>(process));
     while (IsRunning(process)) {
-        ::poll(nullptr, 0, WaitInterval);
-        if (watch.GoOn()) continue;
+        if (watch.GoOn(QEventLoop::WaitForMoreEvents)) continue;
         Stop(process);
         throw base::RunTimeError(errToolEnded, "it was stopped");
     }

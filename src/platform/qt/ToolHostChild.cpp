@@ -2,13 +2,11 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <csignal>
 #include <cstring>
 #include <utility>
@@ -40,44 +38,17 @@ std::pair<int, int> MakeNotes() {
     return {Lifted(ends[0]), Lifted(ends[1])};
 }
 
-// Standard streams to nowhere: what a library prints is for no one. Descriptors of ours stay here.
-void SetDescriptors(posix_spawn_file_actions_t& actions, int lineEnd, int notesEnd) {
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, lineEnd, toolhost::SocketDescriptor);
-    ::posix_spawn_file_actions_adddup2(&actions, notesEnd, toolhost::NotesDescriptor);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        ::posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
-    }
-    ::posix_spawn_file_actions_addclosefrom_np(&actions, toolhost::NotesDescriptor + 1);
-}
-
-void SetAttributes(posix_spawnattr_t& attributes) {
-    sigset_t all;
-    sigset_t none;
-    ::sigfillset(&all);
-    ::sigemptyset(&none);
-    ::posix_spawnattr_init(&attributes);
-    ::posix_spawnattr_setsigdefault(&attributes, &all);
-    ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setpgroup(&attributes, 0);
-    ::posix_spawnattr_setflags(&attributes,
-                               POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
-}
-
+// What a library prints is for no one. Descriptors of ours stay here.
 pid_t Spawn(const std::string& program, std::uint64_t memory, int lineEnd, int notesEnd) {
-    posix_spawn_file_actions_t actions;
-    posix_spawnattr_t attributes;
-    SetDescriptors(actions, lineEnd, notesEnd);
-    SetAttributes(attributes);
-    std::string name = program;
-    std::string limit = std::to_string(memory);
-    std::array<char*, 3> arguments = {name.data(), limit.data(), nullptr};
+    ChildStart start(ChildStart::Leads::Group);
+    ::posix_spawn_file_actions_adddup2(start.Actions(), lineEnd, toolhost::SocketDescriptor);
+    ::posix_spawn_file_actions_adddup2(start.Actions(), notesEnd, toolhost::NotesDescriptor);
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+        ::posix_spawn_file_actions_addopen(start.Actions(), stream, "/dev/null", O_RDWR, 0);
+    }
+    ::posix_spawn_file_actions_addclosefrom_np(start.Actions(), toolhost::NotesDescriptor + 1);
     pid_t process = -1;
-    const int error =
-        ::posix_spawn(&process, program.c_str(), &actions, &attributes, arguments.data(), environ);
-    ::posix_spawn_file_actions_destroy(&actions);
-    ::posix_spawnattr_destroy(&attributes);
-    return error == 0 ? process : -1;
+    return start.Run(program, {std::to_string(memory)}, process) == 0 ? process : -1;
 }
 
 std::string DescribeStatus(int status) {

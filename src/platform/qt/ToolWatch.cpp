@@ -75,8 +75,8 @@ void ToolWatch::Heard() {
 
 Clock::Milliseconds ToolWatch::Silence() const { return clock_.Now() - quietSince_; }
 
-bool ToolWatch::GoOn() {
-    QCoreApplication::processEvents();
+bool ToolWatch::GoOn(QEventLoop::ProcessEventsFlags how) {
+    QCoreApplication::processEvents(how);
     const bool closeTry = shield_.TakeCloseTry();
     if (!stop_ && !IsOpen() && (closeTry || Silence() >= patience_)) Ask();
     return !stop_;

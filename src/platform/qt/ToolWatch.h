@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QEventLoop>
 #include <QPointer>
 #include <optional>
 
@@ -22,7 +23,7 @@ class ToolWatch {
     void Heard();                         // the tool gave a sign of life
     Clock::Milliseconds Silence() const;  // since then, or since the user chose to wait
     // Lets windows and timers have their turn. False: the user wants the tool stopped.
-    bool GoOn();
+    bool GoOn(QEventLoop::ProcessEventsFlags how = QEventLoop::AllEvents);
 
   private:
     bool IsOpen() const { return box_ != nullptr && box_->isVisible(); }

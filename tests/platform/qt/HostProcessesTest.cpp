@@ -1,13 +1,16 @@
 #include "platform/qt/HostProcesses.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <QLineEdit>
 #include <QMainWindow>
 #include <fstream>
 
+#include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "platform/qt/HostFileSystem.h"
 #include "support/Doubles.h"
@@ -68,25 +71,46 @@ TEST_F(HostProcessesTest, SplitsCommandLines) {
     EXPECT_TRUE(ReadCommandLine("sh -c x", files_).Program.ends_with("/sh"));
 }
 
+// Takes from this process the descriptors that it does not have yet.
+class NoMoreDescriptors {
+  public:
+    NoMoreDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const base::Descriptor next(::dup(STDIN_FILENO));
+        const rlimit none{.rlim_cur = static_cast<rlim_t>(next.Get()), .rlim_max = before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoMoreDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+
+  private:
+    rlimit before_{};
+};
+
 TEST_F(HostProcessesTest, RunsAProgramAndWaitsForItsEnd) {
     const std::string gate = (folder_.Path() / "gate").string();
     ASSERT_EQ(::mkfifo(gate.c_str(), 0600), 0);
     Script("tool.exe", "read go < \"" + gate + "\"; printf '%s|' \"$@\" > \"" +
                            (folder_.Path() / "out").string() + "\"; exit 3\n");
-    bool isOpen = false;
-    QTimer timer;  // it runs while the program is waited for, and lets it end
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (!std::exchange(isOpen, true)) std::ofstream(gate) << "go\n";
-    });
-    timer.start(0);
-    const auto id = processes_.Start(folder_.Logic("TOOL") + " a " + folder_.Logic("out"));
-    EXPECT_TRUE(processes_.IsRunning(id));
-    processes_.Wait(id);
-    EXPECT_FALSE(processes_.IsRunning(id));
-    EXPECT_EQ(folder_.Read("out"), "a|" + (folder_.Path() / "out").string() + "|");
-    EXPECT_LT(::waitpid(static_cast<pid_t>(id), nullptr, WNOHANG), 0) << "left as a zombie";
-    processes_.Wait(id);
-    processes_.Wait(0);
+    for (const bool isWithoutDescriptor : {false, true}) {
+        std::optional<NoMoreDescriptors> none;
+        bool isOpen = false;
+        QTimer timer;  // it runs while the program is waited for, and lets it end
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            none.reset();
+            if (!std::exchange(isOpen, true)) std::ofstream(gate) << "go\n";
+        });
+        timer.start(0);
+        folder_.Write("out", "");
+        const auto id = processes_.Start(folder_.Logic("TOOL") + " a " + folder_.Logic("out"));
+        EXPECT_TRUE(processes_.IsRunning(id));
+        if (isWithoutDescriptor) none.emplace();
+        processes_.Wait(id);
+        EXPECT_FALSE(processes_.IsRunning(id));
+        EXPECT_EQ(folder_.Read("out"), "a|" + (folder_.Path() / "out").string() + "|");
+        EXPECT_LT(::waitpid(static_cast<pid_t>(id), nullptr, WNOHANG), 0) << "left as a zombie";
+        processes_.Wait(id);
+        processes_.Wait(0);
+    }
 }
 
 // What is typed meanwhile is for no one, neither then nor later.
