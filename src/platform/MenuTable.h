@@ -20,7 +20,7 @@ struct MenuRow {
     const char* Caption;  // with & before the access key
     const char* Shortcut = "";
     unsigned Flags = 0;
-    int Count = 0;      // > 0: an array of that many entries
+    int Count = 0;       // > 0: an array of that many entries
     int FirstIndex = 0;  // of the array
 };
 

@@ -4,8 +4,8 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "base/RunTimeError.h"
 #include "base/AtomicFile.h"
+#include "base/RunTimeError.h"
 
 namespace platform::qt {
 namespace {
