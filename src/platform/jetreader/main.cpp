@@ -19,7 +19,7 @@ constexpr std::size_t fieldBytes = 65536;  // a longer text is told as a fault
 constexpr unsigned maxColumns = 255;       // of a table of this engine
 constexpr rlim_t maxSeconds = 5;           // of work
 
-void Write(ItemKind kind, std::string_view text = {}) {
+void Write(ItemKind kind, std::string_view text = "") {
     const auto length = static_cast<std::uint32_t>(text.size());
     std::fputc(static_cast<char>(kind), stdout);
     std::fwrite(&length, sizeof length, 1, stdout);
