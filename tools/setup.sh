@@ -1,4 +1,4 @@
-# Sourced by ./run and ./test: installs what is missing, configures and builds. Debian 12.
+# Sourced by ./run, ./test, .ci/run and the tools: installs what is missing, configures and builds. Debian 12.
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 preset=${KORVANE_PRESET:-release}
@@ -44,4 +44,13 @@ build_tree() {
     fi
     say "building ($preset)"
     cmake --build --preset "$preset"
+}
+
+# build_for_tests: installs what the tests need as well, and builds everything.
+build_for_tests() {
+    # shellcheck disable=SC2086
+    ensure_packages $build_packages
+    # shellcheck disable=SC2086
+    (ensure_packages $display_packages) || say "THE DRILL IS SKIPPED: no virtual display can be installed here"
+    build_tree
 }
