@@ -2,9 +2,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/toolhost/Library.h"
 #include "platform/toolhost/Memory.h"
 #include "platform/toolhost/SentTexts.h"
+#include "platform/toolhost/Server.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // A library's crash is its own: it ends this process as it would without the sanitizer.
@@ -15,14 +15,14 @@ extern "C" const char* __asan_default_options() {
 
 namespace {
 
-platform::toolhost::Library* theLibrary = nullptr;  // for SendMessageA, which is a plain C function
+platform::toolhost::Server* theServer = nullptr;  // for SendMessageA, which is a plain C function
 
 }  // namespace
 
 extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message, std::uintptr_t wparam,
                                      std::intptr_t lparam) {
     const auto [first, second] = platform::toolhost::SentTexts(message, wparam, lparam);
-    theLibrary->Relay(handle, message, first, second);
+    theServer->Relay(handle, message, first, second);
     return 0;
 }
 
@@ -33,9 +33,9 @@ int main(int argc, char** argv) {
         return 2;
     }
     platform::toolhost::LimitMemory(std::strtoull(argv[1], nullptr, 10));
-    platform::toolhost::Library library(platform::toolhost::SocketDescriptor);
-    theLibrary = &library;
-    library.LeaveWithTheProgram();
-    library.Serve();
-    library.Leave();
+    platform::toolhost::Server server(platform::toolhost::SocketDescriptor);
+    theServer = &server;
+    server.LeaveWithTheProgram();
+    server.Serve();
+    server.Leave();
 }

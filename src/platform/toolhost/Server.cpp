@@ -1,4 +1,4 @@
-#include "platform/toolhost/Library.h"
+#include "platform/toolhost/Server.h"
 
 #include <dlfcn.h>
 #include <poll.h>
@@ -12,17 +12,17 @@
 
 namespace platform::toolhost {
 
-void Library::Serve() {
+void Server::Serve() {
     Frame frame;
     while (channel_.Receive(frame, true) == Channel::State::Ready) Obey(frame);
 }
 
-void Library::Leave() {
+void Server::Leave() {
     if (busy_) ::kill(-::getpid(), SIGKILL);
     ::_exit(0);  // no destructors of libraries: nobody is there to hear them
 }
 
-void Library::LeaveWithTheProgram() {
+void Server::LeaveWithTheProgram() {
     sigset_t all;
     sigset_t before;
     ::sigfillset(&all);
@@ -36,7 +36,7 @@ void Library::LeaveWithTheProgram() {
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-void Library::Obey(const Frame& frame) {
+void Server::Obey(const Frame& frame) {
     {
         const std::lock_guard lock(line_);
         busy_ = true;
@@ -59,19 +59,19 @@ void Library::Obey(const Frame& frame) {
     }
 }
 
-void Library::Answer(FrameKind kind, std::initializer_list<std::string_view> parts) {
+void Server::Answer(FrameKind kind, std::initializer_list<std::string_view> parts) {
     const std::lock_guard lock(line_);
     busy_ = false;
     channel_.Send(kind, parts);
 }
 
-void Library::Load(std::uint32_t module, const std::string& path) {
+void Server::Load(std::uint32_t module, const std::string& path) {
     void* handle = ::dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL);
     if (handle != nullptr) modules_[module] = handle;
     Answer(FrameKind::Loaded, {Pack({handle != nullptr ? 1u : 0u})});
 }
 
-void Library::Free(std::uint32_t module) {
+void Server::Free(std::uint32_t module) {
     const auto found = modules_.find(module);
     if (found != modules_.end()) {
         ::dlclose(found->second);
@@ -80,7 +80,7 @@ void Library::Free(std::uint32_t module) {
     Answer(FrameKind::Freed, {});
 }
 
-void Library::Call(Unpacker& arguments) {
+void Server::Call(Unpacker& arguments) {
     const auto found = modules_.find(arguments.Number());
     const std::size_t size = arguments.Number();
     const std::string entry(arguments.Text(size));
@@ -96,14 +96,14 @@ void Library::Call(Unpacker& arguments) {
            {Pack({static_cast<std::uint32_t>(result), record.IsIntact() ? 1u : 0u}), record.Bytes()});
 }
 
-bool Library::Hear(Frame& answer) {
+bool Server::Hear(Frame& answer) {
     auto state = channel_.ReceiveSoon(answer);
     if (state == Channel::State::Nothing) state = channel_.Receive(answer, true);
     return state == Channel::State::Ready;
 }
 
-void Library::Relay(std::uint32_t window, std::uint32_t number, std::string_view first,
-                    std::string_view second) {
+void Server::Relay(std::uint32_t window, std::uint32_t number, std::string_view first,
+                   std::string_view second) {
     const std::lock_guard lock(line_);
     if (!busy_) return;
     const auto sizes = {window, number, static_cast<std::uint32_t>(first.size()),

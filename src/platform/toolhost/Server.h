@@ -12,9 +12,9 @@
 namespace platform::toolhost {
 
 // The host's end of the line: does what the program asks and passes on what the libraries send.
-class Library {
+class Server {
   public:
-    explicit Library(int descriptor) : descriptor_(descriptor), channel_(descriptor) {}
+    explicit Server(int descriptor) : descriptor_(descriptor), channel_(descriptor) {}
 
     void Serve();  // until the program hangs up
 

@@ -1,4 +1,4 @@
-#include "platform/toolhost/Library.h"
+#include "platform/toolhost/Server.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -7,13 +7,13 @@
 namespace platform::toolhost {
 namespace {
 
-TEST(Library, AMessageBetweenTheCommandsIsDropped) {
+TEST(Server, AMessageBetweenTheCommandsIsDropped) {
     int ends[2] = {-1, -1};
     ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     Channel program(ends[0]);
     program.Send(FrameKind::Acknowledge, {});  // or a library that does send would wait for it
-    Library library(ends[1]);
-    library.Relay(1, 101, "late", "");
+    Server server(ends[1]);
+    server.Relay(1, 101, "late", "");
     Frame frame;
     EXPECT_EQ(program.Receive(frame, false), Channel::State::Nothing);
     ::close(ends[0]);
