@@ -40,6 +40,11 @@ function(korvane_library name)
     if(A_SOURCES)
         add_library(${name} STATIC ${A_SOURCES})
         target_link_libraries(${name} PUBLIC ${A_LINKS} PRIVATE korvane_flags)
+        if("${A_LINKS}" MATCHES "Qt6::Widgets")
+            korvane_precompiled(${name} window)
+        else()
+            korvane_precompiled(${name} plain)
+        endif()
     else()
         add_library(${name} INTERFACE)
         target_link_libraries(${name} INTERFACE ${A_LINKS})
@@ -68,6 +73,12 @@ function(korvane_room name)
     endif()
 endfunction()
 
+# The last -O counts: what is tested stays optimised, the tests themselves compile faster. The toolkit wants
+# -fPIC, and the precompiled headers are for tests with it and without.
+function(korvane_test_options target)
+    target_compile_options(${target} PRIVATE -fPIC $<$<CONFIG:Release>:-O1>)
+endfunction()
+
 # korvane_test(name [QT] [SOURCES file…] [LINKS target…])
 # A GoogleTest program `test_name` of the folder's .cpp files, each of its tests known to ctest. With QT its
 # main makes the application object first.
@@ -79,11 +90,12 @@ function(korvane_test name)
     add_executable(test_${name} ${A_SOURCES})
     if(A_QT)
         target_link_libraries(test_${name} PRIVATE ${A_LINKS} test_qt_main korvane_flags)
+        korvane_precompiled(test_${name} window_test)
     else()
         target_link_libraries(test_${name} PRIVATE ${A_LINKS} GTest::gtest GTest::gtest_main korvane_flags)
+        korvane_precompiled(test_${name} test)
     endif()
-    # The last -O counts: what is tested stays optimised, the tests themselves compile faster.
-    target_compile_options(test_${name} PRIVATE -Wno-conversion $<$<CONFIG:Release>:-O1>)
+    korvane_test_options(test_${name})
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
         PROPERTIES TIMEOUT 110 ENVIRONMENT QT_QPA_PLATFORM=offscreen
                    ENVIRONMENT_MODIFICATION XDG_STATE_HOME=set:${CMAKE_BINARY_DIR}/state)

@@ -456,7 +456,9 @@ TEST_F(TextBoxTest, TakesFromInputMethodsAndLeavesFiles) {
     EXPECT_EQ(Box.Text(), "\u4F60");
     ASSERT_EQ(keys.size(), 1);
     EXPECT_EQ(keys[0][0].toInt(), 229);
-    Box.SetText(std::string(5000, 'x') + "\u00E4");
+    std::string line(5000, 'x');
+    line += "\u00E4";
+    Box.SetText(line);
     Box.SetSelStart(5002);
     const QString near = static_cast<QWidget&>(Box).inputMethodQuery(Qt::ImSurroundingText).toString();
     EXPECT_LT(near.size(), 2000);
