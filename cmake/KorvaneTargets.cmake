@@ -79,6 +79,11 @@ function(korvane_test_options target)
     target_compile_options(${target} PRIVATE -fPIC $<$<CONFIG:Release>:-O1>)
 endfunction()
 
+set(test_seconds 110)
+if(KORVANE_SANITIZE)
+    set(test_seconds 600)
+endif()
+
 # korvane_test(name [QT] [SOURCES file…] [LINKS target…])
 # A GoogleTest program `test_name` of the folder's .cpp files, each of its tests known to ctest. With QT its
 # main makes the application object first.
@@ -97,7 +102,7 @@ function(korvane_test name)
     endif()
     korvane_test_options(test_${name})
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
-        PROPERTIES TIMEOUT 110 ENVIRONMENT QT_QPA_PLATFORM=offscreen
+        PROPERTIES TIMEOUT ${test_seconds} ENVIRONMENT QT_QPA_PLATFORM=offscreen
                    ENVIRONMENT_MODIFICATION XDG_STATE_HOME=set:${CMAKE_BINARY_DIR}/state)
 endfunction()
 
