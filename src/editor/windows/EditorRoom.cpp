@@ -3,6 +3,7 @@
 #include "editor/DocumentFile.h"
 #include "editor/Highlighter.h"
 #include "editor/OpenDocument.h"
+#include "editor/SheetPaste.h"
 #include "editor/frmDocument.h"
 #include "editor/frmFindText.h"
 #include "editor/frmReplace.h"
@@ -45,10 +46,7 @@ std::vector<session::DocumentCommand> TextCommands(session::App& app) {
         {"mnuEditUndo", [](Document& document, int) { Send(document, platform::EM_UNDO); }},
         {"mnuEditCut", [](Document& document, int) { Send(document, platform::WM_CUT); }},
         {"mnuEditCopy", [](Document& document, int) { Send(document, platform::WM_COPY); }},
-        {"mnuEditPaste",
-         [&app](Document& document, int) {
-             if (app.Host.Clip.HasText()) Send(document, platform::WM_PASTE);
-         }},
+        {"mnuEditPaste", [&app](Document& document, int) { EditPaste(app, document); }},
         {"mnuMacroSym", [&app](Document& document, int) { ReadSymbolsAgain(app, document); }},
         {"mnuFont", [&app](Document& document, int) { ChooseFont(app, document); }},
         {"mnuViewRefresh", [&app](Document& document, int) { HighlightSyntax(app, document); }},
