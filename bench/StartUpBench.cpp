@@ -12,6 +12,7 @@
 #include "platform/qt/HostClock.h"
 #include "platform/qt/HostDialogs.h"
 #include "platform/qt/HostFileSystem.h"
+#include "platform/qt/HostPrinters.h"
 #include "platform/qt/HostProcesses.h"
 #include "platform/qt/HostRegistry.h"
 #include "platform/qt/HostSystem.h"
@@ -69,7 +70,8 @@ int main(int argc, char** argv) {
         qt::ToolHost libraries(time);
         qt::HostSystem desktop(files, (installation / "Korvane/Korvane").string());
         qt::HostWindows screen;
-        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};
+        qt::HostPrinters paper([&] { return boxes.Parent(); });
+        platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen, paper};
         session::Session state;
         shell::Shell shell(state, host, qt::StateFolder(files));
         if (!shell.Start()) return 1;

@@ -8,6 +8,8 @@ build_packages="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt
     mdbtools-dev pkg-config libxcb1-dev libgtest-dev libbenchmark-dev locales"
 # The virtual display of the drill and the tour.
 display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-liberation fonts-dejavu-core"
+# What reads a printed file back.
+test_packages="poppler-utils"
 
 say() { printf '== %s\n' "$*"; }
 
@@ -49,7 +51,7 @@ build_tree() {
 # build_for_tests: installs what the tests need as well, and builds everything.
 build_for_tests() {
     # shellcheck disable=SC2086
-    ensure_packages $build_packages
+    ensure_packages $build_packages $test_packages
     # shellcheck disable=SC2086
     (ensure_packages $display_packages) || say "THE DRILL IS SKIPPED: no virtual display can be installed here"
     build_tree

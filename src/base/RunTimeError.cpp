@@ -33,6 +33,8 @@ std::string StandardDescription(int number) {
             return "Cancel was selected.";
         case errDuplicateKey:
             return "This key is already associated with an element of this collection";
+        case errPrinter:
+            return "Printer error";
         default:
             return "Application-defined or object-defined error";
     }

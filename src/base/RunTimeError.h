@@ -19,6 +19,7 @@ enum ErrorNumber : int {
     errNoForeignApplication = 282,
     errCancelled = 32755,  // a file, font or printer dialog with cancel as error
     errDuplicateKey = 457,
+    errPrinter = 482,
 };
 
 // The one error idiom: an operation that can't go on throws this. A command that sets a trap catches it;

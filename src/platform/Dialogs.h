@@ -17,7 +17,7 @@ struct MessageBoxRequest {
     Icon Picture = Icon::None;
 };
 
-// Flags of the common file and printer dialogs.
+// Flags of the common file dialogs.
 enum FileDialogFlags : int {
     OverwritePrompt = 2,
     ExtensionDifferent = 1024,
@@ -56,7 +56,6 @@ class Dialogs {
     virtual std::optional<std::string> SaveFile(const FileDialogRequest& request) = 0;
     virtual std::optional<FontChoice> ChooseFont(const FontChoice& preset) = 0;
     virtual std::optional<std::int32_t> ChooseColor(std::int32_t preset) = 0;
-    virtual bool SetUpPrinter() = 0;  // false: cancelled
 
     // The common case: one OK button, the default title.
     void Say(const std::string& text) { MessageBox({.Text = text}); }

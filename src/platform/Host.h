@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
+#include "platform/Printers.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/System.h"
@@ -23,6 +24,7 @@ struct Host {
     System& Desktop;
     Clock& Time;
     Windows& Screen;
+    Printers& Paper;
 };
 
 }  // namespace platform

@@ -80,7 +80,11 @@ std::optional<platform::FontChoice> Dialogs::ChooseFont(const platform::FontChoi
     return Next(Fonts);
 }
 std::optional<std::int32_t> Dialogs::ChooseColor(std::int32_t) { return Next(Colors); }
-bool Dialogs::SetUpPrinter() { return ++PrinterSetups > 0; }
+
+std::optional<int> Printers::Choose(int flags) {
+    Asked.push_back(flags);
+    return Next(Choices);
+}
 
 std::optional<Registry::Key> Registry::Open(std::string_view key, Access) {
     if (!CanOpen || Keys.find(std::string(key)) == Keys.end()) return std::nullopt;

@@ -41,7 +41,6 @@ class Dialogs : public platform::Dialogs {
     std::deque<std::optional<platform::FontChoice>> Fonts;
     std::deque<std::optional<std::int32_t>> Colors;
     std::vector<platform::FontChoice> FontPresets;
-    int PrinterSetups = 0;
 
     platform::Answer MessageBox(const platform::MessageBoxRequest& request) override;
     std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override;
@@ -49,7 +48,6 @@ class Dialogs : public platform::Dialogs {
     std::optional<std::string> SaveFile(const platform::FileDialogRequest& request) override;
     std::optional<platform::FontChoice> ChooseFont(const platform::FontChoice& preset) override;
     std::optional<std::int32_t> ChooseColor(std::int32_t preset) override;
-    bool SetUpPrinter() override;
 
     std::string LastText() const { return Shown.empty() ? "" : Shown.back().Text; }
 };
@@ -169,11 +167,24 @@ class Windows : public platform::Windows {
     void Close(std::uint32_t handle) override { Closed.push_back(handle); }
 };
 
+// Notes what each dialog was asked and what was printed.
+class Printers : public platform::Printers {
+  public:
+    int There = 1;
+    std::deque<std::optional<int>> Choices;  // of the dialog; then cancelled
+    std::vector<int> Asked;
+    std::function<void(platform::RichTextBox&)> OnPrint;
+
+    int Count() const override { return There; }
+    std::optional<int> Choose(int flags) override;
+    void Print(platform::RichTextBox& text) override { OnPrint(text); }
+};
+
 // All of them with a real file system that the test gives.
 struct Desktop {
     explicit Desktop(platform::FileSystem& files) : Desktop(files, Clip) {}
     Desktop(platform::FileSystem& files, platform::Clipboard& clip)
-        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen} {}
+        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen, Paper} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;
@@ -182,6 +193,7 @@ struct Desktop {
     System Desk;
     Clock Time;
     Windows Screen;
+    Printers Paper;
     platform::Host Host;
 };
 

@@ -3,6 +3,7 @@
 #include "editor/DocumentFile.h"
 #include "editor/Highlighter.h"
 #include "editor/OpenDocument.h"
+#include "editor/PrintDocument.h"
 #include "editor/SheetPaste.h"
 #include "editor/frmDocument.h"
 #include "editor/frmFindText.h"
@@ -25,7 +26,7 @@ std::vector<session::MainCommand> CommandsOfMain(session::App& app) {
          [&app](int index) {
              app.Hall.Editor->OpenDocument(app.State.RecentFiles.at(static_cast<std::size_t>(index)));
          }},
-        {"mnuFilePrintSetup", [&app](int) { app.Host.Boxes.SetUpPrinter(); }},
+        {"mnuFilePrintSetup", [&app](int) { app.Host.Paper.Choose(platform::PrintSetup); }},
     };
 }
 
@@ -36,7 +37,8 @@ std::vector<session::DocumentCommand> FileCommands(session::App& app) {
         {"mnuFileSave", [&app](Document& document, int) { Save(app, document); }},
         {"mnuFileSaveAs", [&app](Document& document, int) { SaveFileAs(app, document); }},
         {"mnuFileSaveAll", [&app](Document&, int) { SaveAll(app); }},
-        {"mnuFilePrintSetup", [&app](Document&, int) { app.Host.Boxes.SetUpPrinter(); }},
+        {"mnuFilePrintSetup", [&app](Document&, int) { app.Host.Paper.Choose(platform::PrintSetup); }},
+        {"mnuFilePrint", [&app](Document& document, int) { FilePrint(app, document); }},
         {"mnuFileMru", [&app](Document&, int index) { OpenRecent(app, index); }},
     };
 }

@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -257,22 +256,6 @@ std::optional<std::int32_t> HostDialogs::ChooseColor(std::int32_t preset) {
     box->setWindowTitle("Color");
     if (!box.Run()) return std::nullopt;
     return FromColor(box->selectedColor());
-}
-
-QPrinter& HostDialogs::Printer() {
-    if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    return *printer_;
-}
-
-bool HostDialogs::SetUpPrinter() {
-    Modal<QPrintDialog> box(new QPrintDialog(&Printer(), Parent()));
-    box->setObjectName("PrinterDialog");
-    box->setWindowTitle("Print Setup");
-    box->setOption(QAbstractPrintDialog::PrintPageRange, false);
-    box->setOption(QAbstractPrintDialog::PrintSelection, false);
-    if (auto* buttons = box->findChild<QDialogButtonBox*>())
-        if (auto* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText("OK");
-    return box.Run();
 }
 
 }  // namespace platform::qt

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QPrinter>
 #include <functional>
-#include <memory>
 
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
@@ -11,8 +9,8 @@ class QWidget;
 
 namespace platform::qt {
 
-// The dialogs as windows named "MessageBox", "InputBox", "FileDialog", "FontDialog", "ColorDialog" and
-// "PrinterDialog". Texts are shown as plain text.
+// The dialogs as windows named "MessageBox", "InputBox", "FileDialog", "FontDialog" and "ColorDialog".
+// Texts are shown as plain text.
 class HostDialogs : public Dialogs {
   public:
     // `parent` gives the window that a dialog belongs to, or null; an open modal window comes before it.
@@ -26,18 +24,15 @@ class HostDialogs : public Dialogs {
     std::optional<std::string> SaveFile(const FileDialogRequest& request) override;
     std::optional<FontChoice> ChooseFont(const FontChoice& preset) override;
     std::optional<std::int32_t> ChooseColor(std::int32_t preset) override;
-    bool SetUpPrinter() override;
 
-    // What SetUpPrinter sets up and printing uses. Valid without any printer: it then prints to a file.
-    QPrinter& Printer();
+    // The window that a dialog belongs to, or null.
+    QWidget* Parent() const;
 
   private:
-    QWidget* Parent() const;
     std::optional<std::string> RunFileDialog(bool save, const FileDialogRequest& request);
 
     const FileSystem& files_;
     std::function<QWidget*()> parent_;
-    std::unique_ptr<QPrinter> printer_;
 };
 
 }  // namespace platform::qt

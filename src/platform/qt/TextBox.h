@@ -58,9 +58,9 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     std::intptr_t SendMessage(EditMessage message, std::intptr_t first = 0,
                               std::intptr_t second = 0) override;
 
-    // The text, or the selection if there is one and `selectionOnly`, as it looks in the window, broken into
-    // pages; an empty text is an empty page. False if the printer fails.
-    bool Print(QPrinter& printer, bool selectionOnly);
+    // The selection, or the text without one, as it looks in the window, broken into pages; an empty text is
+    // an empty page. False if the printer fails.
+    bool Print(QPrinter& printer);
 
   signals:
     void Changed();           // the text, not merely its formatting; at the end of an edit
@@ -130,6 +130,8 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     long CaretLine() const;
     std::intptr_t LineStart(std::intptr_t line) const;
     void Edit(unsigned message);
+    bool PrintAll(QPrinter& printer);
+    void CopySelectionTo(TextBox& other) const;  // which is only to be printed
 
     void accessibilityActiveChanged(bool active) override;
     void ListenToModifications();

@@ -3,6 +3,7 @@
 #include "platform/qt/HostClock.h"
 #include "platform/qt/HostDialogs.h"
 #include "platform/qt/HostFileSystem.h"
+#include "platform/qt/HostPrinters.h"
 #include "platform/qt/HostProcesses.h"
 #include "platform/qt/HostRegistry.h"
 #include "platform/qt/HostSystem.h"
@@ -24,8 +25,9 @@ int main(int argc, char** argv) {
     qt::ToolHost libraries(time);
     qt::HostSystem desktop(files);
     qt::HostWindows screen;
+    qt::HostPrinters paper([&] { return boxes.Parent(); });
     application.ShowErrorsWith(&boxes);
-    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen};
+    platform::Host host{files, settings, boxes, clip, programs, libraries, desktop, time, screen, paper};
     session::Session state;
     shell::Shell shell(state, host, qt::StateFolder(files));
     bool started = false;

@@ -301,12 +301,6 @@ TEST_F(HostDialogsTest, FontsAndColorsComeBack) {
     EXPECT_FALSE(boxes_.ChooseFont(preset));
 }
 
-TEST_F(HostDialogsTest, AMachineWithoutPrinterCanStillBeSetUp) {
-    user_.Then("PrinterDialog", Press(QDialogButtonBox::Cancel));
-    EXPECT_FALSE(boxes_.SetUpPrinter());
-    EXPECT_TRUE(boxes_.Printer().isValid());
-}
-
 TEST(HostClipboardTest, KeepsLineEndsAndBytes) {
     HostClipboard clipboard;
     for (const std::string& text : {std::string("a\r\nb\nc\xC3\xA4"), std::string("\xE4\r\n")}) {

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
-#include <QPrinter>
 #include <QSignalSpy>
 #include <QTest>
 #include <random>
@@ -474,28 +473,6 @@ TEST_F(TextBoxTest, TakesFromInputMethodsAndLeavesFiles) {
         QApplication::sendEvent(Box.viewport(), &enter);
         EXPECT_EQ(enter.isAccepted(), taken);
     }
-}
-
-TEST_F(TextBoxTest, PrintsPages) {
-    std::string text;
-    for (int i = 0; i < 500; ++i) text += "line\n";
-    Box.SetText(text);
-    const doubles::TemporaryFolder folder;
-    const auto pages = [&](bool selectionOnly) {
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QString::fromStdString((folder.Path() / "out.pdf").string()));
-        EXPECT_TRUE(Box.Print(printer, selectionOnly));
-        return QByteArray::fromStdString(folder.Read("out.pdf")).count("/Type /Page\n");
-    };
-    const auto all = pages(false);
-    EXPECT_GT(all, 4);
-    EXPECT_LT(all, 20);
-    Select(6, 20);
-    EXPECT_EQ(pages(true), 1);
-    EXPECT_EQ(pages(false), all);
-    Box.SetText("");
-    EXPECT_EQ(pages(true), 1);
 }
 
 }  // namespace
