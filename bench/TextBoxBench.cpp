@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QPrinter>
 #include <QTest>
 #include <vector>
 
@@ -99,6 +100,21 @@ void Key(benchmark::State& state) {
     }
 }
 BENCHMARK(Key)->Arg(10'000)->Arg(10'000'000)->Unit(benchmark::kMicrosecond);
+
+// Some 1,000 pages of A4 to a PDF file.
+void Print(benchmark::State& state) {
+    constexpr std::size_t lines = 72'000;
+    TextBox box;
+    box.SetText(DesignText(lines * line.size()));
+    box.ApplyFormats(Runs(lines * line.size()));
+    for ([[maybe_unused]] auto _ : state) {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName("/dev/null");
+        if (!box.Print(printer)) state.SkipWithError("not printed");
+    }
+}
+BENCHMARK(Print)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

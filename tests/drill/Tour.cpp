@@ -158,6 +158,16 @@ class Tour : public drill::Desk {
         WaitGone("Replace Text");
     }
 
+    void Print() {
+        Say("printing it");
+        Key("ctrl+p");
+        WaitWindow("Print");
+        ExpectSeen("Print all");
+        Station("print");
+        Key("Escape");
+        WaitGone("Print");
+    }
+
     void ShowAllTools() {
         Say("closing, and starting again with every tool on the toolbar");
         Key("alt+F4");
@@ -207,6 +217,7 @@ int main(int argc, char** argv) {
         Tour tour(argv[1], argv[2]);
         tour.OpenDesign();
         tour.ShowSearches();
+        tour.Print();
         tour.Compile();
         tour.ShowProject();
         tour.ReadAMessage();
