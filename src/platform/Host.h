@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
+#include "platform/Link.h"
 #include "platform/Printers.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
@@ -25,6 +26,7 @@ struct Host {
     Clock& Time;
     Windows& Screen;
     Printers& Paper;
+    ToolLink& Link;
 };
 
 }  // namespace platform

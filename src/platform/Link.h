@@ -24,4 +24,7 @@ class ToolLink {
     virtual void LinkExecute(const std::string& command) = 0;  // returns when the tool has accepted it
 };
 
+// A conversation of one command, which is over when this returns or throws.
+void Converse(ToolLink& link, const std::string& topic, const std::string& command);
+
 }  // namespace platform

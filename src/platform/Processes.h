@@ -8,6 +8,11 @@ namespace platform {
 // Programs on the host, started from command lines of the logic: the program first (a logic path may hold
 // blanks: the shortest head that names a file is the program), then the arguments. Whole drive paths among
 // the tokens are mapped; a token may be quoted.
+// A file as one argument of a command line, which is split at blanks.
+inline std::string Argument(const std::string& file) {
+    return file.find_first_of(" \t") == std::string::npos ? file : '"' + file + '"';
+}
+
 class Processes {
   public:
     using Id = std::uint32_t;
@@ -16,6 +21,7 @@ class Processes {
 
     // Starts in a normal window and does not wait. Errors: 53 no such program, 75 not allowed, 5 empty line.
     virtual Id Start(const std::string& commandLine) = 0;
+    virtual Id StartBehind(const std::string& commandLine) = 0;  // the keys stay where they are
     // Waits for the end; the windows paint meanwhile, what the user does is thrown away. An unknown id
     // returns at once. Throws base::RunTimeError 51 if the program went on and on and the user has stopped
     // it.

@@ -16,6 +16,11 @@ struct TopLevelWindow {
     std::uint32_t Process = 0;
 };
 
+struct ScreenSize {
+    float Width = 0;  // twips
+    float Height = 0;
+};
+
 class Windows {
   public:
     virtual ~Windows() = default;
@@ -25,6 +30,8 @@ class Windows {
     // WM_CLOSE: asks the window to close as its user would, and does not wait. One that is gone is passed
     // over.
     virtual void Close(std::uint32_t handle) = 0;
+    virtual void Activate(std::uint32_t handle) = 0;  // to the front, with the keys
+    virtual ScreenSize Size() const = 0;              // of the first screen
 };
 
 }  // namespace platform

@@ -6,11 +6,18 @@
 
 namespace shell {
 
-// Shows `file` in a companion tool, which is started with it. Panel 1 tells meanwhile.
+// Shows `file` in a companion tool: in the one that runs, else in one that is started with it. Panel 1 tells
+// meanwhile.
 void LaunchTool(session::App& app, const std::string& tool, const std::string& file);
 
-// Starts the standard tool of that index and keeps its process id. Silent if it is not installed.
+// The standard tool of that index: the one that runs comes forward, a companion into its quarter of the
+// screen; else it is started. Silent if it is not installed.
 void ActivateTool(session::App& app, int index);
+
+// Wavrik, Stavrik and Schematic into three quarters of the screen, started if need be, each with its file of
+// the project. The fourth, at the top left, is frmMain's.
+void TileCompanions(session::App& app);
+platform::ScreenSize HalfScreen(const platform::Windows& screen);
 
 // Asks the standard tools that this program started to close. Companions stay open.
 void CloseTools(session::App& app);

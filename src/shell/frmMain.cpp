@@ -149,6 +149,7 @@ void frmMain::FillWindowList(QMenu& menu) {
 
 void frmMain::SetFrame(const QRect& frame) {
     move(frame.topLeft());
+    if (isVisible()) return resize(frame.size().shrunkBy(windowHandle()->frameMargins()));
     resize(frame.size());
     frameSize_ = frame.size();
 }

@@ -46,8 +46,8 @@ class frmMain : public QMainWindow, public platform::qt::MdiFrame {
     std::string Panel(int panel) const;
     void ShowKeyState(bool inserting);  // the panels INS, CAPS, NUM and SCRL
 
-    // The place of the whole window, with the frame that the window manager draws around it. It is set before
-    // the window is shown, which has its final size once that frame is known: Framed.
+    // The place of the whole window, with the frame that the window manager draws around it. A window that is
+    // not shown yet has its final size once that frame is known: Framed.
     void SetFrame(const QRect& frame);
     QRect Frame() const;
     MainMeasures Measures() const;  // twips

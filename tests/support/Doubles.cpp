@@ -140,6 +140,20 @@ Processes::Id Processes::Start(const std::string& commandLine) {
     return static_cast<Id>(Started.size());
 }
 
+void ToolLink::SetLinkMode(platform::LinkMode mode) {
+    isOpen_ = false;
+    if (mode == platform::LinkMode::None) return;
+    Log.push_back(topic_);
+    if (!Servers.contains(topic_)) throw base::RunTimeError(base::errNoForeignApplication);
+    isOpen_ = true;
+}
+
+void ToolLink::LinkExecute(const std::string& command) {
+    Log.push_back(topic_ + " " + command);
+    const int error = !isOpen_ ? platform::errLinkClosed : OnCommand ? OnCommand(command) : 0;
+    if (error != 0) throw base::RunTimeError(error);
+}
+
 platform::WindowHandle ToolLibraries::Register(platform::MessageHandler handler) {
     handlers_[++nextHandle_] = std::move(handler);
     return nextHandle_;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <variant>
 #include <vector>
@@ -95,6 +96,7 @@ class Processes : public platform::Processes {
     std::function<void()> OnWait;
 
     Id Start(const std::string& commandLine) override;
+    Id StartBehind(const std::string& commandLine) override { return Start("behind: " + commandLine); }
     void Wait(Id) override {
         if (OnWait) OnWait();
     }
@@ -162,9 +164,29 @@ class Windows : public platform::Windows {
   public:
     std::vector<platform::TopLevelWindow> Open;  // from front to back
     std::vector<std::uint32_t> Closed;
+    std::vector<std::uint32_t> Activated;
+    platform::ScreenSize Screen{.Width = 15360, .Height = 11520};
 
     std::vector<platform::TopLevelWindow> TopLevel() const override { return Open; }
     void Close(std::uint32_t handle) override { Closed.push_back(handle); }
+    void Activate(std::uint32_t handle) override { Activated.push_back(handle); }
+    platform::ScreenSize Size() const override { return Screen; }
+};
+
+class ToolLink : public platform::ToolLink {
+  public:
+    std::vector<std::string> Log;                              // "service|topic", and "service|topic command"
+    std::set<std::string> Servers;                             // the topics on which somebody listens
+    std::function<int(const std::string& command)> OnCommand;  // what a server does: an error number, or 0
+
+    void SetLinkTopic(const std::string& topic) override { topic_ = topic; }
+    void SetLinkMode(platform::LinkMode mode) override;
+    void LinkExecute(const std::string& command) override;
+    bool IsOpen() const { return isOpen_; }
+
+  private:
+    std::string topic_;
+    bool isOpen_ = false;
 };
 
 // Notes what each dialog was asked and what was printed.
@@ -184,7 +206,7 @@ class Printers : public platform::Printers {
 struct Desktop {
     explicit Desktop(platform::FileSystem& files) : Desktop(files, Clip) {}
     Desktop(platform::FileSystem& files, platform::Clipboard& clip)
-        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen, Paper} {}
+        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen, Paper, Link} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;
@@ -194,6 +216,7 @@ struct Desktop {
     Clock Time;
     Windows Screen;
     Printers Paper;
+    ToolLink Link;
     platform::Host Host;
 };
 

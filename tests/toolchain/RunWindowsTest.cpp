@@ -46,8 +46,8 @@ class WholeRun : public testing::Test, protected doubles::FormUser {
     platform::qt::HostFileSystem Files;
     doubles::Desktop Parts{Files};
     platform::qt::ToolHost Libraries{Parts.Time, platform::PathMap(), TOOLHOST};
-    platform::Host Host{Files,     Parts.Settings, Parts.Boxes, Parts.Clip,   Parts.Programs,
-                        Libraries, Parts.Desk,     Parts.Time,  Parts.Screen, Parts.Paper};
+    platform::Host Host{Files,      Parts.Settings, Parts.Boxes,  Parts.Clip,  Parts.Programs, Libraries,
+                        Parts.Desk, Parts.Time,     Parts.Screen, Parts.Paper, Parts.Link};
     session::Session State;
     doubles::Hall Hall;
     session::App App{State, Host, Hall};

@@ -114,6 +114,12 @@ HostProcesses::HostProcesses(const FileSystem& files, const Clock& clock) : file
     On(&reaper_, &QTimer::timeout, &reaper_, [this] { Reap(); });
 }
 
+Processes::Id HostProcesses::StartBehind(const std::string& commandLine) {
+    const Id process = Start(commandLine);
+    focus_.KeepFrom(process);
+    return process;
+}
+
 Processes::Id HostProcesses::Start(const std::string& commandLine) {
     CommandLine line = ReadCommandLine(commandLine, files_);
     pid_t process = 0;

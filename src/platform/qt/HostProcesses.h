@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/Processes.h"
+#include "platform/qt/FocusKeeper.h"
 
 namespace platform::qt {
 
@@ -31,6 +32,7 @@ class HostProcesses : public Processes {
     HostProcesses(const FileSystem& files, const Clock& clock);
 
     Id Start(const std::string& commandLine) override;
+    Id StartBehind(const std::string& commandLine) override;
     void Wait(Id process) override;
     bool IsRunning(Id process) const override;
 
@@ -42,6 +44,7 @@ class HostProcesses : public Processes {
     const Clock& clock_;
     mutable std::set<Id> running_;  // not yet seen to have ended
     QTimer reaper_;
+    FocusKeeper focus_;
 };
 
 }  // namespace platform::qt

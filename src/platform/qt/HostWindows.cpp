@@ -4,11 +4,14 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
 #include <span>
+
+#include "platform/qt/Twips.h"
 
 namespace platform::qt {
 namespace {
@@ -19,6 +22,13 @@ template <typename Reply>
 std::unique_ptr<Reply, decltype(&std::free)> Owned(Reply* reply) {
     return {reply, &std::free};
 }
+
+struct ClientMessage {
+    xcb_window_t To = 0;  // 0: the window manager
+    xcb_window_t About = To;
+    xcb_atom_t Type = 0;
+    std::array<std::uint32_t, 2> Numbers{};
+};
 
 // The connection of the toolkit, asked for what the toolkit does not tell: other programs' windows.
 class Display {
@@ -76,6 +86,22 @@ class Display {
         return windows;
     }
 
+    // Waits until it is sent: the program may end next.
+    void Send(const ClientMessage& message) const {
+        const bool toManager = message.To == 0;
+        std::uint32_t mask = XCB_EVENT_MASK_NO_EVENT;
+        if (toManager) mask = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_client_message_event_t event{};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 32;
+        event.window = message.About;
+        event.type = message.Type;
+        std::copy(message.Numbers.begin(), message.Numbers.end(), event.data.data32);
+        const auto sent = xcb_send_event_checked(connection_, 0, toManager ? root_ : message.To, mask,
+                                                 reinterpret_cast<const char*>(&event));
+        Owned(xcb_request_check(connection_, sent));
+    }
+
   private:
     std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> Property(xcb_window_t window,
                                                                              xcb_atom_t property) const {
@@ -131,18 +157,29 @@ std::vector<TopLevelWindow> HostWindows::TopLevel() const {
 void HostWindows::Close(std::uint32_t handle) {
     const Display display;
     if (!display.IsThere()) return;
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = handle;
-    request.type = display.Atom("WM_PROTOCOLS");
-    request.data.data32[0] = display.Atom("WM_DELETE_WINDOW");
-    request.data.data32[1] = XCB_CURRENT_TIME;
-    xcb_connection_t* connection = display.Connection();
-    const auto sent = xcb_send_event_checked(connection, 0, handle, XCB_EVENT_MASK_NO_EVENT,
-                                             reinterpret_cast<const char*>(&request));
-    // Waits until it is sent: the program may end next.
-    Owned(xcb_request_check(connection, sent));
+    display.Send({.To = handle,
+                  .Type = display.Atom("WM_PROTOCOLS"),
+                  .Numbers = {display.Atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME}});
+}
+
+void HostWindows::Activate(std::uint32_t handle) {
+    constexpr std::uint32_t byHand = 2;  // the manager obeys as if the user had clicked in its list
+    const Display display;
+    if (!display.IsThere()) return;
+    display.Send(
+        {.About = handle, .Type = display.Atom("_NET_ACTIVE_WINDOW"), .Numbers = {byHand, XCB_CURRENT_TIME}});
+}
+
+TopLevelWindow HostWindows::Active() const {
+    const Display display;
+    if (!display.IsThere()) return {};
+    const xcb_window_t active = display.Number(display.Root(), display.Atom("_NET_ACTIVE_WINDOW"));
+    return active == 0 ? TopLevelWindow{} : Describe(display, active);
+}
+
+ScreenSize HostWindows::Size() const {
+    const QSize size = QGuiApplication::primaryScreen()->size();
+    return {.Width = ToTwips(size.width()), .Height = ToTwips(size.height())};
 }
 
 }  // namespace platform::qt

@@ -9,6 +9,10 @@ class HostWindows : public Windows {
   public:
     std::vector<TopLevelWindow> TopLevel() const override;
     void Close(std::uint32_t handle) override;
+    void Activate(std::uint32_t handle) override;
+    ScreenSize Size() const override;
+
+    TopLevelWindow Active() const;  // that has the keys; handle 0: none
 };
 
 }  // namespace platform::qt

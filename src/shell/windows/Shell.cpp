@@ -154,6 +154,14 @@ void Shell::LaunchTool(const std::string& tool, const std::string& file) {
     shell::LaunchTool(app_, tool, file);
 }
 
+void Shell::TileAllTeskTools() {
+    const platform::ScreenSize half = HalfScreen(app_.Host.Screen);
+    if (main_->isMinimized() || main_->isMaximized() || main_->isFullScreen()) main_->showNormal();
+    main_->SetFrame(ToPixels({.Width = half.Width, .Height = half.Height}));
+    TileCompanions(app_);
+    main_->activateWindow();
+}
+
 // All are asked before the first one closes: a refusal leaves every text in its window. A text that is saved
 // under a new name comes up in a further window.
 bool Shell::QueryUnloadAll() {

@@ -69,6 +69,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void LoadToolbar();
     void ApplyTick(const TickEffects& effects, const platform::qt::MenuSet* ofChild);
     ToolbarState WithoutMissingCommands() const;
+    void TileAllTeskTools();
     void ClickToolbar(const std::string& key);
     void ClickChildCommand(const std::string& command);
     void RunTool(const std::string& tip);

@@ -36,6 +36,7 @@ void Shell::AddCommands() {
         {"mnuFileExit", [this](Document&, int) { Exit(); }},
         {"mnuViewToolbar", [this](Document&, int) { ToggleBar(main_->ToolBar()); }},
         {"mnuViewStatusBar", [this](Document&, int) { ToggleBar(*main_->statusBar()); }},
+        {"mnuAllTeskTools", [this](Document&, int) { TileAllTeskTools(); }},
         {"mnuUtilTool",
          [this](Document& document, int index) {
              RunUtility(app_, document.Tools.Places.at(static_cast<std::size_t>(index)).Caption);

@@ -93,6 +93,8 @@ void Shell::ClickToolbar(const std::string& key) {
                 RunTool(toolbar_.Button(i).Tip);
                 break;
             case ClickKind::TileTools:
+                TileAllTeskTools();
+                break;
             case ClickKind::Nothing:
                 break;
         }
