@@ -5,14 +5,14 @@
 
 namespace platform {
 
-// Programs on the host, started from command lines of the logic: the program first (a logic path may hold
-// blanks: the shortest head that names a file is the program), then the arguments. Whole drive paths among
-// the tokens are mapped; a token may be quoted.
 // A file as one argument of a command line, which is split at blanks.
 inline std::string Argument(const std::string& file) {
     return file.find_first_of(" \t") == std::string::npos ? file : '"' + file + '"';
 }
 
+// Programs on the host, started from command lines of the logic: the program first (a logic path may hold
+// blanks: the shortest head that names a file is the program), then the arguments. Whole drive paths among
+// the tokens are mapped; a token may be quoted.
 class Processes {
   public:
     using Id = std::uint32_t;

@@ -21,12 +21,12 @@ session::Document* DocumentOf(const session::Documents& documents, std::int16_t 
 // To the tool that runs, else to a new one. What fails stays without a word.
 void SendToTool(const ProjectDesk& desk, const std::string& tool, const std::string& file) {
     try {
-        desk.Windows.Execute(tool + "|frmMain", "Open " + file);
+        platform::Converse(desk.App.Host.Link, tool + "|frmMain", "Open " + file);
     } catch (const base::RunTimeError& error) {
         if (error.Number() != base::errNoForeignApplication) return;
         try {
-            desk.App.Host.Programs.Start(desk.App.State.InstallRoot + "\\" + tool + "\\" + tool + " " + file +
-                                         "  /NoSplash");
+            desk.App.Host.Programs.Start(desk.App.State.InstallRoot + "\\" + tool + "\\" + tool + " " +
+                                         platform::Argument(file) + "  /NoSplash");
         } catch (const base::RunTimeError&) {
             // A tool that is not installed.
         }

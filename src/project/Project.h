@@ -7,7 +7,7 @@
 // The life of a project: a design's base path in `sProject`, its window, and the way out to its files.
 namespace project {
 
-// The windows of the room, and the link out of it.
+// The windows of the room.
 class ProjectWindows {
   public:
     virtual ~ProjectWindows() = default;
@@ -16,8 +16,6 @@ class ProjectWindows {
     virtual void HideProject() = 0;
     virtual bool UnloadProject() = 0;  // false: refused
     virtual bool ShowNewDesign() = 0;  // frmNewDesign, modal; false: cancelled
-    // A command over the link to a running tool. Error 282 if nobody answers.
-    virtual void Execute(const std::string& topic, const std::string& command) = 0;
 };
 
 struct ProjectDesk {

@@ -30,7 +30,6 @@ class ProjectRoom : public session::Project, private ProjectWindows {
     void HideProject() override;
     bool UnloadProject() override;
     bool ShowNewDesign() override;
-    void Execute(const std::string& topic, const std::string& command) override;
 
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;

@@ -19,7 +19,6 @@ class Windows : public project::ProjectWindows {
     bool Open = false;
     bool Refuses = false;
     bool CancelsNewDesign = false;
-    int LinkError = 0;
 
     bool IsOpen() const override { return Open; }
     void HideProject() override { Log.push_back("HideProject"); }
@@ -30,10 +29,6 @@ class Windows : public project::ProjectWindows {
     bool ShowNewDesign() override {
         Log.push_back("ShowNewDesign");
         return !CancelsNewDesign;
-    }
-    void Execute(const std::string& topic, const std::string& command) override {
-        if (LinkError != 0) throw base::RunTimeError(LinkError);
-        Log.push_back(topic + ": " + command);
     }
 };
 
@@ -72,12 +67,17 @@ class Project : public testing::Test {
     project::ProjectDesk desk_{app_, windows_};
 
     Document Open(std::int16_t id, const std::string& caption) { return {state_, hall_.Calls, id, caption}; }
-    Calls TakeLog() { return std::exchange(hall_.Calls, {}); }
+    Calls TakeLog() {
+        Calls log = std::exchange(hall_.Calls, {});
+        for (const std::string& told : std::exchange(desktop_.Link.Log, {})) log.push_back(told);
+        return log;
+    }
 };
 
 }  // namespace
 
 TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
+    desktop_.Link.Servers = {"Wavrik|frmMain", "Schematic|frmMain", "Stavrik|frmMain"};
     const std::string open = "C:\\W\\A.JED";
     Document document = Open(1, open);
     const struct {
@@ -86,12 +86,12 @@ TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
         Calls Done;
     } cases[] = {
         {"", platform::Answer::Yes, {}},
-        {"C:\\W\\A.SI", platform::Answer::Yes, {"Wavrik|frmMain: Open C:\\W\\A.SI"}},
-        {"C:\\W\\A.sim", platform::Answer::Yes, {"Wavrik|frmMain: Open C:\\W\\A.SI"}},
+        {"C:\\W\\A.SI", platform::Answer::Yes, {"Wavrik|frmMain", "Wavrik|frmMain Open C:\\W\\A.SI"}},
+        {"C:\\W\\A.sim", platform::Answer::Yes, {"Wavrik|frmMain", "Wavrik|frmMain Open C:\\W\\A.SI"}},
         {"C:\\W\\A.SIM", platform::Answer::No, {"OpenDocument C:\\W\\A.SIM"}},
         {"C:\\W\\A.SO", platform::Answer::Yes, {"OpenDocument C:\\W\\A.SO"}},
-        {"C:\\W\\A.SCH", platform::Answer::Yes, {"Schematic|frmMain: Open C:\\W\\A.SCH"}},
-        {"C:\\W\\A.smc", platform::Answer::Yes, {"Stavrik|frmMain: Open C:\\W\\A.smc"}},
+        {"C:\\W\\A.SCH", platform::Answer::Yes, {"Schematic|frmMain", "Schematic|frmMain Open C:\\W\\A.SCH"}},
+        {"C:\\W\\A.smc", platform::Answer::Yes, {"Stavrik|frmMain", "Stavrik|frmMain Open C:\\W\\A.smc"}},
         {"C:\\W\\A.ABS", platform::Answer::Yes, {}},
         {"C:\\W\\A.JED", platform::Answer::Yes, {"front C:\\W\\A.JED"}},
         {"C:\\W\\A.jed", platform::Answer::Yes, {"OpenDocument C:\\W\\A.jed"}},
@@ -109,12 +109,12 @@ TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
 
 TEST_F(Project, AToolThatDoesNotRunIsStarted) {
     state_.InstallRoot = "C:\\K";
-    windows_.LinkError = base::errNoForeignApplication;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
     EXPECT_EQ(desktop_.Programs.Started, Calls{"C:\\K\\Schematic\\Schematic C:\\W\\A.SCH  /NoSplash"});
     desktop_.Programs.FailWith = base::errFileNotFound;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
-    windows_.LinkError = base::errInvalidCall;
+    desktop_.Link.Servers = {"Schematic|frmMain"};
+    desktop_.Link.OnCommand = [](const std::string&) { return platform::errLinkSilent; };
     desktop_.Programs.FailWith = 0;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
     EXPECT_EQ(desktop_.Programs.Started.size(), 1u);

@@ -61,8 +61,4 @@ bool ProjectRoom::ShowNewDesign() {
     return dialog.IsThere() && !dialog->Cancelled;
 }
 
-void ProjectRoom::Execute(const std::string&, const std::string&) {
-    throw base::RunTimeError(base::errNoForeignApplication);
-}
-
 }  // namespace project
