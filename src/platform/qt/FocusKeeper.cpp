@@ -45,7 +45,7 @@ bool FocusKeeper::IsDone(Newcomer& newcomer, const std::vector<TopLevelWindow>& 
         newcomer.IsThere = true;
         newcomer.Patience = QDeadlineTimer(FocusTime);
     }
-    if (hasKeys && newcomer.IsThere) HostWindows().Activate(window_);
+    if (hasKeys && newcomer.IsThere && window_ != 0) HostWindows().Activate(window_);
     return false;
 }
 

@@ -1,3 +1,4 @@
+#include <QElapsedTimer>
 #include <QMenuBar>
 #include <QToolBar>
 #include <map>
@@ -6,6 +7,8 @@
 #include "ShellFixture.h"
 #include "editor/DocumentMenu.h"
 #include "editor/Recovery.h"
+#include "platform/qt/HostLink.h"
+#include "platform/qt/LinkServer.h"
 #include "shell/MainMenu.h"
 #include "support/FormUser.h"
 #include "toolchain/frmMessage.h"
@@ -173,6 +176,31 @@ TEST_F(ShellFixture, TheEndClosesTheToolsThatItStarted) {
                            {10, "Programmer", 0, 0}};
     EXPECT_TRUE(Close());
     EXPECT_EQ(desktop.Screen.Closed, (std::vector<std::uint32_t>{4, 5, 8}));
+}
+
+TEST_F(ShellFixture, TilingAllToolsEndsThoughNoneAnswers) {
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
+    const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", folder.Path().c_str());
+    const auto accept = [](const std::string&) { return true; };  // which nobody gets to while we wait
+    const platform::qt::LinkServer wavrik("Wavrik", "frmMain", accept);
+    const platform::qt::LinkServer stavrik("Stavrik", "frmMain", accept);
+    const platform::qt::LinkServer schematic("Schematic/PCB", "frmMain", accept);
+    platform::qt::HostLink link;
+    platform::Host host{
+        files,        desktop.Settings, desktop.Boxes,  clipboard, desktop.Programs, desktop.Libraries,
+        desktop.Desk, desktop.Time,     desktop.Screen, link};
+    Start(host);
+    shell->Main().showMaximized();
+    desktop.Screen.Open = {{1, "Wavrik"}, {2, "Stavrik"}, {3, "Schematic"}};
+    QElapsedTimer time;
+    time.start();
+    shell->Main().findChild<QAction*>("AllTESK")->trigger();
+    EXPECT_LT(time.elapsed(), 3 * 2 * 1000) << "two tries a tool, none longer than a second";
+    EXPECT_EQ(shell->Main().Frame(), QRect(0, 0, 512, 384));
+    EXPECT_FALSE(shell->Main().isMaximized() || desktop.Desk.Hourglass);
+    qputenv("XDG_RUNTIME_DIR", before);
+    EXPECT_TRUE(Close());
 }
 
 TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {

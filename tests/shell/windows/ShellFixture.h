@@ -39,8 +39,9 @@ class ShellFixture : public testing::Test {
         static_cast<platform::qt::HostApplication*>(qApp)->ShowErrorsWith(&boxes);
     }
 
-    void Start() {
-        shell = std::make_unique<shell::Shell>(state, desktop.Host, folder.Logic("state") + "\\");
+    void Start() { Start(desktop.Host); }
+    void Start(platform::Host& host) {
+        shell = std::make_unique<shell::Shell>(state, host, folder.Logic("state") + "\\");
         ASSERT_TRUE(shell->Start());
         QApplication::setActiveWindow(&shell->Main());
         QApplication::processEvents();
