@@ -6,6 +6,7 @@
 #include <regex>
 #include <set>
 #include <string>
+#include <vector>
 
 // No error may unwind through the toolkit: what it calls of ours runs guarded (platform/qt/Guard.h).
 
@@ -22,11 +23,15 @@ const std::set<std::string> plainHandlers = {"frmMessage::resizeEvent",     "frm
 template <typename Check>
 void ForEachSource(const Check& check) {
     int count = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_FOLDER) / "src")) {
-        const auto extension = entry.path().extension();
-        if ((extension != ".h" && extension != ".cpp") || entry.path().stem() == "Guard") continue;
-        std::ifstream file(entry.path());
-        check(entry.path().filename().string(), std::string(std::istreambuf_iterator<char>(file), {}));
+    std::vector<fs::path> files;
+    for (const char* folder : {"src", "companions"})
+        for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_FOLDER) / folder))
+            files.push_back(entry.path());
+    for (const auto& path : files) {
+        const auto extension = path.extension();
+        if ((extension != ".h" && extension != ".cpp") || path.stem() == "Guard") continue;
+        std::ifstream file(path);
+        check(path.filename().string(), std::string(std::istreambuf_iterator<char>(file), {}));
         ++count;
     }
     ASSERT_GT(count, 50);

@@ -102,6 +102,21 @@ TEST(Layers, TheDoorsInTheHallAreSmall) {
     EXPECT_GE(largest, 5) << "they were not found";
 }
 
+TEST(Layers, CompanionsMeetTheProgramThroughTheLinkAlone) {
+    const std::set<std::string> allowed = {
+        "platform/PathMap.h",         "platform/Registry.h",           "platform/qt/LinkServer.h",
+        "platform/qt/HostRegistry.h", "platform/qt/HostApplication.h", "platform/qt/Guard.h",
+        "platform/qt/Twips.h"};
+    const auto includes = IncludesBelow("companions");
+    ASSERT_FALSE(includes.empty());
+    for (const Include& include : includes) {
+        const std::string head = Head(include.Target);
+        EXPECT_TRUE(include.IsSystem || head == "base" || head == Head(include.File) ||
+                    allowed.contains(include.Target))
+            << include.File << " includes " << include.Target;
+    }
+}
+
 TEST(Layers, TheToolChainStandsOnItsOwn) {
     const fs::path tree = SOURCE_FOLDER;
     for (const Include& include : IncludesBelow("tesk")) {
