@@ -48,6 +48,22 @@ class Tour : public drill::Desk {
         }
     }
 
+    void ShowWaves() {
+        Say("simulating it (F7), its results as waves");
+        Menu({"&Options", "&Simulator"});
+        WaitWindow("Simulator Options");
+        Click("Display Results");
+        Key("Return");
+        WaitGone("Simulator Options");
+        Key("F7");
+        AcknowledgeRun();
+        WaitWindow("Wavrik");
+        ExpectSeen("No mismatches");
+        Station("waves");
+        Key("alt+F4");
+        WaitGone("Wavrik");
+    }
+
     void ShowProject() {
         Say("its project: the files that were written, one of them opened, a new design");
         Station("project");  // frmProject
@@ -219,6 +235,7 @@ int main(int argc, char** argv) {
         tour.ShowSearches();
         tour.Print();
         tour.Compile();
+        tour.ShowWaves();
         tour.ShowProject();
         tour.ReadAMessage();
         tour.ShowOptions();
