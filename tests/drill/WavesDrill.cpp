@@ -42,3 +42,26 @@ TEST_P(Drill, ShowsTheWavesOfARun) {
     WaitGone("Wavrik");
     ExpectWindows({"Korvane"});
 }
+
+// A tool that runs is told what to show.
+TEST_P(Drill, ShowsARunInTheWindowThatIsThere) {
+    Write(".home/config/korvane/settings.ini",
+          "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\nStdUtil5T=number:-1\n");
+    Write("A.PLD", design);
+    Write("A.SI", vectors);
+    Start();
+    Open("A.PLD");
+    Menu({"&Options", "&Simulator"});
+    WaitWindow("Simulator Options");
+    Click("Display Results");
+    Click("OK");
+    WaitGone("Simulator Options");
+    Button("wavrik");
+    ExpectWindows({"Korvane", "Wavrik"});
+    Button("dep-sim");
+    AcknowledgeRun();
+    Button("wavrik");
+    WaitWindow("Wavrik");
+    ExpectSeen("2 mismatches: F3");
+    ExpectWindows({"Korvane", "Wavrik"});
+}
