@@ -63,25 +63,59 @@ double Convert(std::string_view text) {
     return isNegative ? -value : value;
 }
 
-std::optional<double> Parse(std::string_view text) {
+void SkipBlanks(std::string_view& text) {
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    if (text.empty()) return std::nullopt;
+}
+
+// Of the decimal number that the text begins with; 0 without one.
+std::size_t NumberLength(std::string_view text) {
     std::size_t at = 0;
-    if (text[at] == '+' || text[at] == '-') ++at;
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
     std::size_t digits = SkipDigits(text, at);
     if (at < text.size() && text[at] == '.') {
         ++at;
         digits += SkipDigits(text, at);
     }
-    if (digits == 0) return std::nullopt;
-    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-        ++at;
-        if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
-        if (SkipDigits(text, at) == 0) return std::nullopt;
+    if (digits == 0) return 0;
+    std::size_t exponent = at;
+    if (exponent < text.size() && (text[exponent] == 'e' || text[exponent] == 'E')) {
+        ++exponent;
+        if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) ++exponent;
+        if (SkipDigits(text, exponent) > 0) return exponent;
     }
-    if (at != text.size()) return std::nullopt;
+    return at;
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+    SkipBlanks(text);
+    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    return text;
+}
+
+std::optional<double> Parse(std::string_view text) {
+    text = WithoutBlanks(text);
+    if (text.empty() || NumberLength(text) != text.size()) return std::nullopt;
     return Convert(text);
+}
+
+// The digits behind "&H" and "&O".
+struct Pattern {
+    std::uint32_t Bits = 0;
+    std::errc Error{};
+    std::size_t Length = 0;  // with the prefix
+};
+
+// None if the text has no such prefix.
+std::optional<Pattern> LeadingPattern(std::string_view text) {
+    if (text.size() < 2 || text[0] != '&') return std::nullopt;
+    const char letter = UpperChar(text[1]);
+    if (letter != 'H' && letter != 'O') return std::nullopt;
+    Pattern pattern;
+    const auto [end, error] =
+        std::from_chars(text.data() + 2, text.data() + text.size(), pattern.Bits, letter == 'H' ? 16 : 8);
+    pattern.Error = error;
+    pattern.Length = static_cast<std::size_t>(end - text.data());
+    return pattern;
 }
 
 double ParseOrThrow(std::string_view text) {
@@ -100,7 +134,24 @@ std::int16_t RoundToInt16(double value) { return RoundTo<std::int16_t>(value); }
 std::int32_t RoundToInt32(double value) { return RoundTo<std::int32_t>(value); }
 std::int16_t TextToInt16(std::string_view text) { return RoundTo<std::int16_t>(ParseOrThrow(text)); }
 std::int32_t TextToInt32(std::string_view text) { return RoundTo<std::int32_t>(ParseOrThrow(text)); }
-bool IsNumericText(std::string_view text) { return Parse(text).has_value(); }
+
+bool IsNumericText(std::string_view text) {
+    text = WithoutBlanks(text);
+    const auto pattern = LeadingPattern(text);
+    if (pattern) return pattern->Error == std::errc() && pattern->Length == text.size();
+    return Parse(text).has_value();
+}
+
+double LeadingNumber(std::string_view text) {
+    SkipBlanks(text);
+    if (const auto pattern = LeadingPattern(text)) {
+        if (pattern->Error == std::errc::result_out_of_range) throw RunTimeError(errOverflow);
+        const std::uint32_t bits = pattern->Bits;
+        return bits <= 0xFFFF ? static_cast<std::int16_t>(bits) : static_cast<std::int32_t>(bits);
+    }
+    const std::size_t length = NumberLength(text);
+    return length == 0 ? 0 : Convert(text.substr(0, length));
+}
 
 std::string SingleToText(float value) {
     constexpr int digits = 7;

@@ -21,8 +21,14 @@ std::int32_t RoundToInt32(double value);
 std::int16_t TextToInt16(std::string_view text);
 std::int32_t TextToInt32(std::string_view text);
 
-// True if the whole text is a number as TextTo… takes it.
+// The general number test: the whole text is a number as TextTo… takes it, or one of at most 32 bits behind
+// "&H" (hexadecimal) or "&O" (octal).
 bool IsNumericText(std::string_view text);
+
+// The number that a text begins with, behind blanks; 0 without one, infinity if it is too large for a double.
+// Behind "&H" and "&O" stands a signed number of 16 bits if it fits, or else of 32, or else error 6: "&HFFFF"
+// is -1, "&H10000" is 65536.
+double LeadingNumber(std::string_view text);
 
 // Number to text as the system's conversion gives it: one leading blank in the place of the sign of a number
 // that is not negative, single precision, at most 7 significant digits.

@@ -1,5 +1,7 @@
 #include "base/modLib.h"
 
+#include <algorithm>
+
 #include "base/Text.h"
 
 namespace base {
@@ -38,5 +40,31 @@ bool IsBlankChar(char c) {
     return code < 33 || code >= 127;
 }
 bool IsDigitChar(char c) { return c >= '0' && c <= '9'; }
+
+std::string ValueToBits(std::int32_t value, std::int32_t width) {
+    std::string bits;
+    auto rest = static_cast<std::uint32_t>(value);
+    for (int i = std::min(width, 32); i > 0; --i, rest >>= 1) bits += (rest & 1) != 0 ? '1' : '0';
+    return {bits.rbegin(), bits.rend()};
+}
+
+std::int32_t BitsToValue(std::string_view text) {
+    std::uint32_t value = 0;  // what is left of the last 32 characters leaves it at the top
+    for (const char c : text) value = value << 1 | (c == '1' ? 1U : 0U);
+    return static_cast<std::int32_t>(value);
+}
+
+std::string WidenRight(std::string_view text, char fill, std::int32_t width) {
+    std::string wide(text);
+    if (width > 0) wide.resize(std::max(wide.size(), static_cast<std::size_t>(width)), fill);
+    return wide;
+}
+
+bool IsHexText(std::string_view text) {
+    const std::string_view trimmed = TrimView(text);
+    return std::all_of(trimmed.begin(), trimmed.end(), [](char c) {
+        return (c >= '"' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'h');
+    });
+}
 
 }  // namespace base

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,14 @@ bool IsWordChar(char c);   // digit, ASCII letter, underscore
 bool IsLineEnd(char c);    // codes 10 and 13
 bool IsBlankChar(char c);  // codes below 33, and 127 and above
 bool IsDigitChar(char c);  // codes 48 to 57
+
+// Bits as texts of "0" and "1", bit 0 at the right end; a value is a pattern of 32 bits.
+std::string ValueToBits(std::int32_t value, std::int32_t width);  // the low bits, at most 32
+std::int32_t BitsToValue(std::string_view text);                  // characters other than "1" count as "0"
+std::string WidenRight(std::string_view text, char fill, std::int32_t width);  // a longer one is unchanged
+
+// Whether the trimmed text may be entered as a hexadecimal number. Kept: so wide that "g", "h" and marks from
+// the double quote to the slash pass; a number ends before them.
+bool IsHexText(std::string_view text);
 
 }  // namespace base

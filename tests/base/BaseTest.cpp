@@ -72,6 +72,16 @@ TEST(ModLib, CharactersAbove127AreNoWords) {
     EXPECT_FALSE(IsBlankChar('!'));
 }
 
+TEST(ModLib, BitsArePatternsOf32) {
+    EXPECT_EQ(ValueToBits(-2, 4), "1110");
+    EXPECT_EQ(ValueToBits(INT32_MIN, 33), "1" + std::string(31, '0'));
+    EXPECT_EQ(ValueToBits(5, 0), "");
+    EXPECT_EQ(BitsToValue("1" + std::string(31, '0')), INT32_MIN);
+    EXPECT_EQ(BitsToValue("1x1 1"), 21);
+    EXPECT_EQ(WidenRight("10", '0', 4), "1000");
+    EXPECT_EQ(WidenRight("1011", '0', 2), "1011");
+}
+
 TEST(Number, OverflowsAndMismatchesAreErrors) {
     EXPECT_EQ(ErrorOf([] { Add16(32767, 1); }), errOverflow);
     EXPECT_EQ(ErrorOf([] { Multiply16(-200, 200); }), errOverflow);
@@ -94,6 +104,24 @@ TEST(Number, SizesBeyondTheRangeOfDouble) {
     for (const std::string& small : {"." + zeros + "1", "-0." + zeros + "1", "." + zeros + "1e+9",
                                      std::string("+1E-999"), std::string("10e-99999999999")})
         EXPECT_EQ(TextToInt32(small), 0) << small;
+}
+
+TEST(Number, LeadingNumbersAndTheGeneralTest) {
+    const struct {
+        const char* Text;
+        bool IsNumeric;
+        double Number;
+    } cases[] = {{" -2.5e1 ", true, -25}, {"2.5e", false, 2.5},     {"7 rows", false, 7},
+                 {".", false, 0},         {"", false, 0},           {"&H7fff", true, 32767},
+                 {"&hFFFF", true, -1},    {"&H10000", true, 65536}, {"&HFFFFFFFF", true, -1},
+                 {"&o17", true, 15},      {"&o18", false, 1},       {"&H", false, 0},
+                 {"&x1", false, 0},       {" &O177777 ", true, -1}, {"-&H1", false, 0}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(IsNumericText(c.Text), c.IsNumeric) << c.Text;
+        EXPECT_EQ(LeadingNumber(c.Text), c.Number) << c.Text;
+    }
+    EXPECT_FALSE(IsNumericText("&H100000000"));
+    EXPECT_EQ(ErrorOf([] { LeadingNumber("&H100000000"); }), errOverflow);
 }
 
 TEST(Number, NoLocaleHasASay) {
