@@ -43,7 +43,9 @@ std::string HostClipboard::Text() const {
 }
 
 void HostClipboard::SetText(const std::string& text) {
-    QGuiApplication::clipboard()->setMimeData(MakeTextData(text));  // which it takes
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    if (text.empty()) return clipboard.clear();  // an empty text would lie there and be pasted
+    clipboard.setMimeData(MakeTextData(text));   // which it takes
 }
 
 }  // namespace platform::qt
