@@ -17,6 +17,8 @@ class AidsRoom {
     void LoadWindows(platform::qt::MdiFrame& frame) { frame_ = &frame; }
 
   private:
+    void mnuEditTable_Click(session::Document& document);
+
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;
 };

@@ -184,6 +184,20 @@ class Tour : public drill::Desk {
         WaitGone("Print");
     }
 
+    void ShowTable() {
+        Say("a truth table");
+        Menu({"&Edit", "Insert T&able"});
+        WaitWindow("Create Table");  // frmTable
+        Type("[a31..0]\t32\t[y31..0]\t32\t500\t");
+        Click("One Hot Right");
+        Station("table");
+        Key("shift+Tab");
+        Key("Up", 2);
+        Station("table-14-points");
+        Click("Cancel");
+        WaitGone("Create Table");
+    }
+
     void ShowAllTools() {
         Say("closing, and starting again with every tool on the toolbar");
         Key("alt+F4");
@@ -234,6 +248,7 @@ int main(int argc, char** argv) {
         tour.OpenDesign();
         tour.ShowSearches();
         tour.Print();
+        tour.ShowTable();
         tour.Compile();
         tour.ShowWaves();
         tour.ShowProject();
