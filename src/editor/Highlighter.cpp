@@ -94,7 +94,10 @@ void HighlightSyntax(session::App& app, session::Document& document, std::option
     app.Hall.Main->SetPanel(1, "Updating Syntax Highlight...");
     const platform::HiddenScope hidden(box);
     const base::ScopeExit caretBack([&box, caret = box.SelStart()] { box.SetSelStart(caret); });
-    if (!start) ResetColor(box, app.State.DefaultTextColor);
+    if (start)
+        box.SetSelStart(box.SelStart());  // what is selected may lie outside the range
+    else
+        ResetColor(box, app.State.DefaultTextColor);
     if (app.State.HighlightEnabled) PaintTable(box, app.State.Keywords, RangeOf(start, end));
 }
 
