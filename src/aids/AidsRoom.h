@@ -18,6 +18,7 @@ class AidsRoom {
 
   private:
     void mnuEditTable_Click(session::Document& document);
+    void AddMacroCommands();
 
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;

@@ -29,6 +29,7 @@ class EditorRoom : public session::Editor {
     session::Document* OpenDocument(const std::string& path) override;
     void UpdateMru(const std::string& path) override;
     void HighlightSyntax(session::Document& document) override;
+    void HighlightRange(session::Document& document, std::int32_t start, std::int32_t end) override;
 
   private:
     void AddSearchCommands();

@@ -5,9 +5,9 @@
 namespace editor {
 namespace {
 
-constexpr std::int32_t magenta = 0x800080;
+constexpr std::int32_t magenta = session::Magenta;
 constexpr std::int32_t green = 0x008000;
-constexpr std::int32_t lightBlue = 0xFF0000;
+constexpr std::int32_t lightBlue = session::LightBlue;
 
 struct DefaultWord {
     const char* Name;

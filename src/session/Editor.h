@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace session {
@@ -16,6 +17,8 @@ class Editor {
     virtual Document* OpenDocument(const std::string& path) = 0;
     virtual void UpdateMru(const std::string& path) = 0;  // at the head of RecentFiles
     virtual void HighlightSyntax(Document& document) = 0;
+    // What begins between these offsets, both included; other text keeps its colours.
+    virtual void HighlightRange(Document& document, std::int32_t start, std::int32_t end) = 0;
 };
 
 }  // namespace session

@@ -5,6 +5,10 @@
 
 namespace session {
 
+// Of the palette of 16 colours, 0x00BBGGRR.
+inline constexpr std::int32_t Magenta = 0x800080;    // 5
+inline constexpr std::int32_t LightBlue = 0xFF0000;  // 9
+
 // A font of the program's windows.
 struct FontRecord {
     std::string Name;

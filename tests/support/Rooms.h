@@ -48,6 +48,9 @@ class Hall : public session::Hall,
     }
     void UpdateMru(const std::string& path) override { Note("UpdateMru " + path); }
     void HighlightSyntax(session::Document&) override { Note("HighlightSyntax"); }
+    void HighlightRange(session::Document&, std::int32_t start, std::int32_t end) override {
+        Note("HighlightRange " + std::to_string(start) + " " + std::to_string(end));
+    }
     std::int16_t RunAndWait(const std::string& commandLine) override {
         Note("RunAndWait " + commandLine);
         return 0;

@@ -105,5 +105,8 @@ Document* EditorRoom::OpenDocument(const std::string& path) {
 }
 void EditorRoom::UpdateMru(const std::string& path) { editor::UpdateMru(app_, path); }
 void EditorRoom::HighlightSyntax(Document& document) { editor::HighlightSyntax(app_, document); }
+void EditorRoom::HighlightRange(Document& document, std::int32_t start, std::int32_t end) {
+    editor::HighlightSyntax(app_, document, start, end);
+}
 
 }  // namespace editor

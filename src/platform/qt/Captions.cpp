@@ -15,6 +15,8 @@ QString CaptionOf(std::string_view text) {
     return caption;
 }
 
+QString LineOf(std::string_view text) { return QString::fromStdString(base::DisplayUtf8(text)); }
+
 QString TipOf(std::string_view text) {
     // A tip is guessed to be plain or formatted; formatted is the one that is never guessed wrong.
     return text.empty() ? QString() : Qt::convertFromPlainText(Shown(text));

@@ -12,6 +12,9 @@ QString Shown(std::string_view text);
 // shown and marks no access key, control characters are blanks.
 QString CaptionOf(std::string_view text);
 
+// The same as a line of a list, which shows an "&" as it is.
+QString LineOf(std::string_view text);
+
 // The same as a tool tip, which shows every character as it is.
 QString TipOf(std::string_view text);
 

@@ -63,17 +63,20 @@ void TextBox::SetUpControl() {
 
 // All colours are explicit: the desktop's theme may be dark.
 void TextBox::SetUpColors() {
-    constexpr long white = 0xFFFFFF;
     constexpr long black = 0;
     constexpr long selection = 0xFFD8B0;
-    for (int number = STYLE_DEFAULT; number <= STYLE_LASTPREDEFINED; ++number) {
+    for (int number = STYLE_DEFAULT; number <= STYLE_LASTPREDEFINED; ++number)
         Sci(SCI_STYLESETFORE, number, black);
-        Sci(SCI_STYLESETBACK, number, white);
-    }
+    SetPaper(paper_);
     Sci(SCI_STYLESETFORE, STYLE_LINENUMBER, 0x808080);
-    Sci(SCI_STYLESETBACK, STYLE_LINENUMBER, 0xF4F4F4);
     Sci(SCI_SETCARETFORE, black);
     Sci(SCI_SETSELBACK, 1, selection);
+}
+
+void TextBox::SetPaper(std::int32_t color) {
+    paper_ = color;
+    for (int number = 0; number <= STYLE_MAX; ++number) Sci(SCI_STYLESETBACK, number, color);
+    Sci(SCI_STYLESETBACK, STYLE_LINENUMBER, 0xF4F4F4);
 }
 
 // Room for the line numbers, 999 at least.

@@ -22,6 +22,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     explicit TextBox(QWidget* parent = nullptr);
     ~TextBox() override;
 
+    void SetPaper(std::int32_t color);  // 0x00BBGGRR; white at first
     bool IsOvertyping() const { return SendScintilla(SCI_GETOVERTYPE) != 0; }
 
     std::string Text() const override;
@@ -159,6 +160,7 @@ class TextBox : public QsciScintillaBase, public RichTextBox, private QAccessibl
     void TidyStyles();
 
     CharStyle default_;
+    std::int32_t paper_ = 0xFFFFFF;
     StyleTable styles_;
     std::optional<InsideSelection> inside_;
     std::optional<PendingStyle> pending_;

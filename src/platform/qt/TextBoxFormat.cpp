@@ -109,7 +109,7 @@ void TextBox::DefineStyle(StyleTable::Number number, const CharStyle& style) {
     SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(number), family.constData());
     Sci(SCI_STYLESETSIZEFRACTIONAL, number, style.FontSize);
     Sci(SCI_STYLESETFORE, number, style.Format.Color & 0xFFFFFF);
-    Sci(SCI_STYLESETBACK, number, 0xFFFFFF);
+    Sci(SCI_STYLESETBACK, number, paper_);
     Sci(SCI_STYLESETBOLD, number, style.Format.Bold);
     Sci(SCI_STYLESETITALIC, number, style.Format.Italic);
     Sci(SCI_STYLESETUNDERLINE, number, style.Format.Underline);
