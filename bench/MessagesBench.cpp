@@ -18,7 +18,7 @@ void Flood(benchmark::State& state, const char* order) {
     doubles::Desktop parts{files};
     platform::qt::ToolHost libraries(parts.Time, platform::PathMap(), TOOLHOST);
     platform::Host host{files,      parts.Settings, parts.Boxes,  parts.Clip,  parts.Programs, libraries,
-                        parts.Desk, parts.Time,     parts.Screen, parts.Paper, parts.Link};
+                        parts.Desk, parts.Time,     parts.Screen, parts.Paper, parts.Link,     parts.Journal};
     session::Session shared;
     doubles::Hall hall;
     session::App app{shared, host, hall};

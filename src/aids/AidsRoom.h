@@ -1,5 +1,6 @@
 #pragma once
 
+#include "aids/KeyMacros.h"
 #include "session/App.h"
 
 namespace platform::qt {
@@ -22,6 +23,7 @@ class AidsRoom {
 
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;
+    KeyMacros keyMacros_;
 };
 
 }  // namespace aids

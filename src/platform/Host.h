@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
+#include "platform/InputJournal.h"
 #include "platform/Link.h"
 #include "platform/Printers.h"
 #include "platform/Processes.h"
@@ -27,6 +28,7 @@ struct Host {
     Windows& Screen;
     Printers& Paper;
     ToolLink& Link;
+    InputJournal& Journal;
 };
 
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include "session/CommandTable.h"
 #include "session/Document.h"
 #include "session/Editor.h"
+#include "session/Macros.h"
 #include "session/MainWindow.h"
 #include "session/Project.h"
 #include "session/Session.h"
@@ -20,6 +21,7 @@ struct Hall {
     session::Editor* Editor = nullptr;
     session::ToolChain* ToolChain = nullptr;
     session::Project* Project = nullptr;
+    session::Macros* Macros = nullptr;
     session::MainCommands MainCommands;
     session::DocumentCommands DocumentCommands;
 };

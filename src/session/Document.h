@@ -30,6 +30,7 @@ class Document {
     bool InComment = false;         // a comment was opened by typing and not closed
     std::int32_t CommentStart = 0;  // offset of its "/*"
     ToolMenu Tools;
+    bool ClearMacroPending = false;  // the next macro that is chosen of Tools is cleared
 
     virtual platform::RichTextBox& txtText() = 0;
     virtual void UpdateMenus() = 0;   // they show RecentFiles, Tools and the mark

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "session/Documents.h"
+#include "session/KeyMacros.h"
 #include "session/Records.h"
 
 namespace session {
@@ -45,6 +46,7 @@ struct Session {
 
     std::array<CustomUtility, 7> StdUtils;  // the order is an interface: rows are addressed by index
     std::array<CustomUtility, 6> CustUtils;
+    std::array<cKSMacros, 6> KsMacroSets;  // a recording for each row of CustUtils
 
     // Editor.
     session::Documents Documents;

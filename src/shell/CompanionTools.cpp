@@ -209,10 +209,6 @@ void StartWith(session::App& app, const std::string& tool, const std::string& fi
     app.Host.Programs.Start(program + " " + platform::Argument(file) + " /NoSplash");
 }
 
-void UseMacro(session::App& app, const CustomUtility& tool) {
-    if (tool.Program == "MACRO*") app.Host.Boxes.Say(UndefinedMacroText);
-}
-
 }  // namespace
 
 platform::ScreenSize HalfScreen(const platform::Windows& screen) {
@@ -263,7 +259,7 @@ void CloseTools(session::App& app) {
     }
 }
 
-void RunUtility(session::App& app, const std::string& caption) {
+void RunUtility(session::App& app, session::Document& document, const std::string& caption) {
     const auto start = [&](const std::string& program) {
         try {
             app.Host.Programs.Start(program);
@@ -274,9 +270,14 @@ void RunUtility(session::App& app, const std::string& caption) {
     for (const CustomUtility& tool : app.State.StdUtils) {
         if (tool.Name == caption) return start(tool.Program);
     }
+    std::int16_t row = 0;
     for (const CustomUtility& tool : app.State.CustUtils) {
-        if (tool.Name != caption) continue;
-        return base::StartsWith(tool.Program, "MACRO") ? UseMacro(app, tool) : start(tool.Program);
+        if (tool.Name != caption) {
+            ++row;
+            continue;
+        }
+        if (base::StartsWith(tool.Program, "MACRO")) return app.Hall.Macros->ChooseMacro(document, row);
+        return start(tool.Program);
     }
     app.Host.Boxes.Say(CannotBeFoundText(app.State.StdUtils[6].Program));
 }

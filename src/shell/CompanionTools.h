@@ -24,6 +24,6 @@ void CloseTools(session::App& app);
 
 // The choice of a tool in the Utilities menu, by its caption: a further copy of a standard tool, else the
 // first custom tool of that name.
-void RunUtility(session::App& app, const std::string& caption);
+void RunUtility(session::App& app, session::Document& document, const std::string& caption);
 
 }  // namespace shell

@@ -198,6 +198,38 @@ class Tour : public drill::Desk {
         WaitGone("Create Table");
     }
 
+    void ShowMacros() {
+        Say("the macros of the language");
+        Write("MACROS.PLD", "PIN 1 = CLK ;\r\n$MACRO INV y a\r\ny = !a ;\r\n$MEND\r\n");
+        Open("MACROS.PLD");
+        Menu({"&Edit", "Insert TESK Macro &Definition"});
+        WaitWindow("Insert Macro Definition");  // frmMacroDef
+        Click("Insert macro definitions");
+        Key("alt+a");
+        Station("macro-definition");
+        Key("alt+n");
+        for (const char* answer : {"PAIR\n", "2\n", "y\n", "a\n"}) {
+            WaitWindow("New Tesk Macro");
+            Type(answer);
+        }
+        WaitWindow("Create Tesk Macro");  // frmMacroCreate
+        Type("y = a ;");
+        Station("macro-create");
+        Key("Escape");
+        WaitGone("Create Tesk Macro");
+        Key("Escape");
+        WaitGone("Insert Macro Definition");
+        Key("ctrl+i");
+        WaitWindow("Insert Macro Reference");  // frmMacroRef
+        Key("Down");
+        Click("y:NC");
+        ExpectSeen("a:NC");
+        Station("macro-reference");
+        Key("Escape");
+        WaitGone("Insert Macro Reference");
+        Key("ctrl+F4");
+    }
+
     void ShowAllTools() {
         Say("closing, and starting again with every tool on the toolbar");
         Key("alt+F4");
@@ -256,6 +288,7 @@ int main(int argc, char** argv) {
         tour.ShowOptions();
         tour.ShowDevices();
         tour.ShowAbout();
+        tour.ShowMacros();
         tour.ShowAllTools();
         std::printf("  done: %d pictures in %s\n", tour.Stations, argv[2]);
     } catch (const std::exception& miss) {

@@ -202,11 +202,35 @@ class Printers : public platform::Printers {
     void Print(platform::RichTextBox& text) override { OnPrint(text); }
 };
 
+// Hands a test what the program listens with, and what it plays.
+class InputJournal : public platform::InputJournal {
+  public:
+    std::function<void(const platform::InputEvent&)> Take;
+    std::function<void()> OnBreak;
+    std::function<std::optional<platform::InputEvent>()> Next;
+    bool Works = true;
+    int Centred = 0;
+
+    bool Record(std::function<void(const platform::InputEvent&)> take,
+                std::function<void()> onBreak) override {
+        Take = std::move(take);
+        OnBreak = std::move(onBreak);
+        return Works;
+    }
+    bool Play(std::function<std::optional<platform::InputEvent>()> next) override {
+        Next = std::move(next);
+        return Works;
+    }
+    void Stop() override {}
+    void CentrePointer() override { ++Centred; }
+};
+
 // All of them with a real file system that the test gives.
 struct Desktop {
     explicit Desktop(platform::FileSystem& files) : Desktop(files, Clip) {}
-    Desktop(platform::FileSystem& files, platform::Clipboard& clip)
-        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen, Paper, Link} {}
+    Desktop(platform::FileSystem& files, platform::Clipboard& clip) : Desktop(files, clip, Journal) {}
+    Desktop(platform::FileSystem& files, platform::Clipboard& clip, platform::InputJournal& journal)
+        : Host{files, Settings, Boxes, clip, Programs, Libraries, Desk, Time, Screen, Paper, Link, journal} {}
     Registry Settings;
     Dialogs Boxes;
     Clipboard Clip;
@@ -217,6 +241,7 @@ struct Desktop {
     Windows Screen;
     Printers Paper;
     ToolLink Link;
+    InputJournal Journal;
     platform::Host Host;
 };
 

@@ -47,7 +47,7 @@ class WholeRun : public testing::Test, protected doubles::FormUser {
     doubles::Desktop Parts{Files};
     platform::qt::ToolHost Libraries{Parts.Time, platform::PathMap(), TOOLHOST};
     platform::Host Host{Files,      Parts.Settings, Parts.Boxes,  Parts.Clip,  Parts.Programs, Libraries,
-                        Parts.Desk, Parts.Time,     Parts.Screen, Parts.Paper, Parts.Link};
+                        Parts.Desk, Parts.Time,     Parts.Screen, Parts.Paper, Parts.Link,     Parts.Journal};
     session::Session State;
     doubles::Hall Hall;
     session::App App{State, Host, Hall};

@@ -10,7 +10,7 @@ namespace aids {
 
 using session::Document;
 
-AidsRoom::AidsRoom(session::App& app) : app_(app) {
+AidsRoom::AidsRoom(session::App& app) : app_(app), keyMacros_(app) {
     app_.Hall.DocumentCommands.Add({
         {"mnuEditTable", [this](Document& document, int) { mnuEditTable_Click(document); }},
     });
@@ -41,6 +41,11 @@ void AidsRoom::AddMacroCommands() {
                                                  .Folder = FolderOf(app_, document)};
              platform::qt::Modal(new frmMacroRef(app_, design, symbols, &frame_->Window())).Run();
              PasteMacro(app_, document);
+         }},
+        {"mnuUtilClearMacro",
+         [this](Document& document, int) {
+             document.ClearMacroPending = true;
+             app_.Host.Boxes.Say("From the Utilities menu, select the macro you wish to clear.");
          }},
     });
 }

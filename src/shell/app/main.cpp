@@ -3,6 +3,7 @@
 #include "platform/qt/HostClock.h"
 #include "platform/qt/HostDialogs.h"
 #include "platform/qt/HostFileSystem.h"
+#include "platform/qt/HostInputJournal.h"
 #include "platform/qt/HostLink.h"
 #include "platform/qt/HostPrinters.h"
 #include "platform/qt/HostProcesses.h"
@@ -26,11 +27,12 @@ int main(int argc, char** argv) {
     qt::ToolHost libraries(time);
     qt::HostSystem desktop(files);
     qt::HostWindows screen;
+    qt::HostInputJournal journal(time);
     qt::HostLink link;
     qt::HostPrinters paper([&] { return boxes.Parent(); });
     application.ShowErrorsWith(&boxes);
     platform::Host host{files,   settings, boxes,  clip,  programs, libraries,
-                        desktop, time,     screen, paper, link};
+                        desktop, time,     screen, paper, link,     journal};
     session::Session state;
     shell::Shell shell(state, host, qt::StateFolder(files));
     bool started = false;

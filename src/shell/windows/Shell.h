@@ -73,6 +73,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void ClickToolbar(const std::string& key);
     void ClickChildCommand(const std::string& command);
     void RunTool(const std::string& tip);
+    void RedefineMacro(const std::string& tip);
     bool QueryUnloadAll();
     void Unload();
     void SaveConfig();

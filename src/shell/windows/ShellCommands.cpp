@@ -39,7 +39,7 @@ void Shell::AddCommands() {
         {"mnuAllTeskTools", [this](Document&, int) { TileAllTeskTools(); }},
         {"mnuUtilTool",
          [this](Document& document, int index) {
-             RunUtility(app_, document.Tools.Places.at(static_cast<std::size_t>(index)).Caption);
+             RunUtility(app_, document, document.Tools.Places.at(static_cast<std::size_t>(index)).Caption);
          }},
     });
 }

@@ -15,6 +15,7 @@ constexpr std::chrono::milliseconds toolbarInterval{500};
 void Shell::LoadToolbar() {
     toolbarView_ = new ToolbarView(main_->ToolBar());
     toolbarView_->OnClick = [this](const std::string& key) { ClickToolbar(key); };
+    toolbarView_->OnRightClick = [this](const std::string& tip) { RedefineMacro(tip); };
     platform::qt::On(main_.get(), &frmMain::ActiveChildChanged, main_.get(), [this] { TickToolbar(); });
     // Nobody waits for the next tick: what can be cut or pasted can be so at once.
     app_.Host.Clip.OnChange = [this] { TickToolbar(); };
@@ -125,9 +126,19 @@ void Shell::RunTool(const std::string& tip) {
             }
             break;
         case CustomAction::RunMacro:
+            hall_.Macros->RunMacro(*ActiveDocument(), static_cast<std::int16_t>(*choice.Custom));
+            break;
         case CustomAction::None:
             break;
     }
+}
+
+void Shell::RedefineMacro(const std::string& tip) {
+    const std::optional<int> row = MacroOfTip(app_.State, tip);
+    session::Document* document = ActiveDocument();
+    if (!row || document == nullptr) return;
+    hall_.Macros->SetMacro(*document, static_cast<std::int16_t>(*row));
+    SetTBMenu(*document);
 }
 
 }  // namespace shell

@@ -47,7 +47,7 @@ void ToolbarView::Show(const ToolbarState& state) {
 }
 
 bool ToolbarView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress &&
+    if (event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
         const auto button = std::find_if(buttons_.begin(), buttons_.end(), [&](QAction* each) {
             return bar_.widgetForAction(each) == watched;

@@ -187,9 +187,18 @@ TEST_F(ShellFixture, TilingAllToolsEndsThoughNoneAnswers) {
     const platform::qt::LinkServer stavrik("Stavrik", "frmMain", accept);
     const platform::qt::LinkServer schematic("Schematic/PCB", "frmMain", accept);
     platform::qt::HostLink link;
-    platform::Host host{
-        files,        desktop.Settings, desktop.Boxes,  clipboard, desktop.Programs, desktop.Libraries,
-        desktop.Desk, desktop.Time,     desktop.Screen, link};
+    platform::Host host{files,
+                        desktop.Settings,
+                        desktop.Boxes,
+                        clipboard,
+                        desktop.Programs,
+                        desktop.Libraries,
+                        desktop.Desk,
+                        desktop.Time,
+                        desktop.Screen,
+                        desktop.Paper,
+                        link,
+                        desktop.Journal};
     Start(host);
     shell->Main().showMaximized();
     desktop.Screen.Open = {{1, "Wavrik"}, {2, "Stavrik"}, {3, "Schematic"}};
@@ -427,6 +436,9 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     state.CustUtils[1] = {.Program = "C:\\own tool", .Name = name, .Menu = true, .Toolbar = true};
     state.CustUtils[2] = {.Program = "MACRO*", .Name = "Slot", .Menu = true, .Toolbar = true};
     editor::frmDocument& document = Open("a.txt", "");
+    document.txtText().SetText("typed");
+    document.txtText().SetSelLength(5);
+    desktop.Boxes.Inputs = {"Renamed", "Again"};
     QMenu& menu = *document.Menus()->Menu("mnuUtilities");
     for (int index : {1, 2, 3}) {
         menu.popup({});
@@ -436,10 +448,23 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     }
     EXPECT_EQ(desktop.Programs.Started,
               (std::vector<std::string>{state.StdUtils[0].Program, "C:\\own tool"}));
+    // The macro is defined by its entry, played by a click on its button and defined anew by a right click.
+    QToolBar& bar = shell->Main().ToolBar();
+    auto* slot = shell->Main().findChild<QAction*>("Util3");
+    const auto click = [&](Qt::MouseButton with) { QTest::mouseClick(bar.widgetForAction(slot), with); };
+    EXPECT_EQ(state.CustUtils[2].Program + slot->text().toStdString(), "MACRO:typedRenamed");
+    click(Qt::LeftButton);
+    EXPECT_EQ(document.txtText().Text(), "typedtyped");
+    document.txtText().SetSelStart(9);
+    document.txtText().SetSelLength(1);
+    click(Qt::RightButton);
+    EXPECT_EQ(state.CustUtils[2].Program + slot->text().toStdString(), "MACRO:dAgain");
+    document.RunCommand("mnuUtilClearMacro");
+    document.RunCommand("mnuUtilTool", 3);
+    click(Qt::LeftButton);
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The macro has not been defined.  You must define a macro before it can be used.");
     desktop.Programs.FailWith = base::errFileNotFound;
-    QToolBar& bar = shell->Main().ToolBar();
     auto* button = shell->Main().findChild<QAction*>("Util2");
     ASSERT_TRUE(button != nullptr && button->isVisible());
     for (const QAction* shown : {button, &document.Menus()->Entry("mnuUtilTool(2)")}) {

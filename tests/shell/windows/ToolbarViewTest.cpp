@@ -18,7 +18,7 @@ TEST(ToolbarView, ShowsTheStateAndTellsOfClicks) {
     bar.show();
     std::vector<std::string> told;
     const auto widget = [&](const char* key) { return bar.widgetForAction(bar.findChild<QAction*>(key)); };
-    QTest::mousePress(widget("Save"), Qt::RightButton);  // nobody listens yet
+    QTest::mouseClick(widget("Save"), Qt::RightButton);  // nobody listens yet
     view.OnClick = [&](const std::string& key) { told.push_back(key); };
     view.OnRightClick = [&](const std::string& tip) { told.push_back("right " + tip); };
 
@@ -36,9 +36,9 @@ TEST(ToolbarView, ShowsTheStateAndTellsOfClicks) {
     EXPECT_TRUE(bar.actions().at(3)->isSeparator() && bar.actions().size() == shell::ButtonCount);
 
     QTest::mouseClick(widget("Util1"), Qt::LeftButton);
-    QTest::mousePress(widget("Util1"), Qt::RightButton);
+    QTest::mouseClick(widget("Util1"), Qt::RightButton);
     QTest::mouseClick(widget("Util2"), Qt::LeftButton);  // disabled
-    QTest::mousePress(widget("Util2"), Qt::RightButton);
+    QTest::mouseClick(widget("Util2"), Qt::RightButton);
     QTest::mouseClick(bar.widgetForAction(bar.actions().at(3)), Qt::RightButton);  // a line
     state.Button(17).Enabled = true;
     QSignalSpy unchanged(tool, &QAction::changed);
