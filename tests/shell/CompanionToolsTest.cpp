@@ -229,11 +229,12 @@ TEST_F(CompanionToolsTest, TheMenuStartsAFurtherCopy) {
     State.CustUtils[0] = {.Program = "C:\\ONE", .Name = "Calculator"};
     State.CustUtils[1] = {.Program = "C:\\TWO", .Name = "Two"};
     State.CustUtils[2] = {.Program = "C:\\THREE", .Name = "Two"};
-    for (const char* caption : {"Calculator", "Two", "Gone"}) shell::RunUtility(App, caption);
+    doubles::Document document;
+    for (const char* caption : {"Calculator", "Two", "Gone"}) shell::RunUtility(App, document, caption);
     EXPECT_EQ(TakeStarted(), (Lines{Root("calc.exe"), "C:\\TWO"}));
     EXPECT_EQ(Desk.Boxes.LastText(), "File C:\\Prog\\ cannot be found");
     Desk.Programs.FailWith = base::errFileNotFound;
-    shell::RunUtility(App, "Two");
+    shell::RunUtility(App, document, "Two");
     EXPECT_EQ(Desk.Boxes.LastText(), "File C:\\TWO cannot be found");
     EXPECT_EQ(State.StdUtils[0].TaskId, 9u);
     EXPECT_EQ(TakeLog(), Lines{});
