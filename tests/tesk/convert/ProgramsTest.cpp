@@ -2,13 +2,21 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "Support.h"
+
 namespace {
 
 namespace fs = std::filesystem;
+
+std::string ReadFile(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 // The programs as the desktop starts them.
 class Programs : public testing::Test {
@@ -25,8 +33,28 @@ class Programs : public testing::Test {
     void Write(const std::string& name, const std::string& text) {
         std::ofstream(folder_ / name, std::ios::binary) << text;
     }
+    // The folder as the logic spells it.
+    std::string Drive() const {
+        std::string path = "C:" + folder_.string();
+        std::replace(path.begin(), path.end(), '/', '\\');
+        return path;
+    }
+
     fs::path folder_;
 };
+
+TEST_F(Programs, BackpinTakesGluedLines) {
+    const std::string text = ReadFile(DATA_DIR "/Examples/COUNT8.PLD");
+    Write("My Work/count8.pld", text);
+    Write("My Work/COUNT8.DOC",
+          CompileWhole(text, "xm4", {{"tesk.dl", ReadFile(DATA_DIR "/devices/Fullset.dl")}})->Text(".DOC"));
+    const std::string design = "'" + Drive() + "\\MY' 'WORK\\COUNT8'";
+    EXPECT_EQ(Run("backpin.exe", "-fG22V10" + design), 0);
+    EXPECT_NE(ReadFile(folder_ / "My Work/count8.pld"), text);
+    EXPECT_EQ(Run("backpin.exe", "-bG16V8" + design), 1);  // the fit is another device's
+    EXPECT_EQ(Run("backpin.exe", "-bG22V10" + design), 0);
+    EXPECT_EQ(ReadFile(folder_ / "My Work/count8.pld"), text);
+}
 
 TEST_F(Programs, ConvertersWriteAllOrNothing) {
     const std::string path = folder_.string();
