@@ -173,7 +173,7 @@ bool frmMacroDef::AskArguments(std::vector<std::string>& names) {
         answer = boxes.InputBox(prompt, newTitle, "").value_or("");
     }
     if (answer.empty()) return false;
-    const std::int16_t count = base::TextToInt16(answer);
+    const std::int16_t count = base::RoundToInt16(base::LeadingNumber(answer));
     for (int i = 1; i <= count; ++i) {
         const std::string argument = "Enter the name of argument " + std::to_string(i);
         names.push_back(boxes.InputBox(argument, newTitle, "").value_or(""));

@@ -95,7 +95,7 @@ TEST_F(MacroWindows, WithoutALibraryOnlyCancelIsLeft) {
 TEST_F(MacroWindows, ANewMacroIsAskedForAndAppended) {
     State.HighlightEnabled = true;
     Open<aids::frmMacroDef>();
-    Desktop.Boxes.Inputs = {"INV", "&H2", "x", "2", "y", ""};
+    Desktop.Boxes.Inputs = {"INV", "two", "x", "&H2", "y", ""};
     Click("New");  // given up at the second argument
     EXPECT_EQ(Desktop.Boxes.Shown.size(), 2u);
     EXPECT_EQ(Desktop.Boxes.LastText(), "The number of arguments must be numeric.");

@@ -267,7 +267,8 @@ void Desk::SetClipboard(const std::string& text) {
     tool.start("xclip", {"-selection", "clipboard", "-in"});
     tool.write(text.data(), static_cast<qint64>(text.size()));
     tool.closeWriteChannel();
-    Require(tool.waitForFinished() && Clipboard() == text, "another program can't fill the clipboard");
+    Require(tool.waitForFinished() && Within(Patience, [&] { return Clipboard() == text; }),
+            "another program can't fill the clipboard");
     Settle();
 }
 
