@@ -250,8 +250,17 @@ class Tour : public drill::Desk {
              {"calculator", "explorer", "dos", "stavrik", "schematic", "wavrik", "programmer", "custom-tool"})
             ExpectButton(tool, true);
         Station("all-tools");
+        ShowQuarters();
         Key("alt+F4");
         ExpectEnd();
+    }
+
+    void ShowQuarters() {
+        Say("the tools in the quarters of the screen (Utilities, Tesk Tools)");
+        Button("wavrik");
+        ExpectWindows({"Korvane", "Wavrik"});
+        MenuByMouse({"&Utilities", "&Tesk Tools"});
+        Station("quarters");  // Wavrik stays open, as companions do
     }
 
   private:
