@@ -104,6 +104,15 @@ function(korvane_test name)
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
         PROPERTIES TIMEOUT ${test_seconds} ENVIRONMENT QT_QPA_PLATFORM=offscreen
                    ENVIRONMENT_MODIFICATION XDG_STATE_HOME=set:${CMAKE_BINARY_DIR}/state)
+    # The cases that look for cut texts, once more on a display of twice the scale.
+    foreach(source ${A_SOURCES})
+        file(STRINGS ${source} forms REGEX "^TEST_F\\(.*CaptionsInWhole\\)")
+        if(forms AND NOT TEST ${name}.AtTwiceTheScale)
+            add_test(NAME ${name}.AtTwiceTheScale COMMAND test_${name} --gtest_filter=*CaptionsInWhole)
+            set_tests_properties(${name}.AtTwiceTheScale PROPERTIES TIMEOUT ${test_seconds}
+                ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=2")
+        endif()
+    endforeach()
 endfunction()
 
 include(GoogleTest)

@@ -156,7 +156,7 @@ TEST_F(TableWindow, AToggleDrawsTwoSmallRectangles) {
     EXPECT_EQ(Text("txtFontSize"), "14");
 }
 
-TEST_F(TableWindow, NoCaptionIsCut) {
+TEST_F(TableWindow, ShowsItsCaptionsInWhole) {
     EXPECT_EQ(doubles::CutTexts([this] { return std::make_unique<frmTable>(Desk.Host, nullptr); }), "");
 }
 

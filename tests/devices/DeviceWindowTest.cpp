@@ -93,7 +93,7 @@ TEST_F(DeviceWindow, WithoutADatabaseOkIsHarmless) {
     EXPECT_EQ(form_->DeviceName, "&");
 }
 
-TEST_F(DeviceWindow, NoCaptionIsCut) {
+TEST_F(DeviceWindow, ShowsItsCaptionsInWhole) {
     MakeFile(HostPath(), catalogue);
     EXPECT_EQ(doubles::CutTexts([&] { return Make("V2"); }), "");
 }

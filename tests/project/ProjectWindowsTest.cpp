@@ -236,6 +236,9 @@ TEST_F(ProjectWindows, ANewDesignIsAskedForAndWritten) {
                                                                  }}});
     EXPECT_EQ(State.sProject, State.Documents.All().at(0)->Caption().substr(0, State.sProject.size()));
     EXPECT_TRUE(Hall.Made->ShowsProject());
+}
+
+TEST_F(ProjectWindows, ShowTheirCaptionsInWhole) {
     EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<project::frmNewDesign>(App); }), "");
 }
 

@@ -86,7 +86,7 @@ TEST_F(FormBase, EscapeTheButtonAndTheTitleBarCancel) {
     }
 }
 
-TEST_F(FormBase, IsWideEnoughForItsTexts) {
+TEST_F(FormBase, ShowsItsCaptionsInWhole) {
     EXPECT_EQ(doubles::CutTexts([] { return std::make_unique<frmSample>(); }), "");
     EXPECT_EQ(doubles::CutTexts([] {
                   auto form = std::make_unique<frmSample>();

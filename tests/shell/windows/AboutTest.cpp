@@ -58,7 +58,7 @@ TEST_F(About, SystemInfoIsLookedForInTwoPlaces) {
     }
 }
 
-TEST_F(About, TellsWhatItIsInWhole) {
+TEST_F(About, ShowsItsCaptionsInWhole) {
     doubles::Desktop desktop(files);
     const auto make = [&] { return std::make_unique<shell::frmAbout>(desktop.Host, nullptr); };
     EXPECT_EQ(doubles::CutTexts(make), "");
