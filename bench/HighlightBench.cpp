@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <string>
 
+#include "editor/FindText.h"
 #include "editor/HighlightTables.h"
 #include "editor/Highlighter.h"
 #include "editor/SearchingHighlight.h"
@@ -12,7 +13,7 @@
 #include "support/Rooms.h"
 
 // Colouring in the real control: the one pass beside the definition's one search for each of the 48 words,
-// and the work after one key. The argument is the size of the text in MB.
+// and the work after one key. The argument is the size of the text in MB. And changing many places at once.
 namespace {
 
 class Document : public doubles::Document {
@@ -54,6 +55,24 @@ std::string Design(std::int64_t megabytes) {
     while (text.size() < static_cast<std::size_t>(megabytes) << 20) text += page;
     return text;
 }
+
+// Change All of ten thousand places in as much text as it takes.
+void ChangeAll(benchmark::State& run) {
+    Bench bench;
+    editor::SearchValues values;
+    values.SearchText = "abc";
+    values.ReplaceText = run.range(0) == 0 ? "x" : "xyz";
+    values.ReplaceChangeAll = true;
+    std::string text;
+    for (int i = 0; i < 10'000; ++i) text += "abc";
+    for (auto _ : run) {
+        bench.Box.SetText(text);
+        editor::Replace(bench.App, bench.Doc, values);
+        if (bench.Box.TextLength() != static_cast<std::int32_t>(values.ReplaceText.size()) * 10'000)
+            run.SkipWithError("places are left");
+    }
+}
+BENCHMARK(ChangeAll)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void Load(benchmark::State& run) {
     Bench bench;

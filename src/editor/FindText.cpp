@@ -55,21 +55,24 @@ std::int16_t ReplaceAsking(session::App& app, RichTextBox& box, const SearchValu
     }
 }
 
-// The same beside the control, which takes long to be set thousands of times.
+// The same beside the control, which takes long to be set thousands of times. A replacement makes no match
+// that ends before it: the search goes on where one could begin.
 std::int16_t ReplaceUnasked(session::App& app, RichTextBox& box, const SearchValues& values) {
     const platform::HourglassScope hourglass(app.Host.Desktop);
     std::string text = box.Text();
     const auto end = static_cast<std::size_t>(base::ToInt16(box.TextLength()));
+    std::size_t from = 0;
     bool isChanged = false;
     const base::ScopeExit set([&] {
         if (isChanged) box.SetText(text);
     });
     for (std::int16_t count = 0;; count = base::Add16(count, 1)) {
-        const auto found = platform::SearchText(text, values.SearchText, 0, std::min(end, text.size()),
+        const auto found = platform::SearchText(text, values.SearchText, from, std::min(end, text.size()),
                                                 (values.SearchOptions & platform::rtfMatchCase) != 0,
                                                 (values.SearchOptions & platform::rtfWholeWord) != 0);
         if (found == std::string::npos) return count;
         text.replace(found, values.SearchText.size(), values.ReplaceText);
+        from = found - std::min(found, values.SearchText.size());
         isChanged = true;
     }
 }
