@@ -68,6 +68,16 @@ void ParseLetter(char letter, CompilerOptions& options) {
 
 std::span<const CompilerOption> CompilerOptionTable() { return table; }
 
+std::vector<session::OutputFrame> OutputFrames() {
+    std::vector<session::OutputFrame> frames{
+        {"Frame2", "Download", {}}, {"Frame3", "Doc File Options", {}}, {"Frame4", "General", {}}};
+    for (session::OutputFrame& frame : frames)
+        for (const CompilerOption& row : table)
+            if (row.Frame == frame.Name)
+                frame.Options.push_back({std::string(row.Token), row.Control, row.Caption, row.Tip});
+    return frames;
+}
+
 void ParseCompilerFlags(std::string_view flags, CompilerOptions& options) {
     options.MinimizationSeen = false;
     for (std::size_t at = 0; at < flags.size(); ++at) {

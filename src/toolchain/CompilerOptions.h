@@ -57,6 +57,9 @@ struct CompilerOption {
 
 std::span<const CompilerOption> CompilerOptionTable();
 
+// The frames of the tab OutputFiles with their options.
+std::vector<session::OutputFrame> OutputFrames();
+
 inline constexpr const char* MinimizationCaptions[] = {"None", "Quick", "Quine-McCluskey", "Presto",
                                                        "Expresso"};
 

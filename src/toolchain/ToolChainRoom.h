@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/qt/MdiChild.h"
 #include "session/App.h"
@@ -37,6 +38,8 @@ class ToolChainRoom : public session::ToolChain {
 
     std::int16_t RunAndWait(const std::string& commandLine) override;
     void BringMessagesToFront() override;
+    std::vector<session::OutputFrame> OutputFrames() const override;
+    void IndepCompile() override;
 
   private:
     frmMessage& ShownMessages();

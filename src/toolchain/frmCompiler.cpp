@@ -50,11 +50,12 @@ std::vector<Item> frmCompiler::AddBoxes(CompilerTab tab, std::string_view frame)
 }
 
 QLayout* frmCompiler::OutputFiles() {
-    const auto frame = [this](const char* name, const char* caption, int rows) {
-        return platform::qt::Frame(name, caption, Columns(AddBoxes(CompilerTab::OutputFiles, name), rows));
-    };
-    auto* left = Column({frame("Frame2", "Download", 3), frame("Frame3", "Doc File Options", 3)});
-    return Row({left, frame("Frame4", "General", 5)});
+    std::vector<Item> frames;
+    for (const session::OutputFrame& frame : OutputFrames()) {
+        auto* boxes = Columns(AddBoxes(CompilerTab::OutputFiles, frame.Name), 5);
+        frames.emplace_back(platform::qt::Frame(frame.Name, frame.Caption, boxes));
+    }
+    return Row({Column({frames.at(0), frames.at(1)}), frames.at(2)});
 }
 
 QLayout* frmCompiler::Minimizations() {

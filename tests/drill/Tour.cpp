@@ -48,6 +48,16 @@ class Tour : public drill::Desk {
         }
     }
 
+    void ShowExport() {
+        Say("the files for other tools");
+        MenuByMouse({"&File", "&Export "});
+        WaitWindow("Export Files");  // frmExport
+        Click("EDIF");
+        Station("export");
+        Key("Escape");
+        WaitGone("Export Files");
+    }
+
     void ShowWaves() {
         Say("simulating it (F7), its results as waves");
         Menu({"&Options", "&Simulator"});
@@ -291,6 +301,7 @@ int main(int argc, char** argv) {
         tour.Print();
         tour.ShowTable();
         tour.Compile();
+        tour.ShowExport();
         tour.ShowWaves();
         tour.ShowProject();
         tour.ReadAMessage();

@@ -56,6 +56,8 @@ class Hall : public session::Hall,
         return 0;
     }
     void BringMessagesToFront() override { Note("BringMessagesToFront"); }
+    std::vector<session::OutputFrame> OutputFrames() const override { return {}; }
+    void IndepCompile() override { Note("IndepCompile"); }
     void ShowProject() override { Note("ShowProject"); }
     bool CloseProject() override {
         Note("CloseProject");

@@ -74,6 +74,10 @@ std::int16_t ToolChainRoom::RunAndWait(const std::string& commandLine) {
     return toolchain::RunAndWait(app_.Host, commandLine);
 }
 
+std::vector<session::OutputFrame> ToolChainRoom::OutputFrames() const { return toolchain::OutputFrames(); }
+
+void ToolChainRoom::IndepCompile() { compiler_->IndepCompile(); }
+
 void ToolChainRoom::BringMessagesToFront() {
     QMdiSubWindow& window = messages_->Frame();
     window.show();
