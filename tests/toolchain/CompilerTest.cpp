@@ -7,6 +7,7 @@
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
+#include "toolchain/BackPin.h"
 
 namespace toolchain {
 namespace {
@@ -377,6 +378,30 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     Host.Programs.FailWith = 75;
     EXPECT_EQ(RunAndWait(Host.Host, "x"), 75);
     EXPECT_EQ(Boxes().back().Text, "Error 75 Occured");
+}
+
+TEST_F(CompilerTest, PinsComeBackWithTheFileThatTheToolLeft) {
+    const std::string tool = "C:\\K\\Korvane\\Utility\\", design = "C:\\WORK\\COUNT8";
+    const std::tuple<BackPin, const char*, std::string> cases[] = {
+        {BackPin::FloatAll, "&", tool + "backpin.exe -f virtual " + design},
+        {BackPin::FloatAll, "G16V8", tool + "backpin.exe -fG16V8" + design},
+        {BackPin::AssignAll, "", tool + "\\backpin.exe -b virtual " + design},
+        {BackPin::AssignAll, "G16V8", tool + "\\backpin.exe -bG16V8" + design},
+        {BackPin::AssignPins, "&", tool + "\\backpin.exe -p virtual " + design},
+        {BackPin::AssignPins, "G16V8", tool + "\\backpin.exe -pG16V8" + design},
+    };
+    Doc.SetFile("C:\\WORK\\OTHER.PLD", "C:\\WORK\\OTHER.PLD");  // the active one, not the design
+    Host.Programs.OnWait = [&] { Files.Files["C:\\WORK\\OTHER.PLD"] = Host.Programs.Started.back(); };
+    for (const auto& [what, device, line] : cases) {
+        State.DeviceName = device;
+        RunBackPin(App, Doc, what);
+        EXPECT_EQ(Doc.Box.Content, line);
+    }
+    EXPECT_EQ(Hall.Calls, std::vector<std::string>(6, "HighlightSyntax"));
+    Files.FailReads = 75;
+    Doc.Box.Content = "edited";
+    RunBackPin(App, Doc, BackPin::FloatAll);
+    EXPECT_EQ(Doc.Box.Content + Host.Boxes.LastText(), "edited");
 }
 
 TEST_F(CompilerTest, TheFitterShortcutIsPatchedInPlace) {

@@ -3,6 +3,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
+#include "toolchain/BackPin.h"
 #include "toolchain/Compiler.h"
 #include "toolchain/frmCompiler.h"
 #include "toolchain/frmMessage.h"
@@ -38,6 +39,10 @@ void ToolChainRoom::AddCommands() {
         {"mnuRunIndepSimulate", [this](Document& document, int) { compiler_->RunIndepSimulate(document); }},
         {"mnuRunVhdlCompile", [this](Document&, int) { compiler_->RunVhdlCompile(); }},
         {"mnuRunVhdlAnalysis", [this](Document&, int) { compiler_->RunVhdlAnalysis(); }},
+        {"mnuFloatAll", [this](Document& document, int) { RunBackPin(app_, document, BackPin::FloatAll); }},
+        {"mnuAssignAll", [this](Document& document, int) { RunBackPin(app_, document, BackPin::AssignAll); }},
+        {"mnuAssignPins",
+         [this](Document& document, int) { RunBackPin(app_, document, BackPin::AssignPins); }},
     });
 }
 
