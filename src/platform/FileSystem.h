@@ -38,6 +38,8 @@ class FileSystem {
     // The names (without folder) that match a path whose last part holds `*` and `?`, without regard to case,
     // files only, in the directory order of the file system. A missing folder gives none.
     virtual std::vector<std::string> List(std::string_view pattern) const = 0;
+    // The names of the folders in a folder but for hidden ones, in byte order without regard to case.
+    virtual std::vector<std::string> ListFolders(std::string_view folder) const = 0;
 
     virtual std::string CurrentDirectory() const = 0;  // no final backslash but for C:\.
     virtual void SetCurrentDirectory(std::string_view path) = 0;

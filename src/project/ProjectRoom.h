@@ -20,6 +20,7 @@ class ProjectRoom : public session::Project, private ProjectWindows {
     void ShowProject() override;
     bool CloseProject() override { return UnloadProject(); }
     void UpdateTreeView() override;  // nothing without the window
+    void ResetProjectFont() override;
 
   private:
     void AddCommands();

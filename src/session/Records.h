@@ -29,6 +29,8 @@ struct CustomUtility {
     std::uint32_t Hwnd = 0;    // its top-level window
 };
 
+inline bool IsMacro(const CustomUtility& tool) { return tool.Program.starts_with("MACRO"); }
+
 // A word that the highlighter paints; "COMMENTS" stands for comment text.
 struct KeywordRec {
     std::string Name;

@@ -60,8 +60,6 @@ constexpr ToolImage toolImages[] = {{"Calculator", 12}, {"Explorer", 13}, {"DOS"
 constexpr int customImage = 19;
 constexpr int macroImage = 20;
 
-bool IsMacro(const CustomUtility& tool) { return base::StartsWith(tool.Program, "MACRO"); }
-
 // The tools that SetTBMenu has put to use; of the others all.
 template <typename Change>
 void ForGroup(ToolbarState& toolbar, ButtonGroup group, const Change& change) {

@@ -40,6 +40,7 @@ class ToolChainRoom : public session::ToolChain {
     void BringMessagesToFront() override;
     std::vector<session::OutputFrame> OutputFrames() const override;
     void IndepCompile() override;
+    void ResetMessageFont() override;
 
   private:
     frmMessage& ShownMessages();

@@ -36,6 +36,7 @@ class MemoryFiles : public platform::FileSystem {
     void TrashFile(std::string_view path) override { DeleteFile(path); }
     void MakeDirectory(std::string_view) override {}
     std::vector<std::string> List(std::string_view) const override { return {}; }
+    std::vector<std::string> ListFolders(std::string_view) const override { return {}; }
     std::string CurrentDirectory() const override { return "C:\\"; }
     void SetCurrentDirectory(std::string_view) override {}
     std::string ToHostPath(std::string_view path) const override { return std::string(path); }

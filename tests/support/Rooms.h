@@ -64,6 +64,8 @@ class Hall : public session::Hall,
         return true;
     }
     void UpdateTreeView() override { Note("UpdateTreeView"); }
+    void ResetMessageFont() override { Note("ResetMessageFont"); }
+    void ResetProjectFont() override { Note("ResetProjectFont"); }
 
   private:
     void Note(std::string call) { Calls.push_back(std::move(call)); }

@@ -44,6 +44,12 @@ std::vector<ControlRow> ControlArray(const std::string& name, std::span<const ch
 
 QCheckBox* CheckBox(const ControlRow& row) { return MakeButton<QCheckBox>(row); }
 
+QPushButton* PushButton(const ControlRow& row, const QObject* owner, std::function<void()> click) {
+    auto* button = MakeButton<QPushButton>(row);
+    On(button, &QPushButton::clicked, owner, [click = std::move(click)] { click(); });
+    return button;
+}
+
 std::vector<QCheckBox*> CheckBoxes(const std::vector<ControlRow>& rows) {
     std::vector<QCheckBox*> boxes;
     for (const ControlRow& row : rows) boxes.push_back(CheckBox(row));
@@ -139,6 +145,8 @@ QTabWidget* Tabs(const std::string& name, const std::vector<Page>& pages) {
     }
     return tabs;
 }
+
+QColor ToColor(std::int32_t color) { return QColor(color & 255, (color >> 8) & 255, (color >> 16) & 255); }
 
 QSize InCharacters(int characters, int lines) {
     const QFontMetrics font(QApplication::font());

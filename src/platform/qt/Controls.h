@@ -4,6 +4,7 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QColor>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -37,6 +38,8 @@ struct ControlRow {
 std::vector<ControlRow> ControlArray(const std::string& name, std::span<const char* const> captions);
 
 QCheckBox* CheckBox(const ControlRow& row);
+// `click` runs guarded while `owner` stands.
+QPushButton* PushButton(const ControlRow& row, const QObject* owner, std::function<void()> click);
 std::vector<QCheckBox*> CheckBoxes(const std::vector<ControlRow>& rows);
 // Radio buttons of which one is on at most; ids are the indices of the rows.
 QButtonGroup* RadioButtons(const std::vector<ControlRow>& rows, QObject* owner);
@@ -94,6 +97,8 @@ struct Page {
     QLayout* Content;
 };
 QTabWidget* Tabs(const std::string& name, const std::vector<Page>& pages);  // wide enough for all its tabs
+
+QColor ToColor(std::int32_t color);  // of 0x00BBGGRR
 
 // The size of so much text in the program's font, for controls that don't know how much they will show.
 QSize InCharacters(int characters, int lines);

@@ -35,9 +35,7 @@ void Form::LayOut(const std::vector<Item>& parts, Size size) {
 void Form::ResizeTo(int characters, int lines) { resize(InCharacters(characters, lines)); }
 
 QPushButton* Form::Button(const ButtonRow& row) {
-    auto* button = Named(row.Name, new QPushButton(QString::fromUtf8(row.Caption)));
-    On(button, &QPushButton::clicked, this, [click = row.Click] { click(); });
-    return button;
+    return PushButton({row.Name, row.Caption}, this, row.Click);
 }
 
 QLayout* Form::Buttons(std::initializer_list<ButtonRow> rows) {

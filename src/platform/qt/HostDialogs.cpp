@@ -156,8 +156,6 @@ Answer ClosedAnswer(Buttons choice) {
     return choice == Buttons::YesNo ? Answer::No : Answer::Cancel;
 }
 
-QColor ToColor(std::int32_t color) { return QColor(color & 255, (color >> 8) & 255, (color >> 16) & 255); }
-
 std::int32_t FromColor(const QColor& color) {
     return color.red() | (color.green() << 8) | (color.blue() << 16);
 }

@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
@@ -142,6 +143,23 @@ std::vector<std::string> HostFileSystem::List(std::string_view pattern) const {
         const auto status = StatusOf(folder + "/" + entry->d_name);
         if (status && S_ISREG(status->st_mode)) names.emplace_back(entry->d_name);
     }
+    return names;
+}
+
+std::vector<std::string> HostFileSystem::ListFolders(std::string_view folder) const {
+    std::vector<std::string> names;
+    if (!DirectoryExists(folder)) return names;
+    std::error_code failed;
+    for (std::filesystem::directory_iterator entry(ToHostPath(folder), failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        std::error_code gone;
+        const std::string name = entry->path().filename().string();
+        if (!name.starts_with('.') && entry->is_directory(gone)) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        const std::string first = base::Upper(a), second = base::Upper(b);
+        return first == second ? a < b : first < second;
+    });
     return names;
 }
 

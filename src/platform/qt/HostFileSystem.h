@@ -25,6 +25,7 @@ class HostFileSystem : public FileSystem {
     void TrashFile(std::string_view path) override;
 
     std::vector<std::string> List(std::string_view pattern) const override;
+    std::vector<std::string> ListFolders(std::string_view folder) const override;
 
     std::string CurrentDirectory() const override;
     void SetCurrentDirectory(std::string_view path) override;

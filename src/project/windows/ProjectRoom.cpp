@@ -55,6 +55,10 @@ void ProjectRoom::UpdateTreeView() {
     if (window_ != nullptr) window_->UpdateTreeView();
 }
 
+void ProjectRoom::ResetProjectFont() {
+    if (window_ != nullptr) window_->ResetFont();
+}
+
 bool ProjectRoom::ShowNewDesign() {
     platform::qt::Modal dialog(new frmNewDesign(app_, &frame_->Window()));
     dialog.Run();

@@ -91,6 +91,8 @@ void ToolChainRoom::BringMessagesToFront() {
     window.raise();
 }
 
+void ToolChainRoom::ResetMessageFont() { messages_->ResetFont(); }
+
 std::optional<QRect> ToolChainRoom::MessagesFrame() const {
     const QMdiSubWindow& window = messages_->Frame();
     if (window.isMinimized() || window.isMaximized()) return std::nullopt;
