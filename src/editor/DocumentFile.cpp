@@ -132,12 +132,16 @@ void ChooseFont(session::App& app, session::Document& document) {
         app.Host.Desktop.SetHourglass(false);
         return;
     }
-    UpdateFont(text, {.Name = choice->Name,
-                      .Size = base::RoundToInt16(choice->Size),
-                      .Bold = choice->Bold,
-                      .Italic = choice->Italic,
-                      .ForeColor = choice->Color});
+    UpdateFont(text, ToFontRecord(*choice));
     app.Hall.Editor->HighlightSyntax(document);
+}
+
+session::FontRecord ToFontRecord(const platform::FontChoice& choice) {
+    return {.Name = choice.Name,
+            .Size = base::RoundToInt16(choice.Size),
+            .Bold = choice.Bold,
+            .Italic = choice.Italic,
+            .ForeColor = choice.Color};
 }
 
 void UpdateFont(platform::RichTextBox& text, const session::FontRecord& font) {

@@ -46,6 +46,9 @@ void UpdatePosition(session::App& app, platform::RichTextBox& text, std::string&
 // The Font command: asks, applies, colours again.
 void ChooseFont(session::App& app, session::Document& document);
 
+// What the font dialog gives, the size rounded.
+session::FontRecord ToFontRecord(const platform::FontChoice& choice);
+
 // Gives the whole text a font and its colour.
 void UpdateFont(platform::RichTextBox& text, const session::FontRecord& font);
 

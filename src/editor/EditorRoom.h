@@ -33,6 +33,7 @@ class EditorRoom : public session::Editor {
 
   private:
     void AddSearchCommands();
+    void ShowSettings();
 
     session::App& app_;
     platform::qt::MdiFrame* frame_ = nullptr;

@@ -7,6 +7,7 @@
 #include "editor/SheetPaste.h"
 #include "editor/frmDocument.h"
 #include "editor/frmFindText.h"
+#include "editor/frmKorvane.h"
 #include "editor/frmReplace.h"
 #include "editor/windows/DocumentWindows.h"
 #include "editor/windows/RecoveryKeeper.h"
@@ -62,10 +63,16 @@ EditorRoom::EditorRoom(session::App& app) : app_(app) {
     app.Hall.MainCommands.Add(CommandsOfMain(app));
     app.Hall.DocumentCommands.Add(FileCommands(app));
     app.Hall.DocumentCommands.Add(TextCommands(app));
+    app.Hall.MainCommands.Add({{"mnuKorvane", [this](int) { ShowSettings(); }}});
     AddSearchCommands();
 }
 
 EditorRoom::~EditorRoom() = default;
+
+void EditorRoom::ShowSettings() {
+    platform::qt::Modal(new frmKorvane(app_, &frame_->Window())).Run();
+    for (Document* document : app_.State.Documents.All()) app_.Hall.Utilities->SetTBMenu(*document);
+}
 
 void EditorRoom::AddSearchCommands() {
     app_.Hall.DocumentCommands.Add({
