@@ -1,4 +1,5 @@
 #include <QGuiApplication>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <regex>
@@ -145,6 +146,35 @@ class Tour : public drill::Desk {
         Station("options-vhdl-debug");
         Key("Escape");
         WaitGone("VHDL Options");
+    }
+
+    void ShowSettings() {
+        Say("the settings of Korvane itself");
+        Menu({"&Options", "&Korvane"});
+        WaitWindow("KORVANE Settings");  // frmKorvane
+        const std::array<const char*, 3> tabs[] = {{"general", "General", "Working Directory:"},
+                                                   {"tools", "Tools", "Programmer"},
+                                                   {"syntax", "Syntax", "Sample $ELSE"},
+                                                   {"fonts", "Fonts", "Message Window"}};
+        for (const auto& [name, tab, seen] : tabs) {
+            Click(tab);
+            ExpectSeen(seen);
+            Station(std::string("settings-") + name);
+        }
+        Click("Tools");
+        Click("&Add Tool");
+        WaitWindow("Add Utility");  // frmUtility
+        Station("settings-tool");
+        Key("Escape");
+        WaitGone("Add Utility");
+        Click("General");
+        Click("&Browse...");
+        WaitWindow("Select Directory");  // frmSelectDirectory
+        Station("settings-directory");
+        Key("Escape");
+        WaitGone("Select Directory");
+        Key("Escape");
+        WaitGone("KORVANE Settings");
     }
 
     void ShowDevices() {
@@ -306,6 +336,7 @@ int main(int argc, char** argv) {
         tour.ShowProject();
         tour.ReadAMessage();
         tour.ShowOptions();
+        tour.ShowSettings();
         tour.ShowDevices();
         tour.ShowAbout();
         tour.ShowMacros();
