@@ -17,7 +17,7 @@ using Fields = std::map<std::string, std::vector<std::string>, std::less<>>;
 // The fields that a design declares: `FIELD name = [list];`. What can't be understood is passed over.
 Fields ReadFields(std::string_view design);
 
-// Test vectors (.SI) with what they drive and expect. What they are about docs/tesk-language.md tells.
+// Test vectors (.SI) with what they drive and expect. What they are about docs/help/TeskRef.md tells.
 Waves ReadTests(std::string_view text, const Fields& fields);
 
 // The simulator's list (.SO): the names from top to bottom above the columns, a line for each vector,

@@ -6,7 +6,7 @@
 #include "convert/Equations.h"
 #include "convert/PldFile.h"
 
-// Pin list and equations, the form that docs/importing.md tells.
+// Pin list and equations, the form that docs/help/Import.md tells.
 namespace convert {
 namespace {
 

@@ -52,7 +52,7 @@ class Reference : public ::testing::Test {
     void SetUp() override {
         char name[] = "/tmp/ReferenceTestXXXXXX";
         folder = mkdtemp(name);
-        page = FileText(SOURCE_DIR "/docs/tesk-language.md");
+        page = FileText(SOURCE_DIR "/docs/help/TeskRef.md");
     }
     void TearDown() override { fs::remove_all(folder); }
 
@@ -89,7 +89,7 @@ TEST_F(Reference, EveryExampleDoesWhatThePageSays) {
         const Block& block = blocks[i];
         if (block.Info.empty() && declarations.empty()) declarations = block.Text;
         if (!block.Info.starts_with("tesk")) continue;
-        SCOPED_TRACE("docs/tesk-language.md line " + std::to_string(block.Line));
+        SCOPED_TRACE("docs/help/TeskRef.md line " + std::to_string(block.Line));
         const bool whole = block.Text.starts_with("Name");
         const bool simulated = whole && i + 1 < blocks.size() && blocks[i + 1].Info == "si";
         Write("BLOCK.PLD", whole ? block.Text : kHeader + declarations + block.Text);
