@@ -23,7 +23,7 @@ constexpr MenuRow rows[] = {
     {1, "mnuFileBar3", "-"},
     {1, "mnuImport", "&Import"},
     {2, "mnuImportAhdl", "&AHDL", "", menuToMain},
-    {2, "mnuImportPLA", "P&LA", "", menuToMain},
+    {2, "mnuImportPLA", "P&LA"},
     {2, "mnuImportNettrel", "&Schematic Netlist", "", menuToMain},
     {2, "mnuImportOntesk", "&ONTESK", "", menuToMain},
     {2, "mnuImportPalasm", "&Palasm", "", menuToMain},

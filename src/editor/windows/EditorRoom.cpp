@@ -33,6 +33,7 @@ std::vector<session::MainCommand> CommandsOfMain(session::App& app) {
 
 std::vector<session::DocumentCommand> FileCommands(session::App& app) {
     return {
+        {"mnuImportPLA", [&app](Document&, int) { app.Hall.MainCommands.Run("mnuImportPla", -1); }},
         {"mnuNewText", [&app](Document&, int) { app.Hall.Editor->OpenDocument(); }},
         {"mnuFileClose", [](Document& document, int) { document.Unload(); }},
         {"mnuFileSave", [&app](Document& document, int) { Save(app, document); }},

@@ -3,6 +3,7 @@
 #include <QToolBar>
 
 #include "shell/CompanionTools.h"
+#include "shell/Imports.h"
 #include "shell/frmAbout.h"
 #include "shell/windows/MdiLayout.h"
 #include "shell/windows/Shell.h"
@@ -32,6 +33,7 @@ void Shell::AddCommands() {
              ToggleBar(*main_->statusBar());
          }},
     });
+    hall_.MainCommands.Add(ImportCommands(app_));
     hall_.DocumentCommands.Add({
         {"mnuFileExit", [this](Document&, int) { Exit(); }},
         {"mnuViewToolbar", [this](Document&, int) { ToggleBar(main_->ToolBar()); }},
