@@ -111,7 +111,8 @@ constexpr MenuRow rows[] = {
     {1, "mnuHelpTesk", "TESK Programmers &Reference Guide", "", menuToMain},
     {1, "mnuHelpFitters", "&Fitters", "", menuToMain},
     {1, "mnuHelpSimulator", "S&imulator", "", menuToMain},
-    {1, "mnuHelpOvrel", "Ovrel &Info", "", menuToMain},
+    {1, "mnuHelpOvrel", "Ovrel &Info"},
+    {2, "mnuHelpOvrelList", "Ovrel1", "", menuToMain | menuHidden, 1},  // shown once it bears a file's name
     {1, "mnuHelpSchematic", "S&chematic", "", menuToMain},
     {1, "mnuHelpBubble", "&Bubble Entry", "", menuToMain},
     {1, "mnuHelpVhdl", "&VHDL", "", menuToMain},

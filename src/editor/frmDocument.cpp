@@ -70,9 +70,15 @@ void frmDocument::BuildMenus() {
         if (menu != nullptr) On(menu, &QMenu::aboutToShow, this, [this] { EnableEntries(); });
     }
     const auto hide = [this](const char* name) { menus_->Entry(name).setVisible(false); };
-    if (app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*").empty()) hide("mnuHelpOvrel");
+    BuildHelpList();
     if (app_.State.ZrxDir.empty()) std::for_each_n(partitionerEntries, std::size(partitionerEntries), hide);
     if (app_.State.UtilityDir.empty()) std::for_each_n(utilityEntries, std::size(utilityEntries), hide);
+}
+
+void frmDocument::BuildHelpList() {
+    const auto files = app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*");
+    menus_->ShowElements("mnuHelpOvrelList", files);
+    menus_->Entry("mnuHelpOvrel").setVisible(!files.empty());
 }
 
 // An entry without a command stays disabled; where its command does not say when, others may decide.

@@ -62,6 +62,7 @@ class frmDocument : public QMdiSubWindow, public session::Document, public platf
     void ConnectText();
     void ShowRecentFiles();
     void ShowTools();
+    void BuildHelpList();
 
     session::App& app_;
     platform::qt::TextBox* text_ = nullptr;

@@ -36,9 +36,19 @@ const char* HelpTopicOf(std::string_view form) {
     return row == std::end(topics) ? nullptr : row->Topic;
 }
 
-void ShowHelpTopic(platform::Dialogs& boxes, const std::string& topic) {
-    boxes.MessageBox({.Text = "No help is installed for the topic " + topic + ".",
-                      .Picture = platform::Icon::Information});
+std::vector<HelpFile> HelpFiles(const session::Session& state) {
+    const std::string& root = state.InstallRoot;
+    return {
+        {"", state.HelpFile},
+        {"mnuHelpTesk", state.ProgramDir + "TeskRef.hlp"},
+        {"mnuHelpFitters", root + "\\Korvane\\Fitters.hlp"},
+        {"mnuHelpSimulator", root + "\\Wavrik\\Wavrik.hlp"},
+        {"mnuHelpSchematic", root + "\\Schematic\\Schematic.hlp"},
+        {"mnuHelpBubble", root + "\\Stavrik\\Stavrik.hlp"},
+        {"mnuHelpVhdl", state.ProgramDir + "VHDL_mug.hlp"},
+        {"mnuHelpPartition", state.ProgramDir + "Zonerex.hlp"},
+        {"", state.ProgramDir + "Import.hlp"},
+    };
 }
 
 }  // namespace shell

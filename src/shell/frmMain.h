@@ -39,7 +39,7 @@ class frmMain : public QMainWindow, public platform::qt::MdiFrame {
 
     QMdiArea& Area() { return *area_; }
     QToolBar& ToolBar() { return *toolBar_; }
-    const platform::qt::MenuSet& Menus() const { return *menus_; }
+    platform::qt::MenuSet& Menus() const { return *menus_; }
 
     // Panels 1 to 6, repainted at once.
     void SetPanel(int panel, const std::string& text);

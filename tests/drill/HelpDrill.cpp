@@ -28,3 +28,40 @@ TEST_P(Drill, TellsAboutItselfAndTheMachine) {
     Key("alt+s");
     ExpectWindows({"Korvane", "About Korvane", "Calculator"});
 }
+
+// frmHelp ("Korvane Help"): each help file that is installed, topics beside their dialogs, a search.
+
+TEST_P(Drill, HelpsWhereItIsAskedFor) {
+    Start();
+    const std::pair<const char*, const char*> files[] = {
+        {"Tesk Programmers &Reference", "Tesk turns a design"},
+        {"&Fitters", "A device dependent compile"},
+        {"S&imulator", "Wavrik shows a simulation"},
+        {"S&chematic", "Korvane works beside a schematic tool"},
+        {"&Bubble Entry", "Stavrik is the tool"},
+        {"&VHDL", "is a VHDL front end"},
+        {"&Contents", "An engineer writes a design"}};
+    for (const auto& [entry, text] : files) {
+        MenuByMouse({"&Help", entry});  // two entries share a letter
+        WaitWindow("Korvane Help");
+        ExpectSeen(text);
+        Key("Escape");
+        WaitGone("Korvane Help");
+    }
+    Menu({"&Options", "&Compiler"});
+    WaitWindow("Compiler Options");
+    Key("F1");
+    WaitWindow("Korvane Help");
+    ExpectSeen("what the next run");
+    Key("Escape");
+    WaitGone("Korvane Help");
+    WaitWindow("Compiler Options");
+    Key("Escape");
+    WaitGone("Compiler Options");
+    Menu({"&Help", "&Search"});
+    WaitWindow("Korvane Help");
+    Type("wheel zooms\n");
+    ExpectSeen("Wavrik shows a simulation");
+    Key("alt+c");
+    WaitGone("Korvane Help");
+}

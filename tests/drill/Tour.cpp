@@ -198,6 +198,22 @@ class Tour : public drill::Desk {
         WaitGone("About Korvane");
     }
 
+    void ShowHelp() {
+        Say("help at a topic, and a search in it");
+        Menu({"&Options", "&Simulator"});
+        WaitWindow("Simulator Options");
+        Key("F1");
+        WaitWindow("Korvane Help");  // frmHelp
+        Station("help-topic");
+        Key("alt+s");
+        Type("fuse map\n");
+        Station("help-search");
+        Key("Escape");
+        WaitGone("Korvane Help");
+        Key("Escape");
+        WaitGone("Simulator Options");
+    }
+
     void ShowSearches() {
         Say("find and replace");
         Key("ctrl+f");
@@ -339,6 +355,7 @@ int main(int argc, char** argv) {
         tour.ShowSettings();
         tour.ShowDevices();
         tour.ShowAbout();
+        tour.ShowHelp();
         tour.ShowMacros();
         tour.ShowAllTools();
         std::printf("  done: %d pictures in %s\n", tour.Stations, argv[2]);

@@ -97,6 +97,10 @@ class Processes : public platform::Processes {
 
     Id Start(const std::string& commandLine) override;
     Id StartBehind(const std::string& commandLine) override { return Start("behind: " + commandLine); }
+    void ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
+                      const std::string& directory) override {
+        Start(verb + "|" + file + "|" + parameters + "|" + directory);
+    }
     void Wait(Id) override {
         if (OnWait) OnWait();
     }

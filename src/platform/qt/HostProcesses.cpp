@@ -2,8 +2,10 @@
 
 #include <sys/wait.h>
 
+#include <QDesktopServices>
 #include <QSocketNotifier>
 #include <QStandardPaths>
+#include <QUrl>
 #include <cerrno>
 #include <csignal>
 #include <optional>
@@ -129,6 +131,13 @@ Processes::Id HostProcesses::Start(const std::string& commandLine) {
     running_.insert(static_cast<Id>(process));
     reaper_.start();
     return static_cast<Id>(process);
+}
+
+void HostProcesses::ShellExecute(const std::string&, const std::string& file, const std::string&,
+                                 const std::string&) {
+    const QString path = QString::fromStdString(files_.ToHostPath(file));
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return;
+    throw base::RunTimeError(base::errPathFileAccess, "The desktop has no program that opens " + file);
 }
 
 void HostProcesses::Wait(Id process) {

@@ -33,6 +33,9 @@ class HostProcesses : public Processes {
 
     Id Start(const std::string& commandLine) override;
     Id StartBehind(const std::string& commandLine) override;
+    // Of the verbs "open" alone is known. Parameters and folder are of no use to who opens a file.
+    void ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
+                      const std::string& directory) override;
     void Wait(Id process) override;
     bool IsRunning(Id process) const override;
 

@@ -8,10 +8,12 @@
 
 namespace platform::qt {
 
-void MenuSet::ShowElements(const std::string& name, std::span<const std::string> texts) const {
+void MenuSet::ShowElements(const std::string& name, std::span<const std::string> texts) {
     int index = 0;
     for (const std::string& text : texts) {
-        const std::string element = ElementName(name, index++);
+        const std::string element = ElementName(name, index);
+        if (Find(element) == nullptr) AddElement(name, index);
+        ++index;
         SetText(element, text);
         Entry(element).setVisible(!text.empty());
     }
@@ -21,7 +23,14 @@ std::string MenuSet::ElementName(const std::string& name, int index) {
     return name + "(" + std::to_string(index) + ")";
 }
 
-MenuSet::MenuSet(QWidget* owner, MenuTable table, const Click& click) {
+// Behind the first ones: an array that grows is the last of its menu.
+void MenuSet::AddElement(const std::string& name, int index) {
+    const auto array = arrays_.find(name);
+    if (array == arrays_.end()) throw base::RunTimeError(base::errInvalidCall, "No menu array " + name);
+    AddEntry(*array->second.Menu, array->second.Row, index);
+}
+
+MenuSet::MenuSet(QWidget* owner, MenuTable table, Click click) : click_(std::move(click)) {
     std::vector<QMenu*> path;  // the open menu of each level
     for (std::size_t i = 0; i < table.size(); ++i) {
         const MenuRow& row = table[i];
@@ -30,9 +39,10 @@ MenuSet::MenuSet(QWidget* owner, MenuTable table, const Click& click) {
         if (opensMenu || row.Level == 0) {
             path.push_back(AddMenu(path.empty() ? nullptr : path.back(), row, owner));
         } else if (row.Count > 0) {
-            for (int k = 0; k < row.Count; ++k) AddEntry(*path.back(), row, row.FirstIndex + k, click);
+            arrays_[row.Name] = {path.back(), row};
+            for (int k = 0; k < row.Count; ++k) AddEntry(*path.back(), row, row.FirstIndex + k);
         } else {
-            AddEntry(*path.back(), row, -1, click);
+            AddEntry(*path.back(), row, -1);
         }
     }
 }
@@ -52,7 +62,7 @@ QMenu* MenuSet::AddMenu(QMenu* parent, const MenuRow& row, QWidget* owner) {
     return menu;
 }
 
-void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index, const Click& click) {
+void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index) {
     const std::string name = index < 0 ? row.Name : ElementName(row.Name, index);
     const bool isSeparator = std::string(row.Caption) == "-";
     QAction* action = menu.addAction(isSeparator ? QString() : QString::fromUtf8(row.Caption));
@@ -63,7 +73,7 @@ void MenuSet::AddEntry(QMenu& menu, const MenuRow& row, int index, const Click& 
     action->setEnabled((row.Flags & menuDisabled) == 0);
     action->setCheckable((row.Flags & (menuChecked | menuCheckable)) != 0);
     action->setChecked((row.Flags & menuChecked) != 0);
-    On(action, &QAction::triggered, &menu, [click, base = std::string(row.Name), index, action] {
+    On(action, &QAction::triggered, &menu, [click = click_, base = std::string(row.Name), index, action] {
         // The command alone says what is checked.
         if (action->isCheckable()) action->setChecked(!action->isChecked());
         click(base, index);

@@ -11,7 +11,7 @@
 #include "shell/ConfigFile.h"
 #include "shell/Settings.h"
 #include "shell/frmSplash.h"
-#include "shell/windows/HelpFilter.h"
+#include "shell/windows/Help.h"
 
 namespace shell {
 
@@ -44,6 +44,8 @@ Shell::Shell(session::Session& state, platform::Host& host, std::string stateFol
       partitioner_(app_) {
     hall_.Main = this;
     hall_.Utilities = this;
+    help_ = std::make_unique<Help>(app_);
+    help_->AddCommands();
     AddCommands();
     AddWindowCommands();
 }
@@ -74,11 +76,8 @@ void Shell::LoadMain() {
     main_->OnResize = [this] {
         if (app_.State.AutoArrange) ArrangeWindows();
     };
-    help_ = std::make_unique<HelpFilter>(app_);
     if (app_.State.UtilityDir.empty()) main_->Menus().Entry("mnuImport").setEnabled(false);
-    QAction& files = main_->Menus().Entry("mnuHelpOvrel");
-    files.setVisible(HasHelpFiles());
-    files.setEnabled(hall_.MainCommands.Find("mnuHelpOvrelList") != nullptr);
+    BuildHelpList();
     LoadMainSettings();
     ShowRecentFiles();
     ReadConfig(app_.State, app_.Host);
@@ -138,7 +137,11 @@ void Shell::SaveSettings() {
                         {.Place = MainPlacement(), .Minimized = main_->isMinimized(), .Maximized = isWhole});
 }
 
-bool Shell::HasHelpFiles() const { return !app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*").empty(); }
+void Shell::BuildHelpList() {
+    const auto files = app_.Host.Files.List(app_.State.OvrelHelpDir + "*.*");
+    main_->Menus().ShowElements("mnuHelpOvrelList", files);
+    main_->Menus().Entry("mnuHelpOvrel").setVisible(!files.empty());
+}
 
 void Shell::ShowRecentFiles() {
     main_->Menus().ShowElements("mnuFileMru", app_.State.ShownRecentFiles());

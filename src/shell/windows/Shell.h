@@ -17,7 +17,7 @@
 
 namespace shell {
 
-class HelpFilter;
+class Help;
 class ToolbarView;
 class frmSplash;
 
@@ -63,7 +63,8 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     platform::qt::ChildPlaces PlacesBeside(const session::Placement& messages) const;
     std::optional<platform::qt::ChildPlaces> PlacesOfNew() const;
     session::Placement MainPlacement() const;  // as the settings keep it
-    bool HasHelpFiles() const;                 // of the chip maker
+    void BuildHelpList();                      // the chip maker's files, in the menu
+    void OpenHelpFile(int index);
     void ShowRecentFiles();
     void Exit();
     void LoadToolbar();
@@ -87,7 +88,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     devices::DevicesRoom devices_;
     aids::AidsRoom aids_;
     partitioner::PartitionerRoom partitioner_;
-    std::unique_ptr<HelpFilter> help_;
+    std::unique_ptr<Help> help_;
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmMain> main_;
     ToolbarState toolbar_;

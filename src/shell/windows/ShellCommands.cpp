@@ -22,6 +22,7 @@ void Shell::AddCommands() {
         {"mnuFilePrint", [](int) {}},  // for its enabled state only: documents print from their own menu
         {"mnuFileExit", [this](int) { Exit(); }},
         {"mnuHelpAbout", [this](int) { platform::qt::Modal(new frmAbout(app_.Host, main_.get())).Run(); }},
+        {"mnuHelpOvrelList", [this](int index) { OpenHelpFile(index); }},
         {"mnuViewToolbar",
          [this](int) {
              FlipBar("mnuViewToolbar");
@@ -66,6 +67,13 @@ void Shell::AddWindowCommands() {
 void Shell::Exit() {
     SaveSettings();
     main_->close();
+}
+
+// Kept: both texts behind the file are the digit zero.
+void Shell::OpenHelpFile(int index) {
+    const std::string name =
+        main_->Menus().Text(platform::qt::MenuSet::ElementName("mnuHelpOvrelList", index));
+    app_.Host.Programs.ShellExecute("open", app_.State.OvrelHelpDir + name, "0", "0");
 }
 
 void Shell::FlipBar(const std::string& entry) {

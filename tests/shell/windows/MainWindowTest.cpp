@@ -474,16 +474,3 @@ TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
     EXPECT_EQ(desktop.Boxes.LastText(), "File C:\\own tool cannot be found");
     EXPECT_FALSE(shell->Main().findChild<QAction*>("Util4")->isVisible());
 }
-
-TEST_F(ShellFixture, F1InADialogShowsItsTopicAndGoesNoFurther) {
-    Start();
-    doubles::FormUser user;
-    user.Drive([&] { shell->Main().RunCommand("mnuCompiler"); }, {{"frmCompiler", "OK", [&] {
-                                                                       user.Key(Qt::Key_F1);
-                                                                       user.Key(Qt::Key_Escape);
-                                                                   }}});
-    EXPECT_EQ(desktop.Boxes.LastText(), "No help is installed for the topic Compiler.");
-    const std::size_t told = desktop.Boxes.Shown.size();
-    QTest::keyClick(&TextOf(NewText()), Qt::Key_F1);  // a text has no topic
-    EXPECT_EQ(desktop.Boxes.Shown.size(), told);
-}
