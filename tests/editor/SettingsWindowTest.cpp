@@ -57,20 +57,15 @@ struct SettingsWindow : testing::Test, doubles::FormUser {
     }
     // "+X" adds the word, "-n" removes line n, "an" applies light red to it, "d" takes the defaults.
     void Do(const std::string& step) {
-        const auto line = [&] { ClickLine("KeywordList", step[1] - '0'); };
+        if (step[0] == 'd') return Click("Defaults");
         if (step[0] == '+') {
             Desk.Boxes.Inputs = {step.substr(1)};
-            Click("AddWord");
-        } else if (step[0] == '-') {
-            line();
-            Click("DelWord");
-        } else if (step[0] == 'a') {
-            line();
-            Click("Colors12");
-            Click("Apply");
-        } else {
-            Click("Defaults");
+            return Click("AddWord");
         }
+        ClickLine("KeywordList", step[1] - '0');
+        if (step[0] == '-') return Click("DelWord");
+        Click("Colors12");
+        Click("Apply");
     }
 
     session::Session State;
