@@ -26,7 +26,7 @@ TEST_P(Drill, ImportsDesignsOfOtherSystems) {
     for (const auto& c : cases) {
         Write(c.Name, c.Text);
         const std::string design = std::string(c.Name, std::string(c.Name).rfind('.'));
-        MenuByMouse({"&File", "&Import", c.Entry});  // the first of the main window, the others of a document
+        Menu({"&File", "&Import", c.Entry});  // the first of the main window, the others of a document
         AnswerFile(c.Title, PathOf(c.Name));
         ExpectActive(CaptionOf(design + ".PLD"));
         Require(Read(design + ".PLD").find(c.Result) != std::string::npos, "its equation");
