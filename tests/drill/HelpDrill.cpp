@@ -48,6 +48,13 @@ TEST_P(Drill, HelpsWhereItIsAskedFor) {
         Key("Escape");
         WaitGone("Korvane Help");
     }
+    NewText();
+    MenuByMouse({"&Help", "&Zonerex"});
+    WaitWindow("Korvane Help");
+    ExpectSeen("The partitioner reads");
+    ExpectSeen("Designs from elsewhere");  // links alone lead there
+    Key("Escape");
+    WaitGone("Korvane Help");
     Menu({"&Options", "&Compiler"});
     WaitWindow("Compiler Options");
     Key("F1");

@@ -80,7 +80,10 @@ TEST_F(HelpWindow, IsReadByContentsByWordsAndByLinks) {
     EXPECT_EQ(desktop.Boxes.LastText(),
               "Unable to display Help Contents. There is no Help associated with this project.");
     EXPECT_THROW(UseHelp(), std::runtime_error);
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<shell::frmHelp>(shell::HelpLibrary()); }), "");
+}
+
+TEST_F(HelpWindow, ShowsItsCaptionsInWhole) {
+    EXPECT_EQ(doubles::CutTexts([] { return std::make_unique<shell::frmHelp>(shell::HelpLibrary()); }), "");
 }
 
 TEST_F(HelpWindow, ListsTheChipMakersFilesInBothMenus) {
