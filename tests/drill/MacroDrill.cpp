@@ -80,7 +80,7 @@ TEST_P(Drill, TypesATextAndPlaysKeysByTheToolbar) {
         Key("ctrl+End");
         Key("ctrl+Pause");
         Button("macro");
-        ExpectSeen("Line:4 Col:2");  // where the playback ends
+        ExpectSeen("Line:4 Col:1");  // where the playback ends
         SaveAndExpect(name, "Y = A;\r\nY = A;\r\nz\r\nz");
         Menu({"&Utilities", "Clear &Macro"});
         Answer("Korvane", "From the Utilities menu, select the macro you wish to clear.", "OK");
