@@ -70,15 +70,12 @@ fit::Design MakeDesign(const std::string& lines) {
 
 const std::vector<Family>& Families() {
     static const std::vector<Family> families{
-        {"G16V8S", "16V8", "GAL16V8", 20, false, false}, {"G16V8MA", "16V8", "GAL16V8", 20, false, true},
-        {"G16V8MS", "16V8", "GAL16V8", 20, true, false}, {"G16V8", "16V8", "GAL16V8", 20, false, false},
-        {"G20V8", "20V8", "GAL20V8", 24, false, false},  {"G20V8", "20V8", "GAL20V8", 24, false, true},
-        {"G20V8", "20V8", "GAL20V8", 24, true, false},   {"G22V10", "22V10", "GAL22V10", 24, true, true},
-        {"P22V10", "22V10", "PAL22V10", 24, true, true}, {"P16L8", "16L8", "PAL16L8", 20, false, true},
-        {"P16R4", "16R4", "PAL16R4", 20, true, false},   {"P16R6", "16R6", "PAL16R6", 20, true, false},
-        {"P16R8", "16R8", "PAL16R8", 20, true, false},   {"P20L8", "20L8", "PAL20L8", 24, false, true},
-        {"P20R4", "20R4", "PAL20R4", 24, true, false},   {"P20R6", "20R6", "PAL20R6", 24, true, false},
-        {"P20R8", "20R8", "PAL20R8", 24, true, false},
+        {"G16V8S", "16V8", "GAL16V8"},   {"G16V8MA", "16V8", "GAL16V8"}, {"G16V8MS", "16V8", "GAL16V8"},
+        {"G16V8", "16V8", "GAL16V8"},    {"G20V8", "20V8", "GAL20V8"},   {"G22V10", "22V10", "GAL22V10"},
+        {"P22V10", "22V10", "PAL22V10"}, {"P16L8", "16L8", "PAL16L8"},   {"P16R4", "16R4", "PAL16R4"},
+        {"P16R6", "16R6", "PAL16R6"},    {"P16R8", "16R8", "PAL16R8"},   {"P20L8", "20L8", "PAL20L8"},
+        {"P20R4", "20R4", "PAL20R4"},    {"P20R6", "20R6", "PAL20R6"},   {"P20R8", "20R8", "PAL20R8"},
+
     };
     return families;
 }
@@ -87,7 +84,7 @@ namespace {
 
 fit::Sum RandomSum(std::mt19937& random, const std::vector<std::size_t>& sources, std::size_t most) {
     fit::Sum sum;
-    for (auto terms = random() % (most + 1); terms > 0; --terms) {
+    for (auto terms = random() % 3 == 0 ? most : random() % (most + 1); terms > 0; --terms) {
         sum.emplace_back();
         for (auto n = 1 + random() % 4; n > 0; --n) {
             const auto source = sources[random() % sources.size()];
@@ -100,44 +97,46 @@ fit::Sum RandomSum(std::mt19937& random, const std::vector<std::size_t>& sources
     return sum;
 }
 
-// The pins with macrocells lie in the right half of the package, at its end or in its middle.
-std::vector<int> CellsOf(const Family& family) {
-    const bool ten = std::string(family.Kind) == "22V10";
-    const int first = family.Pins == 20 ? 12 : ten ? 14 : 15;
-    std::vector<int> cells;
-    for (int pin = first; pin < first + (ten ? 10 : 8); ++pin) cells.push_back(pin);
-    return cells;
-}
-
 }  // namespace
 
 fit::Design RandomDesign(std::mt19937& random, const Family& family) {
-    const auto cells = CellsOf(family);
-    const int pins = family.Pins;
+    const auto& modes = DeviceOf(family.Mnemonic).Modes;
+    const auto& mode = modes[random() % modes.size()];
     fit::Design design;
     std::vector<std::size_t> sources;
-    std::vector<std::size_t> driven;
-    for (int pin = 1; pin <= pins; ++pin) {
-        const bool cell = std::find(cells.begin(), cells.end(), pin) != cells.end();
-        if (pin == pins / 2 || pin == pins || random() % 4 == 0) continue;
+    const auto add = [&](int pin) -> fit::Signal& {
         fit::Signal signal;
         signal.Name = "N" + std::to_string(pin);
         signal.Pin = random() % 3 == 0 ? 0 : pin;
         signal.ActiveLow = random() % 2;
-        signal.Node = cell && random() % 6 == 0;
-        if (signal.Node) signal.ActiveLow = false;
-        if (cell && family.Registers && random() % 2) signal.Register = fit::RegisterKind::D;
-        const bool drives =
-            cell && (signal.Node || signal.Register == fit::RegisterKind::D || random() % 3 != 0);
-        if (drives) driven.push_back(design.Signals.size());
-        if (!drives || random() % 2) sources.push_back(design.Signals.size());
-        design.Signals.push_back(signal);
+        return design.Signals.emplace_back(signal);
+    };
+    for (const auto& input : mode.Inputs) {
+        if (!sources.empty() && random() % 4 == 0) continue;
+        sources.push_back(design.Signals.size());
+        add(input.first);
     }
-    for (const auto i : driven) {
-        const bool registered = design.Signals[i].Register == fit::RegisterKind::D;
-        design.Functions.push_back(
-            {i, registered ? fit::Input::D : fit::Input::Out, RandomSum(random, sources, 6), {}});
-        const bool enable = family.Enables && !design.Signals[i].Node && random() % 3 == 0;
+    std::vector<std::pair<std::size_t, const fit::CellUse*>> driven;
+    for (const auto& cell : mode.Cells) {
+        if (random() % 4 == 0) continue;
+        const auto& use = cell.Uses[random() % cell.Uses.size()];
+        const bool drives = use.Kind != fit::UseKind::Input;
+        if (drives) driven.emplace_back(design.Signals.size(), &use);
+        if (use.Feedback != fit::FeedbackKind::None && (!drives || random() % 2))
+            sources.push_back(design.Signals.size());
+        auto& signal = add(cell.Pin);
+        // The complement of a sum seldom fits.
+        if (cell.Polarity != fit::PolarityKind::Fuse && random() % 8 != 0)
+            signal.ActiveLow = cell.Polarity == fit::PolarityKind::Low;
+        signal.Node = drives && random() % 6 == 0;
+        if (signal.Node) signal.ActiveLow = false;
+        if (use.Kind == fit::UseKind::Register) signal.Register = fit::RegisterKind::D;
+    }
+    for (const auto& [i, use] : driven) {
+        const auto data = use->Kind == fit::UseKind::Register ? fit::Input::D : fit::Input::Out;
+        design.Functions.push_back({i, data, RandomSum(random, sources, use->Terms), {}});
+        const bool enable =
+            use->Enable == fit::EnableKind::Row && !design.Signals[i].Node && random() % 3 == 0;
         if (enable) design.Functions.push_back({i, fit::Input::Oe, RandomSum(random, sources, 1), {}});
     }
     return design;

@@ -15,18 +15,16 @@ const fit::Device& DeviceOf(const std::string& mnemonic);
 // "Q.OE = A !B + C" is a sum, "Q = 1" and "Q = 0" are constants.
 fit::Design MakeDesign(const std::string& lines);
 
-// What random designs are made for: a mnemonic, and whether they have registers and output enables.
+// What random designs are made for.
 struct Family {
     const char* Mnemonic;
-    const char* Kind;     // of test::Chip
+    const char* Kind;     // of test::Chip; empty: jedutil alone knows it
     const char* Jedutil;  // the device's name there
-    int Pins;
-    bool Registers;
-    bool Enables;
 };
 const std::vector<Family>& Families();
 
-// Random outputs and inputs at some of the device's pins, some for the fitter to place; not each one fits.
+// Random outputs and inputs as one of the device's modes may have them, some for the fitter to place; not
+// each one fits.
 fit::Design RandomDesign(std::mt19937& random, const Family& family);
 
 const fit::Sum* TrueOf(const fit::Design& design, std::size_t signal, fit::Input input);
