@@ -82,8 +82,9 @@ const std::vector<Family>& Families() {
         {"P12L10", "", "PAL12L10"},      {"P12H10", "", "PAL12H10"},     {"P14L8", "", "PAL14L8"},
         {"P14H8", "", "PAL14H8"},        {"P16L6", "", "PAL16L6"},       {"P16H6", "", "PAL16H6"},
         {"P18L4", "", "PAL18L4"},        {"P18H4", "", "PAL18H4"},       {"P20L2", "", "PAL20L2"},
-        {"P6L16", "", "PAL6L16"},        {"P8L14", "", "PAL8L14"},
-
+        {"P6L16", "", "PAL6L16"},        {"P8L14", "", "PAL8L14"},       {"P16P8", "", "PAL16P8"},
+        {"P20L10", "", "PAL20L10"},      {"P16RP4", "", "PAL16RP4"},     {"P16RP6", "", "PAL16RP6"},
+        {"P16RP8", "", "PAL16RP8"},      {"P18P8", "", "AMPAL18P8"},
     };
     return families;
 }
