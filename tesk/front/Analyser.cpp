@@ -30,8 +30,9 @@ void Analyser::Run() {
         }
     }
     Finish();
-    SortSignals();
     CheckRegisters();
+    BuildFromD();
+    SortSignals();
     CheckUse();
 }
 

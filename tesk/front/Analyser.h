@@ -101,6 +101,8 @@ class Analyser {
     void FinishOne(int variable, Extension to, const Gathered& gathered);
     void SortSignals();
     void CheckRegisters();
+    void BuildFromD();
+    void BuildFromD(int variable);
     void CheckUse();
 
     const Syntax& syntax_;

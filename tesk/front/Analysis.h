@@ -19,7 +19,7 @@ struct Definition {
     Place At;
 };
 
-// A design with its names resolved. `Result` has no equations yet.
+// A design with its names resolved. `Result` has no equations yet; its device is told before.
 struct Analysis {
     Design Result;
     Network Gates;

@@ -21,6 +21,8 @@ struct Variable {
     bool ActiveLow = false;
     // None: combinational. D, T, J (JK), R (RS) or L: what kind of register its equations ask for.
     Extension Register = Extension::None;
+    std::vector<Extension>
+        BuiltFrom;          // of a D register: the inputs of the design that its D input stands for
     bool Assigned = false;  // has an equation for the bare name or a register input
     char PowerUp = '0';     // asserted state of the register at power-up: '0', '1' or 'X'
     int Minimization = -1;  // level that MIN asks for, -1: the run's

@@ -38,6 +38,15 @@ std::string EquationText(const Design& design, const Equation& equation) {
     return text + "\r\n";
 }
 
+// A device has D registers alone; what they stand for is told.
+std::string BuiltText(const Variable& variable) {
+    if (variable.BuiltFrom.empty()) return {};
+    std::string inputs;
+    for (const Extension input : variable.BuiltFrom)
+        inputs += (inputs.empty() ? "." : ", .") + std::string(ExtensionName(input));
+    return Padded("Register", 10) + variable.Name + " is a D register, built from " + inputs + "\r\n";
+}
+
 std::string FieldText(const Design& design, const Field& field) {
     std::string text = field.Name + " => ";
     for (std::size_t i = 0; i < field.Members.size(); ++i)
@@ -95,6 +104,7 @@ std::string DocumentText(const Design& design, const Options& options, const Fit
     text += Padded("Compiled", 10) + "for " + design.Device +
             (fitted != nullptr && !fitted->Result.Mode.empty() ? ", mode " + fitted->Result.Mode : "") +
             "\r\n";
+    for (const Variable& variable : design.Variables) text += BuiltText(variable);
     if (options.Equations) {
         text += Heading("Expanded Product Terms");
         for (const Field& field : design.Fields) text += FieldText(design, field);

@@ -178,7 +178,7 @@ const std::vector<Case> cases{
       {"Z.OE", [](Point& p) { return p["A"]; }}}},
     {"PTOT",
      nodes,
-     {{"Q.T", [](Point& p) { return p["A"] && p["N"]; }},
+     {{"Q.D", [](Point& p) { return p["Q"] != (p["A"] && p["N"]); }},  // of a toggle register
       {"Q.CK", [](Point& p) { return p["CLK"]; }},
       {"N.CK", [](Point& p) { return !p["CLK"]; }},
       {"N.AR", [](Point& p) { return p["B"]; }},

@@ -105,13 +105,55 @@ TEST(Fitted, FusesAreForcedLast) {
     EXPECT_TRUE(jedec.Fuses.at(2060) && !jedec.Fuses.at(2061) && jedec.Fuses.at(2062));
 }
 
+// The chip's next state is that of the register that was asked for, in the sense of the name.
+TEST(Fitted, OtherRegistersAreBuiltFromD) {
+    const struct {
+        const char *Body, *Built;
+        int (*Next)(bool a, bool b, bool e, bool r, bool q);  // -1: either
+    } cases[] = {
+        {"Q.T = A & B;", ".T", [](bool a, bool b, bool, bool, bool q) -> int { return (a && b) != q; }},
+        {"Q.J = A; Q.K = B;", ".J, .K", [](bool a, bool b, bool, bool, bool q) -> int { return q ? !b : a; }},
+        {"Q.S = A; Q.R = B;", ".S, .R",
+         [](bool a, bool b, bool, bool, bool q) { return a && b ? -1 : static_cast<int>(a || (q && !b)); }},
+        {"Q.T = A; Q.CE = E;", ".T, .CE",
+         [](bool a, bool, bool e, bool, bool q) -> int { return e && a ? !q : q; }},
+        {"Q.D = A; Q.CE = E & B; Q.SR = R;", ".D, .SR, .CE",
+         [](bool a, bool b, bool e, bool r, bool q) -> int { return e && b ? a && !r : q; }},
+        {"Q.K = B; TABLE [A,E] => [Q.J] { 'b'1X => 'b'1; 'b'00 => 'b'X; }", ".J, .K",
+         [](bool a, bool b, bool e, bool, bool q) { return q        ? !b
+                                                           : a || e ? static_cast<int>(a)
+                                                                    : -1; }},
+    };
+    for (const auto& test : cases) {
+        for (const std::string pin : {"Q", "!Q"}) {
+            const auto done = CompileFor(
+                "G22V10", "PIN 1=C; PIN [2..5]=[A,B,E,R]; PIN 23=" + pin + "; Q.CK=C;\n" + test.Body, "jxm4");
+            ASSERT_TRUE(done->Run->Ok()) << test.Body << done->Lines().front();
+            EXPECT_TRUE(base::Contains(done->Text(".DOC"),
+                                       std::string("Q is a D register, built from ") + test.Built + "\r\n"))
+                << test.Body;
+            const test::Chip chip("22V10", test::ReadJedec(done->Text(".JED")).Fuses);
+            for (unsigned value = 0; value < 32; ++value) {
+                bool bits[5];
+                for (unsigned i = 0; i < 5; ++i) bits[i] = (value >> i & 1) != 0;
+                std::vector<bool> levels(25);
+                for (std::size_t i = 0; i < 4; ++i) levels[2 + i] = bits[i];
+                levels[23] = bits[4] != (pin == "!Q");
+                const int next = test.Next(bits[0], bits[1], bits[2], bits[3], bits[4]);
+                EXPECT_TRUE(next < 0 || (chip.Next(23, levels) != (pin == "!Q")) == (next == 1))
+                    << test.Body << pin << value;
+            }
+        }
+    }
+}
+
 // The fitter's messages stand at the equation that they name, else where the name is declared.
 TEST(Fitted, MessagesNameTheirLine) {
     const struct {
         const char *Device, *Body, *Code;
     } cases[] = {
         {"P16L8", "PIN 2=A;\nPIN 19=Y;\nPIN 18=Z;\nZ = Y;\nY = A;", "7206tc:3"},
-        {"G22V10", "PIN 1=C; PIN 2=A;\nPIN 23=Q;\nQ.CK = C;\nQ.T = A;", "7203tc:5"},
+        {"G22V10", "PIN 1=C; PIN 2=A;\nPIN 23=Q;\n\nQ.L = A;", "7203tc:5"},
         {"G16V8", "PIN 2=A;\nPIN 3=Y;\nY = A;", "7202tc:3"},
         {"G22V10", "PIN 1=C; PIN [2,3]=[A,B];\nPIN 14=Q;\nQ.CK = C;\nQ.D = A;\nQ.AR = A # B;", "7209tc:6"},
     };
