@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 
 #include "fit/FuseMap.h"
 #include "fit/ModeFit.h"
@@ -101,7 +102,42 @@ Fit FitInto(const Device& device, const Mode& mode, const Needs& needs, const Mo
     return fit;
 }
 
+// With both sums of each function, so that a trial need not look for them; nothing if that takes too long.
+std::optional<Design> Completed(const Design& design) {
+    const Needs needs(design);
+    Design result = design;
+    for (auto& function : result.Functions) {
+        const auto* sum = needs.SumOf(function.Signal, function.To, false);
+        const auto* complement = needs.SumOf(function.Signal, function.To, true);
+        if (sum == nullptr || complement == nullptr) return std::nullopt;
+        function.Inverted = needs.WrittenInverted(function.Signal, function.To);
+        function.True = *sum;
+        function.False = *complement;
+    }
+    return result;
+}
+
 }  // namespace
+
+const Device* FindOther(const Library& library, const Device& instead, const Design& design,
+                        const Options& options) {
+    if (!design.Fuses.empty()) return nullptr;  // they are those of one device
+    const auto complete = Completed(design);
+    if (!complete) return nullptr;
+    std::vector<const Device*> others;
+    for (const auto& device : library.Devices) {
+        if (!device.IsVirtual() && device.Mnemonic != instead.Mnemonic) others.push_back(&device);
+    }
+    const auto rank = [&](const Device* device) {
+        return std::tuple(device->Mnemonic[0] != instead.Mnemonic[0], device->Pins != instead.Pins,
+                          device->Fuses);
+    };
+    std::stable_sort(others.begin(), others.end(),
+                     [&](const Device* a, const Device* b) { return rank(a) < rank(b); });
+    const auto fits = [&](const Device* device) { return FitDesign(*device, *complete, options).Ok(); };
+    const auto found = std::find_if(others.begin(), others.end(), fits);
+    return found == others.end() ? nullptr : *found;
+}
 
 Fit FitDesign(const Device& device, const Design& design, const Options& options) {
     const Needs needs(design);

@@ -93,4 +93,10 @@ struct Fit {
 // are those of the mode with the fewest. Indices in the design must be in range.
 Fit FitDesign(const Device& device, const Design& design, const Options& options);
 
+// A device of the library that takes a design which does not fit `instead`: of the same kind (first letter)
+// and pins before others, the smaller ones first. Null if there is none, or if it can't be told in short
+// time.
+const Device* FindOther(const Library& library, const Device& instead, const Design& design,
+                        const Options& options);
+
 }  // namespace fit

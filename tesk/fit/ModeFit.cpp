@@ -223,7 +223,11 @@ void ModeFit::ExplainNoPin(std::size_t signal) {
     std::size_t most = 0;
     for (int pin = 1; pin <= device_.Pins; ++pin) {
         const auto refusal = Refuse(signal, pin);
-        if (!refusal) return Add(signal, {"7205tc", needs_.At(signal).Name + ", " + device_.Mnemonic});
+        if (!refusal) {
+            const auto limit = std::to_string(Candidates(signal).size());
+            return Add(signal, {"7205tc", needs_.At(signal).Name + ", " + device_.Mnemonic + " has " + limit +
+                                              " that could take it"});
+        }
         const auto* cell = mode_.CellAt(pin);
         for (const auto& use : cell == nullptr ? std::vector<CellUse>() : cell->Uses) {
             if (use.Terms <= most) continue;

@@ -69,6 +69,19 @@ void Note(Design& design, const Fitted& fitted) {
     }
 }
 
+// Errors that no other reduction mends end with a device that would do.
+void AddOther(const fit::Library& devices, Fitted& fitted, const fit::Options& options,
+              const std::set<std::string>& helped) {
+    const fit::Device* other = nullptr;
+    bool sought = false;
+    for (Message& message : fitted.Result.Messages) {
+        if (message.Level != Severity::Error || helped.contains(message.Subject)) continue;
+        if (!sought) other = fit::FindOther(devices, fitted.Device, fitted.Input, options);
+        sought = true;
+        if (other != nullptr) message.Text += "; would fit " + other->Mnemonic;
+    }
+}
+
 }  // namespace
 
 fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
@@ -113,7 +126,8 @@ std::optional<Fitted> FitInto(Design& design, std::string_view library, const Op
     fitted.Device = *device;
     fitted.Input = ToFitter(design, fitted.Signals);
     fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, ToFitter(options));
-    AddRemedies(design, options, fitted.Device, fitted.Result.Messages);
+    const auto helped = AddRemedies(design, options, fitted.Device, fitted.Result.Messages);
+    AddOther(devices, fitted, ToFitter(options), helped);
     Tell(design, fitted.Result.Messages, report);
     if (!fitted.Result.Ok()) return std::nullopt;
     Note(design, fitted);

@@ -125,8 +125,9 @@ class Trial {
 
 }  // namespace
 
-void AddRemedies(const Design& design, const Options& options, const fit::Device& device,
-                 std::vector<Message>& messages) {
+std::set<std::string> AddRemedies(const Design& design, const Options& options, const fit::Device& device,
+                                  std::vector<Message>& messages) {
+    std::set<std::string> helped;
     Trial trial(design, options, device);
     const bool tried = trial.Take(messages);
     for (const Remedy& remedy : kRemedies)
@@ -139,8 +140,9 @@ void AddRemedies(const Design& design, const Options& options, const fit::Device
         else if (answer == trial.Answers.end())
             message.Text += "; fits with no level of reduction";
         else
-            message.Text += "; fits with " + answer->second;
+            message.Text += "; fits with " + answer->second, helped.insert(message.Subject);
     }
+    return helped;
 }
 
 }  // namespace front

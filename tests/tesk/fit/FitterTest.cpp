@@ -139,7 +139,7 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
          "1 C\n2 A\n0 Q0 D\n0 Q1 D\n0 Q2 D\n0 Q3 D\n0 Q4 D\n0 Q5 D\n0 Q6 D\n0 Q7 D\n0 Q8 D\nQ0.D = A\nQ1.D = "
          "A\n"
          "Q2.D = A\nQ3.D = A\nQ4.D = A\nQ5.D = A\nQ6.D = A\nQ7.D = A\nQ8.D = A\n",
-         "7205tc", "Q8, P16R8"},
+         "7205tc", "Q8, P16R8 has 8 that could take it"},
     };
     for (const auto& c : cases) {
         const auto fit = fit::FitDesign(DeviceOf(c.device), MakeDesign(c.design), {});

@@ -147,6 +147,36 @@ TEST(Fitted, OtherRegistersAreBuiltFromD) {
     }
 }
 
+// What no reduction mends ends with a device that does, and a run for that has no error.
+TEST(Fitted, RefusalsNameADeviceThatWouldDo) {
+    const struct {
+        const char *Device, *Body, *Other;
+    } cases[] = {
+        {"G16V8S", "Q.D = A; Q.CK = K;", "G16V8"},
+        {"P10L8", "Q = !(A # B # C);", "P10H8"},
+        {"P16L8", "Q = A # B; Q.AR = K;", ""},
+        {"P16R4", "Q.D = A; Q.CK = K; Q.AR = B;", "P22V10"},
+        {"G16V8", "Q = [A,B,C,E,G]:$;", "G22V10"},
+        {"G22V10", "Q.L = A;", ""},
+        {"G16V8", "Q.D = A; Q.CK = K; FUSE(3000,1);", ""},
+    };
+    const auto compile = [](const std::string& device, const std::string& body) {
+        return CompileFor(device, "PIN=[K,A,B,C,E,G,Q];\n" + body, "m2");
+    };
+    for (const auto& test : cases) {
+        const auto done = compile(test.Device, test.Body);
+        ASSERT_FALSE(done->Run->Ok()) << test.Body;
+        const std::string line = done->Lines().front();
+        const std::string told = "; would fit ";
+        const std::size_t at = line.find(told);
+        EXPECT_EQ(
+            at == line.npos ? "" : line.substr(at + told.size(), line.find(" (T.PLD") - at - told.size()),
+            test.Other)
+            << line;
+        EXPECT_TRUE(*test.Other == 0 || compile(test.Other, test.Body)->Run->Ok()) << test.Body;
+    }
+}
+
 // The fitter's messages stand at the equation that they name, else where the name is declared.
 TEST(Fitted, MessagesNameTheirLine) {
     const struct {

@@ -9,7 +9,7 @@ std::string Told(const Compiled& done) {
     for (const std::string& line : done.Lines()) {
         const std::size_t at = line.find("; fits with ");
         if (at != line.npos && line.starts_with("[7201tc]"))
-            return line.substr(at + 12, line.find(" (T.PLD") - at - 12);
+            return line.substr(at + 12, std::min(line.find(';', at + 12), line.find(" (T.PLD")) - at - 12);
     }
     return "-";
 }
