@@ -139,9 +139,12 @@ std::string PldFile::Text() const {
 }
 
 std::string DeviceOf(std::string_view part) {
-    constexpr std::array<std::string_view, 12> mnemonics{"G16V8", "G20V8", "G22V10", "P22V10",
-                                                         "P16L8", "P16R4", "P16R6",  "P16R8",
-                                                         "P20L8", "P20R4", "P20R6",  "P20R8"};
+    constexpr std::array<std::string_view, 42> mnemonics{
+        "G16V8", "G20V8", "G22V10", "G18V10", "P22V10", "P16L8", "P16R4", "P16R6",  "P16R8",
+        "P20L8", "P20R4", "P20R6",  "P20R8",  "P10L8",  "P10H8", "P10P8", "P12L6",  "P12H6",
+        "P12P6", "P14L4", "P14H4",  "P14P4",  "P16L2",  "P16H2", "P16P2", "P12L10", "P12H10",
+        "P14L8", "P14H8", "P16L6",  "P16H6",  "P18L4",  "P18H4", "P20L2", "P6L16",  "P8L14",
+        "P16P8", "P18P8", "P20L10", "P16RP4", "P16RP6", "P16RP8"};
     // The makers' words of one kind of part; an erasable one is programmed as the G kind.
     constexpr std::array<std::pair<std::string_view, std::string_view>, 4> makers{
         {{"PALCE", "G"}, {"PALC", "P"}, {"PAL", "P"}, {"GAL", "G"}}};
