@@ -3,8 +3,10 @@
 #include <fstream>
 #include <random>
 #include <set>
+#include <sstream>
 
 #include "Designs.h"
+#include "devpage/DevicePage.h"
 #include "fit/Device.h"
 
 namespace {
@@ -19,6 +21,14 @@ TEST(Library, EachDeviceIsTriedByRandomDesigns) {
     for (const auto& device : library.Devices) EXPECT_EQ(tried.erase(device.Mnemonic), 1u) << device.Mnemonic;
     EXPECT_TRUE(tried.empty()) << *tried.begin();
     EXPECT_NE(library.Find("g20v8"), nullptr);
+}
+
+// Written anew by: devpage data/devices/Fullset.dl > docs/devices.md
+TEST(Library, ThePageOfTheDevicesIsThatOfTheData) {
+    std::ifstream page(DEVICES_MD);
+    std::stringstream text;
+    text << page.rdbuf();
+    EXPECT_TRUE(text.str() == devpage::DevicePage(fit::ReadLibrary(FullSetText())));
 }
 
 // The example of docs/device-library.md: its indented lines.
