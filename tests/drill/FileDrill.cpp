@@ -72,6 +72,7 @@ TEST_P(Drill, KeepsAnUntitledTextThatCannotBeSaved) {
     ExpectActive("Untitled 1");
     Key("ctrl+s");
     AnswerFile("Save As", PathOf("A.TXT"));
+    WaitGone("Save As");
     ExpectFile("A.TXT", "all my work");
     NewText();
     Type("given up");

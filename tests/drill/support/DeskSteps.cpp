@@ -153,7 +153,6 @@ void Desk::AcknowledgeRun() {
 void Desk::AnswerFile(const std::string& title, const std::string& name) {
     WaitWindow(title);
     TypeAtOnce(name + "\n");
-    WaitGone(title);
 }
 
 void Desk::AnswerInput(const std::string& title, const std::string& text) {
