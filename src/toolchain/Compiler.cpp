@@ -1,10 +1,9 @@
 #include "toolchain/Compiler.h"
 
-#include <exception>
 #include <vector>
 
-#include "base/RunTimeError.h"
 #include "base/ScopeExit.h"
+#include "platform/ToolCall.h"
 #include "toolchain/StaleOutputs.h"
 
 namespace toolchain {
@@ -166,17 +165,8 @@ base::RunRecord Compiler::FillRecord(const Run& run) {
 // messages and files. What goes wrong is reported, and the run ends as after any return.
 void Compiler::CallKernel(std::int16_t stage, std::span<std::uint8_t> record) {
     const Chain& chain = *ChainOf(stage);
-    try {
-        app_.Host.Libraries.Call(modules_.at(chain.Kernel), chain.Entry, record);
-    } catch (const std::exception& error) {
-        const auto* known = dynamic_cast<const base::RunTimeError*>(&error);
-        std::string text = error.what();
-        if (known != nullptr && known->Number() == platform::errToolEnded) {
-            text = "The tool " + std::string(libraryNames.at(chain.Kernel)) + " ended unexpectedly: " + text +
-                   ".";
-        }
-        app_.Host.Boxes.Say(text);
-    }
+    platform::CallTool(app_.Host, modules_.at(chain.Kernel), libraryNames.at(chain.Kernel), chain.Entry,
+                       record);
 }
 
 // Kept: the letter alone decides, a compile with errors launches the wave tool too.
