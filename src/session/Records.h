@@ -9,6 +9,8 @@ namespace session {
 inline constexpr std::int32_t Magenta = 0x800080;    // 5
 inline constexpr std::int32_t LightBlue = 0xFF0000;  // 9
 
+inline constexpr const char* DefaultPartitionFlags = "-nfProojTsa1N1c2p3u100m005l025t00:00:55";
+
 // A font of the program's windows.
 struct FontRecord {
     std::string Name;

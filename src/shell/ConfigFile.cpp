@@ -21,7 +21,7 @@ constexpr FlagRow flagTable[] = {
     {&session::Session::CompilerFlags, "jasxlbm4"},
     {&session::Session::SimulatorFlags, "l"},
     {&session::Session::VhdlFlags, "-a"},
-    {&session::Session::PartitionFlags, "-nfProojTsa1N1c2p3u100m005l025t00:00:55"},
+    {&session::Session::PartitionFlags, session::DefaultPartitionFlags},
 };
 
 std::string ConfigPath(const session::Session& state) { return state.ProgramDir + "KORVANE.CFG"; }
