@@ -188,6 +188,46 @@ class Tour : public drill::Desk {
         WaitGone("Device Selection");
     }
 
+    void Partition() {
+        Say("a design over several devices");
+        Write("WIDE.PLD",
+              "Name Wide;\r\nDevice G16V8;\r\nPIN = [A7..0];\r\nPIN = [Y15..0];\r\n"
+              "[Y15..8] = [A7..0] & A0;\r\n[Y7..0] = [A7..0] # A1;\r\n");
+        Open("WIDE.PLD");
+        Key("F9");
+        Answer("Project", "The current PLD file is not part of the current project.", "&Yes");
+        AcknowledgeRun();
+        Key("ctrl+F9");
+        AcknowledgeRun();
+        Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"});
+        WaitWindow("Zonerex Fitting Parameters");  // frmZrxParams
+        const std::pair<const char*, const char*> tabs[] = {{"fitting", "Split product terms"},
+                                                            {"files", "Generate PLD files"},
+                                                            {"priority", "Sort based on cost"},
+                                                            {"devices", "G16V8A"}};
+        for (const auto& [name, seen] : tabs) {
+            ExpectSeen(seen);
+            Station(std::string("partition-") + name);
+            if (seen != tabs[3].second) Key("ctrl+Tab");
+        }
+        for (const char* device : {"G16V8A", "G22V10", "P22V10"}) Click(device);
+        Click("OK");
+        WaitGone("Zonerex Fitting Parameters");
+        Menu({"&Utilities", "&Zonerex", "&Run Zonerex"});
+        WaitWindow("Zonerex");  // frmZonerex
+        Click("Find Solutions");
+        Click("Fit Selection");
+        ExpectSeen("Written: WIDE_1.PLD");
+        Station("partition-solutions");
+        Key("Escape");
+        WaitGone("Zonerex");
+        Menu({"&Utilities", "&Zonerex", "Zonerex &Database"});
+        WaitWindow("Zonerex Database Editor");  // frmZrxEditor
+        Station("partition-library");
+        Key("Escape");
+        WaitGone("Zonerex Database Editor");
+    }
+
     void ShowAbout() {
         Say("what it is (Help, About)");
         Menu({"&Help", "&About"});
@@ -357,6 +397,7 @@ int main(int argc, char** argv) {
         tour.ShowAbout();
         tour.ShowHelp();
         tour.ShowMacros();
+        tour.Partition();
         tour.ShowAllTools();
         std::printf("  done: %d pictures in %s\n", tour.Stations, argv[2]);
     } catch (const std::exception& miss) {
