@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "kernel/CompilerSteps.h"
+#include "kernel/GnuLine.h"
 #include "kernel/Paths.h"
 #include "kernel/StageGuard.h"
 
@@ -43,10 +44,12 @@ class StandardFiles : public DiskFiles {
 
 class ErrorStream : public front::Listener {
   public:
+    bool IsGnu = false;
     bool Fault = false;
 
     void Line(std::string_view text) override {
-        std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+        const std::string line(text);
+        std::fprintf(stderr, "%s\n", (IsGnu ? GnuLine(line, "") : line).c_str());
         Fault = Fault || front::IsOf(front::Code::InternalFault, text);
     }
 };
@@ -54,9 +57,10 @@ class ErrorStream : public front::Listener {
 }  // namespace
 
 bool CompileStandardInput(const std::string& letters, const std::string& device, const std::string& library,
-                          bool& fault) {
+                          bool isGnu, bool& fault) {
     StandardFiles files;
     ErrorStream list;
+    list.IsGnu = isGnu;
     front::Run run(files, list);
     run.Base = kBase;
     run.Device = device;

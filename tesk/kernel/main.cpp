@@ -10,6 +10,7 @@
 #include "base/ToolInterface.h"
 #include "front/Messages.h"
 #include "kernel/EarlierOutputs.h"
+#include "kernel/GnuLine.h"
 #include "kernel/Host.h"
 #include "kernel/Paths.h"
 #include "kernel/StandardStreams.h"
@@ -19,14 +20,16 @@
 extern "C" std::int32_t TeskkVB(base::RunRecord* record);
 
 // The entry below has no context.
-static std::string refusals;  // lines on outputs that could not be written
-static bool fault = false;    // of our own
+static std::string refusals;   // lines on outputs that could not be written
+static bool fault = false;     // of our own
+static std::string gnuFolder;  // with --gnu: of the design, with its slash
+static bool isGnu = false;
 
 extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::uintptr_t,
                                      std::intptr_t lparam) {
     if (message != base::msgAddString) return 0;
     const std::string line = reinterpret_cast<const char*>(lparam);
-    std::printf("%s\n", line.c_str());
+    std::printf("%s\n", (isGnu ? kernel::GnuLine(line, gnuFolder) : line).c_str());
     if (front::IsOf(front::Code::CannotWrite, line)) refusals += line + "\n";
     if (front::IsOf(front::Code::InternalFault, line)) fault = true;
     return 0;
@@ -36,7 +39,8 @@ namespace {
 
 enum Exit : int { exitClean = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
 
-constexpr const char* kUsage = "usage: teskc [-o LETTERS] [-d DEVICE] FILE.PLD (- reads standard input)\n";
+constexpr const char* kUsage =
+    "usage: teskc [-o LETTERS] [-d DEVICE] [--gnu] FILE.PLD (- reads standard input)\n";
 constexpr const char* kVersion = "teskc " TESKC_VERSION "\n";
 constexpr const char* kHelp =
     R"(usage: teskc [OPTION...] FILE.PLD
@@ -50,6 +54,7 @@ letters ask for goes to standard output, and the messages to standard error.
               out, "jm4" for -
   -d DEVICE   mnemonic; "&", the default, is the one that the design names,
               "virtual" has no limits
+  --gnu       messages as FILE:LINE:COLUMN: error: TEXT [NUMBER], for editors
   --help      print this
   --version   print the version
 
@@ -61,6 +66,7 @@ struct Arguments {
     std::optional<std::string> Options;
     std::string Device = "&";
     std::string File;
+    bool IsGnu = false;
     const char* Answer = nullptr;  // what --help or --version print
 };
 
@@ -69,6 +75,8 @@ bool Parse(int count, char** values, Arguments& arguments) {
         const std::string_view value = values[i];
         if (value == "--help" || value == "--version")
             arguments.Answer = value == "--help" ? kHelp : kVersion;
+        else if (value == "--gnu")
+            arguments.IsGnu = true;
         else if (value == "-o" && i + 1 < count)
             arguments.Options = values[++i];
         else if (value == "-d" && i + 1 < count)
@@ -128,7 +136,7 @@ int CompileStream(const Arguments& arguments) {
     const front::Options options = front::Options::Parse(letters);
     if (options.Simulate || kernel::OutputsOf(options).size() > 1)
         return Refuse("for - the letters may ask for one output, and not for s");
-    const bool isClean = kernel::CompileStandardInput(letters, arguments.Device, Library(), fault);
+    const bool isClean = kernel::CompileStandardInput(letters, arguments.Device, Library(), isGnu, fault);
     return isClean ? exitClean : fault ? exitFault : exitErrors;
 }
 
@@ -137,6 +145,8 @@ int CompileStream(const Arguments& arguments) {
 int main(int count, char** values) {
     Arguments arguments;
     if (!Parse(count, values, arguments)) return Refuse("the command is not understood");
+    isGnu = arguments.IsGnu;
+    gnuFolder = arguments.File.substr(0, arguments.File.rfind('/') + 1);
     if (arguments.Answer == nullptr)
         return arguments.File == "-" ? CompileStream(arguments) : CompileFile(arguments);
     return std::fputs(arguments.Answer, stdout) < 0 || std::fflush(stdout) != 0 ? exitErrors : exitClean;

@@ -366,6 +366,7 @@ TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
               "Name B; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n"
               "PIN = Y;\nY = X;\n");
     EXPECT_EQ(Run("-o l BAD.PLD", code), "[1201ta] Error: Unknown name: \"X\" (BAD.PLD line 3 column 5)\n");
+    EXPECT_EQ(Run("--gnu -o l ./BAD.PLD", code), "./BAD.PLD:3:5: error: Unknown name: \"X\" [1201ta]\n");
     EXPECT_EQ(code, 1);
     EXPECT_NE(Run("MISSING.PLD", code).find("[0101tx] Error: "), std::string::npos);
     EXPECT_EQ(code, 1);
