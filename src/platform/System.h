@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,10 @@ class System {
     // True if another instance of the program runs for this user; otherwise this one takes the place.
     virtual bool HasEarlierInstance() = 0;
     virtual bool AppActivate(const std::string& title) = 0;  // false: no such window
+
+    // Opens a file (logic path) that was handed over from outside. Comes when no dialog is open and no tool
+    // runs; files wait until this is set.
+    std::function<void(const std::string& path)> OnOpenFile;
 
     virtual std::vector<std::string> ScreenFonts() const = 0;
     virtual void SetHourglass(bool on) = 0;  // the global pointer; not nested

@@ -53,7 +53,7 @@ std::string LastArgument(const std::string& text, std::size_t open) {
 }  // namespace
 
 TEST(Edge, OnlySlotsOfTheToolkitAreConnectedWithoutAGuard) {
-    static const std::regex call(R"(\b(connect|singleShot)\()");
+    static const std::regex call(R"((?:\w::|[^\w:])(connect|singleShot)\()");  // not ::connect
     static const std::regex slotOfToolkit(R"(\s*&Q\w+::\w+)");
     ForEachSource([](const std::string& name, const std::string& text) {
         for (auto each = std::sregex_iterator(text.begin(), text.end(), call); each != std::sregex_iterator();

@@ -15,14 +15,14 @@ namespace {
 
 constexpr int ConnectTime = 2000;    // ms
 constexpr int AnswerTime = 5000;     // ms
-constexpr qint64 MaxRequest = 4096;  // bytes
+constexpr qint64 MaxRequest = 8192;  // bytes: more than the longest path
 constexpr auto LockName = "/korvane.lock";
 constexpr auto SocketName = "/korvane.socket";
 
 }  // namespace
 
-HostInstance::HostInstance(std::string folder, std::function<bool(const std::string&)> raise)
-    : folder_(std::move(folder)), raise_(std::move(raise)) {
+HostInstance::HostInstance(std::string folder, std::function<bool(const std::string&)> serve)
+    : folder_(std::move(folder)), serve_(std::move(serve)) {
     if (folder_.empty())
         folder_ = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
     On(&server_, &QLocalServer::newConnection, &server_, [this] { Serve(); });
@@ -56,8 +56,9 @@ void HostInstance::Serve() {
         QTimer::singleShot(AnswerTime, client, &QLocalSocket::abort);
         const auto answer = [this, client] {
             if (!client->canReadLine()) return;
-            const bool raised = raise_(client->readLine(MaxRequest).trimmed().toStdString());
-            client->write(raised ? "1\n" : "0\n");
+            const QByteArray request = client->readLine(MaxRequest);
+            const bool isWhole = request.endsWith('\n');
+            client->write(isWhole && serve_(request.chopped(1).toStdString()) ? "1\n" : "0\n");
             client->disconnectFromServer();
         };
         On(client, &QLocalSocket::readyRead, client, answer);

@@ -4,12 +4,30 @@
 #include <QFontDatabase>
 #include <QMainWindow>
 #include <algorithm>
+#include <filesystem>
+
+#include "platform/qt/Guard.h"
+#include "platform/qt/ToolHostShield.h"
 
 namespace platform::qt {
 
 namespace {
 
 constexpr std::size_t MaxWindowsDirectory = 144;  // bytes
+constexpr int TurnTime = 50;                      // ms: a file that is handed over waits for its turn
+
+// A link to the program counts as its place if the folders are named alike: it stands in an installation of
+// the user's own. Any other link is a short way to the program.
+std::string RunningProgram() {
+    namespace fs = std::filesystem;
+    const fs::path program = QCoreApplication::applicationFilePath().toStdString();
+    const fs::path started = QCoreApplication::arguments().value(0).toStdString();
+    std::error_code error;
+    const bool isInOwnTree = started.is_absolute() && started.filename() == program.filename() &&
+                             started.parent_path().filename() == program.parent_path().filename() &&
+                             fs::equivalent(started, program, error);
+    return (isInOwnTree ? started : program).string();
+}
 
 // The shown one, or null.
 QWidget* FindMainWindow() {
@@ -50,8 +68,30 @@ bool RaiseForOther(const std::string& title) {
 }  // namespace
 
 HostSystem::HostSystem(const FileSystem& files, std::string program, std::string instanceFolder)
-    : files_(files), program_(std::move(program)), instance_(std::move(instanceFolder), RaiseForOther) {
-    if (program_.empty()) program_ = QCoreApplication::applicationFilePath().toStdString();
+    : files_(files),
+      program_(std::move(program)),
+      instance_(std::move(instanceFolder), [this](const std::string& request) { return Serve(request); }) {
+    if (program_.empty()) program_ = RunningProgram();
+    turn_.setInterval(TurnTime);
+    On(&turn_, &QTimer::timeout, &turn_, [this] { OpenNext(); });
+}
+
+bool HostSystem::Serve(const std::string& request) {
+    if (!request.starts_with('/')) return RaiseForOther(request);
+    handedOver_.push_back(request);
+    turn_.start();
+    BringForward(FindMainWindow());
+    return true;
+}
+
+void HostSystem::OpenNext() {
+    const bool isBusy = QApplication::activeModalWidget() != nullptr ||
+                        QApplication::activePopupWidget() != nullptr || ToolHostShield::IsUp();
+    if (isBusy || !OnOpenFile) return;
+    const std::string path = files_.FromHostPath(handedOver_.front());
+    handedOver_.pop_front();
+    if (handedOver_.empty()) turn_.stop();
+    OnOpenFile(path);
 }
 
 std::string HostSystem::ProgramPath() const { return files_.FromHostPath(program_); }

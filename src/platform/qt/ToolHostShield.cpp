@@ -71,6 +71,7 @@ bool IsCloseRequest(const xcb_generic_event_t& event) {
 }  // namespace
 
 ToolHostShield::ToolHostShield() : modalBefore_(QGuiApplication::modalWindow()) {
+    ++up;
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }

@@ -15,6 +15,9 @@ class ToolHostShield : public QObject, public QAbstractNativeEventFilter {
 
   public:
     ToolHostShield();
+    ~ToolHostShield() override { --up; }
+
+    static bool IsUp() { return up > 0; }
 
     // True if the user has tried to close the main window since this was asked last.
     bool TakeCloseTry() { return std::exchange(closeTry_, false); }
@@ -24,6 +27,7 @@ class ToolHostShield : public QObject, public QAbstractNativeEventFilter {
     bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 
   private:
+    static inline int up = 0;
     QPointer<QWindow> modalBefore_;
     bool closeTry_ = false;
 };

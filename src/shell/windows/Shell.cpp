@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/RunTimeError.h"
+#include "base/Text.h"
 #include "platform/qt/Guard.h"
 #include "platform/qt/Twips.h"
 #include "shell/CompanionTools.h"
@@ -52,6 +53,7 @@ Shell::Shell(session::Session& state, platform::Host& host, std::string stateFol
 
 Shell::~Shell() {
     app_.Host.Clip.OnChange = nullptr;
+    app_.Host.Desktop.OnOpenFile = nullptr;
     TBMenuTimer.reset();
     editor_.UnloadWindows();
     project_.UnloadWindows();
@@ -102,6 +104,13 @@ void Shell::ShowMain() {
     main_->show();
     PlaceChildren();
     editor_.StartRecovery(stateFolder_ + "recovery\\");
+    app_.Host.Desktop.OnOpenFile = [this](const std::string& path) { OpenHandedOver(path); };
+}
+
+void Shell::OpenHandedOver(const std::string& path) {
+    for (session::Document* document : app_.State.Documents.All())
+        if (base::EqualNoCase(document->FileName(), path)) return document->BringToFront();
+    hall_.Editor->OpenDocument(path);
 }
 
 void Shell::PlaceChildren() {

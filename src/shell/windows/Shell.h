@@ -66,6 +66,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void BuildHelpList();                      // the chip maker's files, in the menu
     void OpenHelpFile(int index);
     void ShowRecentFiles();
+    void OpenHandedOver(const std::string& path);
     void Exit();
     void LoadToolbar();
     void ApplyTick(const TickEffects& effects, const platform::qt::MenuSet* ofChild);

@@ -119,14 +119,28 @@ void Desk::Start() {
     FindMain();
 }
 
-void Desk::Launch() {
-    Note("Launch");
+void Desk::Launch() { StartProgram("Korvane/Korvane", {}); }
+
+void Desk::Launch(const Captions& files) { StartProgram("bin/korvane", files); }
+
+void Desk::HandOver(const std::string& name) {
+    Note("HandOver " + name);
+    QProcess launcher;
+    launcher.setProcessEnvironment(Environment());
+    launcher.start(folder_.filePath(".place/bin/korvane"), {folder_.filePath(name.c_str())});
+    Require(launcher.waitForFinished() && launcher.exitCode() == 0, "the file is not taken");
+}
+
+void Desk::StartProgram(const std::string& program, const Captions& arguments) {
+    Note("Launch " + program);
     program_.setProcessEnvironment(Environment());
     program_.setWorkingDirectory(folder_.path());
     program_.setProcessChannelMode(QProcess::MergedChannels);
     program_.setStandardOutputFile(folder_.filePath("program.log"), QIODevice::Append);
     EndWithUs(program_);
-    program_.start(folder_.filePath(".place/Korvane/Korvane"), QStringList());
+    QStringList names;
+    for (const std::string& argument : arguments) names << QString::fromStdString(argument);
+    program_.start(folder_.filePath(".place/") + program.c_str(), names);
     Require(program_.waitForStarted(), "the program can't be started");
 }
 

@@ -28,10 +28,12 @@ class Desk {
     void UseKeyboard(const std::string& layout);  // "us" unless it is told before Start
     void SetSpeed(int millisecondsFromKeyToKey) { hand_.Pause = millisecondsFromKeyToKey; }
     void Start();
-    void Launch();                       // no more than that: the main window may stay behind a box
-    void FindMain();                     // and gives it its place
-    void Kill();                         // as a crash ends it
-    void Open(const std::string& name);  // by Ctrl+O, as fast as it goes
+    void Launch(const Captions& files);      // by the launcher, with files to open
+    void HandOver(const std::string& name);  // likewise, while the program runs
+    void Launch();                           // no more than that: the main window may stay behind a box
+    void FindMain();                         // and gives it its place
+    void Kill();                             // as a crash ends it
+    void Open(const std::string& name);      // by Ctrl+O, as fast as it goes
     void NewText();
 
     // Keys.
@@ -82,6 +84,7 @@ class Desk {
     void Note(const std::string& step);
     void Settle();
     void WaitGone(const std::function<bool(const Window&)>& isIt, const std::string& what);
+    void StartProgram(const std::string& program, const Captions& arguments);
     void OpenMenu(const Captions& path, bool byMouse);
     void ClickAt(const QPoint& at, int count = 1, int button = 1);
     void WaitMenus(std::size_t count);

@@ -1,0 +1,169 @@
+#include "launcher/UserTree.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <map>
+
+#include "launcher/HandOver.h"
+#include "support/Doubles.h"
+
+namespace launcher {
+namespace {
+
+namespace fs = std::filesystem;
+
+class UserTreeTest : public testing::Test {
+  protected:
+    UserTreeTest() {
+        disk.Write("opt/Korvane/Korvane",
+                   "\x7f"
+                   "ELF program");
+        disk.Write("opt/Korvane/TeskErr.txt", "texts");
+        disk.Write("opt/Shared/Large.ref", std::string(1 << 19, 'x'));
+        disk.Write("opt/Examples/COUNT8.PLD", "a counter");
+        disk.Write("opt/bin/korvane", "the launcher");
+        fs::create_directories(disk.Path() / "opt/Korvane/doc");
+        fs::create_directories(disk.Path() / "documents");
+        fs::permissions(disk.Path() / "opt/Korvane/TeskErr.txt", fs::perms::owner_read);
+    }
+
+    Folders Places() const {
+        const std::string root = disk.Path().string();
+        return {root + "/opt", root + "/data/korvane", root + "/documents/Korvane", root};
+    }
+
+    // Every file of the tree, but for the record, with its bytes; links with an arrow.
+    std::map<std::string, std::string> Tree() const {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(disk.Path() / "data/korvane")) {
+            const std::string name = entry.path().lexically_relative(disk.Path() / "data/korvane").string();
+            if (name == ".installed" || (entry.is_directory() && !entry.is_symlink())) continue;
+            files[name] =
+                entry.is_symlink()
+                    ? "-> " + fs::read_symlink(entry.path()).lexically_relative(disk.Path()).string()
+                    : disk.Read("data/korvane/" + name);
+        }
+        return files;
+    }
+
+    doubles::TemporaryFolder disk;
+    std::map<std::string, std::string> whole = {{"Korvane/Korvane", "-> opt/Korvane/Korvane"},
+                                                {"Korvane/TeskErr.txt", "texts"},
+                                                {"Shared/Large.ref", "-> opt/Shared/Large.ref"},
+                                                {"Examples", "-> documents/Korvane"}};
+};
+
+TEST_F(UserTreeTest, IsMadeOnceAndMended) {
+    KeepUp(Places());
+    EXPECT_EQ(Tree(), whole);
+    EXPECT_TRUE(disk.Exists("data/korvane/Korvane/doc"));
+    EXPECT_EQ(disk.Read("documents/Korvane/COUNT8.PLD"), "a counter");
+    // A user's own bytes and files stay, what is lost comes again.
+    disk.Write("data/korvane/Korvane/TeskErr.txt", "my texts");
+    disk.Write("data/korvane/Korvane/KORVANE.CFG", "my colours");
+    whole["Korvane/TeskErr.txt"] = "my texts";
+    whole["Korvane/KORVANE.CFG"] = "my colours";
+    fs::remove(disk.Path() / "data/korvane/Shared/Large.ref");
+    fs::remove(disk.Path() / "documents/Korvane/COUNT8.PLD");
+    EXPECT_TRUE(KeepUp(Places()).Beside.empty());
+    EXPECT_EQ(Tree(), whole);
+    EXPECT_TRUE(disk.Exists("documents/Korvane/COUNT8.PLD"));
+    // With nothing to do nothing is written.
+    const auto before = fs::last_write_time(disk.Path() / "data/korvane/.installed");
+    KeepUp(Places());
+    EXPECT_EQ(fs::last_write_time(disk.Path() / "data/korvane/.installed"), before);
+}
+
+TEST_F(UserTreeTest, AnUpgradeKeepsWhatTheUserChanged) {
+    disk.Write("opt/MACRO/A.MAC", "one");
+    disk.Write("opt/MACRO/B.MAC", "one");
+    disk.Write("opt/MACRO/C.MAC", "one");
+    disk.Write("opt/MACRO/D.MAC", "one");
+    disk.Write("documents/Korvane/COUNT8.PLD", "a counter of my own");  // before the first start
+    EXPECT_EQ(KeepUp(Places()).Beside, std::vector{Places().Examples + "/COUNT8.PLD"});
+    EXPECT_EQ(disk.Read("documents/Korvane/COUNT8.PLD.new"), "a counter");
+    disk.Write("data/korvane/MACRO/A.MAC", "mine");
+    disk.Write("data/korvane/MACRO/D.MAC", "mine");
+
+    const fs::path moved = disk.Path() / "opt2";
+    fs::rename(disk.Path() / "opt", moved);
+    disk.Write("opt2/MACRO/A.MAC", "two 2");
+    disk.Write("opt2/MACRO/B.MAC", "two 2");
+    fs::remove(moved / "MACRO/C.MAC");
+    fs::remove(moved / "MACRO/D.MAC");
+    Folders places = Places();
+    places.Installation = moved.string();
+    EXPECT_EQ(KeepUp(places).Beside, std::vector{places.Tree + "/MACRO/A.MAC"});
+    whole["Korvane/Korvane"] = "-> opt2/Korvane/Korvane";
+    whole["Shared/Large.ref"] = "-> opt2/Shared/Large.ref";
+    whole["MACRO/A.MAC"] = "mine";
+    whole["MACRO/A.MAC.new"] = "two 2";
+    whole["MACRO/B.MAC"] = "two 2";
+    whole["MACRO/D.MAC"] = "mine";
+    EXPECT_EQ(Tree(), whole);
+    EXPECT_TRUE(KeepUp(places).Beside.empty()) << "told once";
+}
+
+TEST_F(UserTreeTest, IsWholeOrNotAtAll) {
+    // A start that was cut short leaves no more work than there was.
+    disk.Write("data/korvane/.incoming/0", "half");
+    disk.Write("data/korvane/Korvane/TeskErr.txt", "texts");
+    KeepUp(Places());
+    EXPECT_EQ(Tree(), whole);
+    // Of a newer version: left alone.
+    disk.Write("data/korvane/.installed", "korvane-tree\t99.0.0\t/elsewhere\n");
+    fs::remove(disk.Path() / "data/korvane/Korvane/TeskErr.txt");
+    EXPECT_TRUE(KeepUp(Places()).IsOfNewerVersion);
+    EXPECT_FALSE(disk.Exists("data/korvane/Korvane/TeskErr.txt"));
+    fs::remove_all(disk.Path() / "data");
+
+    // A disk that is full after some files: a limit of this process stands for it.
+    disk.Write("opt/Z.TXT", std::string(200000, 'z'));
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit little{100000, 100000};
+        ::setrlimit(RLIMIT_FSIZE, &little);
+        try {
+            KeepUp(Places());
+        } catch (const TreeError& error) {
+            const bool isClear = std::string(error.what()).starts_with("There is not enough room ");
+            ::_exit(isClear && !error.HasTree ? 7 : 8);
+        }
+        ::_exit(9);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 7);
+    EXPECT_FALSE(disk.Exists("data/korvane"));
+}
+
+TEST_F(UserTreeTest, TwoFirstStartsAtOnceMakeOneTree) {
+    std::vector<pid_t> starts;
+    for (int i = 0; i < 4; ++i) {
+        starts.push_back(::fork());
+        if (starts.back() != 0) continue;
+        try {
+            KeepUp(Places());
+            ::_exit(7);
+        } catch (...) {
+            ::_exit(8);
+        }
+    }
+    for (const pid_t start : starts) {
+        int status = 0;
+        ::waitpid(start, &status, 0);
+        EXPECT_EQ(WEXITSTATUS(status), 7);
+    }
+    EXPECT_EQ(Tree(), whole);
+    EXPECT_EQ(HandOver(Places().RunTime, "/A.PLD", std::chrono::milliseconds(1)), Answer::Nobody);
+}
+
+}  // namespace
+}  // namespace launcher
