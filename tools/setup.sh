@@ -11,6 +11,9 @@ display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-
 # What reads a printed file back.
 test_packages="poppler-utils"
 
+# What makes the Debian package.
+package_packages="dpkg-dev fakeroot file librsvg2-bin"
+
 say() { printf '== %s\n' "$*"; }
 
 # ensure_packages NAME…: installs the ones that are missing, or tells how.
