@@ -52,6 +52,7 @@ constexpr std::uint32_t characterBits = repeatBit - 1;
 constexpr std::uint32_t buttonBits = 0x1F;
 
 constexpr std::chrono::milliseconds retryInterval{10};
+constexpr std::chrono::milliseconds slowFocus{500};  // of a desktop that hands the keyboard on
 constexpr std::chrono::milliseconds patience{5000};  // of a playback that no window takes
 constexpr int keysymBreak = 0xFF6B;
 
@@ -244,8 +245,16 @@ void HostInputJournal::Step() {
     Inject(*event);
 }
 
+// The keyboard of a dialog that has gone goes to the one before, or to the window that all stand before.
+void HostInputJournal::AskForFocus() {
+    QWindow* window = QGuiApplication::modalWindow();
+    if (window == nullptr) window = owner_;
+    if (window != nullptr) window->requestActivate();
+}
+
 void HostInputJournal::Wait() {
     if (!waiting_) waiting_ = time_.Now();
+    if (time_.Now() - *waiting_ > slowFocus) AskForFocus();
     if (time_.Now() - *waiting_ > patience) {
         next_ = nullptr;
         return;
@@ -258,7 +267,8 @@ void HostInputJournal::Wait() {
 
 void HostInputJournal::Inject(const InputEvent& event) {
     if (event.Message >= WM_MOUSEMOVE) return InjectMouse(event);
-    QWindow* window = QGuiApplication::focusWindow();
+    QWindow* window = owner_ = QGuiApplication::focusWindow();
+    while (owner_->transientParent() != nullptr) owner_ = owner_->transientParent();
     const char32_t character = event.ParamH & characterBits;
     const QString text = character == 0 ? QString() : QString::fromUcs4(&character, 1);
     const bool repeats = (event.ParamH & repeatBit) != 0;

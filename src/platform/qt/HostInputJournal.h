@@ -38,6 +38,7 @@ class HostInputJournal : public QObject, public InputJournal {
     void Post();
     void Step();
     void Wait();
+    void AskForFocus();
     void Inject(const InputEvent& event);
     void InjectMouse(const InputEvent& event);
 
@@ -48,6 +49,7 @@ class HostInputJournal : public QObject, public InputJournal {
     std::function<std::optional<InputEvent>()> next_;
     std::unique_ptr<Timer> retry_;
     std::optional<Clock::Milliseconds> waiting_;  // since
+    QPointer<QWindow> owner_;                     // the window that the last key's stood before, or itself
     QPointer<QWindow> pressed_;                   // the window that the mouse button went down in
 };
 
