@@ -61,7 +61,7 @@ std::string Documents() {
 }
 
 std::string RunTimeFolder() {
-    const std::string folder = FromEnvironment("XDG_RUNTIME_DIR");
+    std::string folder = FromEnvironment("XDG_RUNTIME_DIR");
     if (!folder.empty() || User() == nullptr) return folder;
     std::error_code error;
     return (fs::temp_directory_path(error) / (std::string("runtime-") + User()->pw_name)).string();

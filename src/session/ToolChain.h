@@ -29,7 +29,7 @@ class ToolChain {
     virtual void BringMessagesToFront() = 0;
     virtual std::vector<OutputFrame> OutputFrames() const = 0;  // tokens in the order of writing
     virtual void IndepCompile() = 0;                            // of sProject as it stands on disk
-    virtual void ResetMessageFont() = 0;  // ResetFont of frmMessage
+    virtual void ResetMessageFont() = 0;                        // ResetFont of frmMessage
 };
 
 }  // namespace session
