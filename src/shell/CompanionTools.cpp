@@ -259,16 +259,17 @@ void CloseTools(session::App& app) {
     }
 }
 
+void StartUtility(session::App& app, const std::string& program) {
+    try {
+        app.Host.Programs.Start(program);
+    } catch (const base::RunTimeError&) {
+        app.Host.Boxes.Say(CannotBeFoundText(program));
+    }
+}
+
 void RunUtility(session::App& app, session::Document& document, const std::string& caption) {
-    const auto start = [&](const std::string& program) {
-        try {
-            app.Host.Programs.Start(program);
-        } catch (const base::RunTimeError&) {
-            app.Host.Boxes.Say(CannotBeFoundText(program));
-        }
-    };
     for (const CustomUtility& tool : app.State.StdUtils) {
-        if (tool.Name == caption) return start(tool.Program);
+        if (tool.Name == caption) return StartUtility(app, tool.Program);
     }
     std::int16_t row = 0;
     for (const CustomUtility& tool : app.State.CustUtils) {
@@ -277,7 +278,7 @@ void RunUtility(session::App& app, session::Document& document, const std::strin
             continue;
         }
         if (base::StartsWith(tool.Program, "MACRO")) return app.Hall.Macros->ChooseMacro(document, row);
-        return start(tool.Program);
+        return StartUtility(app, tool.Program);
     }
     app.Host.Boxes.Say(CannotBeFoundText(app.State.StdUtils[6].Program));
 }

@@ -22,6 +22,9 @@ platform::ScreenSize HalfScreen(const platform::Windows& screen);
 // Asks the standard tools that this program started to close. Companions stay open.
 void CloseTools(session::App& app);
 
+// Starts the program of a tool, a further copy if it runs. A box tells if that fails.
+void StartUtility(session::App& app, const std::string& program);
+
 // The choice of a tool in the Utilities menu, by its caption: a further copy of a standard tool, else the
 // first custom tool of that name.
 void RunUtility(session::App& app, session::Document& document, const std::string& caption);

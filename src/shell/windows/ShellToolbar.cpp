@@ -1,5 +1,3 @@
-#include "base/RunTimeError.h"
-#include "base/Text.h"
 #include "platform/qt/Guard.h"
 #include "shell/CompanionTools.h"
 #include "shell/windows/Shell.h"
@@ -119,11 +117,7 @@ void Shell::RunTool(const std::string& tip) {
             app_.Host.Boxes.Say(UndefinedMacroText);
             break;
         case CustomAction::StartProgram:
-            try {
-                app_.Host.Programs.Start(program);
-            } catch (const base::RunTimeError&) {
-                app_.Host.Boxes.Say(CannotBeFoundText(program));
-            }
+            StartUtility(app_, program);
             break;
         case CustomAction::RunMacro:
             hall_.Macros->RunMacro(*ActiveDocument(), static_cast<std::int16_t>(*choice.Custom));
