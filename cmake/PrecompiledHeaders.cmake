@@ -1,5 +1,6 @@
-# Headers that are compiled once for many files: the library's for plain C++, the toolkit's for windows, and both
-# again with the test framework's. Every file still includes what it uses: without them the tree builds as well.
+# What makes a build of everything short. Headers that are compiled once for many files: the library's for plain
+# C++, the toolkit's for windows, and both again with the test framework's. Files of a target that are compiled as
+# one. Every file still includes what it uses and stands for itself: without these the tree builds as well.
 
 # A compiler cache does more for whoever has one, and would not find its files again with these.
 set(pch_wanted ON)
@@ -14,6 +15,19 @@ function(korvane_precompiled target kind)
     if(KORVANE_PCH)
         target_precompile_headers(${target} REUSE_FROM pch_${kind})
     endif()
+endfunction()
+
+# With a file's neighbours in the same unit, names of theirs count as shadowed and headers as sources.
+option(KORVANE_JOINED "Compile several files of a target as one" ${KORVANE_PCH})
+if(KORVANE_JOINED)
+    set(CMAKE_UNITY_BUILD ON)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+    target_compile_options(korvane_flags INTERFACE -Wno-shadow -Wno-subobject-linkage)
+endif()
+
+# korvane_apart(file…): files of this folder with names of their own that a neighbour has as well.
+function(korvane_apart)
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
 
 if(NOT KORVANE_PCH)
