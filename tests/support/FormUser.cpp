@@ -22,7 +22,7 @@
 namespace doubles {
 namespace {
 
-constexpr int patience = 20'000;  // milliseconds for all steps of a form
+constexpr int patience = 40'000;  // milliseconds for all steps of a form
 constexpr int stuck = 100;        // turns of the event loop that a form may stay after its last step
 
 std::string Lines(const QAbstractItemView& view, const QModelIndex& parent = {}, int depth = 0) {
