@@ -63,6 +63,7 @@ void PartitionRun::FitSolution(const std::string& entry) {
     base::SetText(record_.szDeviceFile, file);
     Call("zrxpld",
          "Unable to load zrxpld.dll.  Make sure the file zrxpld.dll is in the " + folder + " directory.");
+    app_.Hall.Project->UpdateTreeView();  // shows the designs that were written
 }
 
 // Gives 0 too if nothing is called.

@@ -117,6 +117,7 @@ TEST_F(PartitionerWindows, RunFindsListsAndFits) {
     ClickLine("cmbDevices", 1, true);
     EXPECT_EQ(called, "zrxpld -rjof C:\\WORK\\A C:\\Z\\solution.slf C:\\Z\\|");
     EXPECT_EQ(File("SOLUTION.SLF"), "G22V10\r\n");
+    EXPECT_EQ(Hall.Calls, std::vector<std::string>(2, "UpdateTreeView"));
     Desk.Libraries.OnCall = [](auto&, auto) { return 0; };
     Click("Test");
     EXPECT_EQ(Text("cmbDevices") + Text("txtMsgBox"), "");
