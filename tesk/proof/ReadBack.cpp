@@ -1,0 +1,168 @@
+#include <algorithm>
+
+#include "proof/Chip.h"
+
+namespace proof {
+namespace {
+
+using fit::CellUse;
+using fit::EnableKind;
+using fit::FeedbackKind;
+using fit::PolarityKind;
+using fit::UseKind;
+
+bool Has(const std::vector<bool>& fuses, const std::vector<fit::FuseRun>& runs) {
+    return std::all_of(runs.begin(), runs.end(), [&](const fit::FuseRun& run) {
+        for (std::size_t i = run.First; i < run.First + run.Count; ++i)
+            if (fuses[i] != run.Value) return false;
+        return true;
+    });
+}
+
+// What the columns of a mode carry, and its rows as products of that.
+class Decoder {
+  public:
+    Decoder(const fit::Mode& mode, const std::vector<bool>& fuses)
+        : mode_(mode), fuses_(fuses), columns_(mode.Columns) {
+        for (const auto& cell : mode.Cells) uses_.push_back(UseOf(cell));
+        for (const auto& [pin, column] : mode.Inputs)
+            SetColumns(column, {Signal::Kind::Pin, static_cast<std::size_t>(pin)}, false);
+        for (std::size_t i = 0; i < uses_.size(); ++i) SetFeedback(i);
+    }
+
+    std::vector<Macrocell> Cells() const {
+        std::vector<Macrocell> cells;
+        for (std::size_t i = 0; i < uses_.size(); ++i) cells.push_back(CellOf(i));
+        return cells;
+    }
+
+  private:
+    // Of uses with the same fuses the one that can do more; null if none has them.
+    const CellUse* UseOf(const fit::Cell& cell) const {
+        const CellUse* found = nullptr;
+        for (const auto& use : cell.Uses) {
+            if (!Has(fuses_, use.Fuses)) continue;
+            if (found == nullptr || found->Kind == UseKind::Input) found = &use;
+        }
+        return found;
+    }
+
+    void SetColumns(int column, const Signal& signal, bool negated) {
+        if (column < 0) return;
+        columns_[static_cast<std::size_t>(column)] = Literal{signal, negated};
+        columns_[static_cast<std::size_t>(column) + 1] = Literal{signal, !negated};
+    }
+
+    void SetFeedback(std::size_t index) {
+        const auto& cell = mode_.Cells[index];
+        const auto feedback = uses_[index] == nullptr ? FeedbackKind::Pin : uses_[index]->Feedback;
+        const bool isRegister = uses_[index] != nullptr && uses_[index]->Kind == UseKind::Register;
+        if (isRegister && (feedback == FeedbackKind::NotSum || feedback == FeedbackKind::Level))
+            return SetColumns(cell.Column, {Signal::Kind::Cell, index}, true);
+        SetColumns(cell.Column, {Signal::Kind::Pin, static_cast<std::size_t>(cell.Pin)}, false);
+    }
+
+    // Nothing for a row that is false: one that connects a signal and its complement.
+    std::optional<Term> RowOf(std::size_t row) const {
+        Term term;
+        for (std::size_t i = 0; i < mode_.Columns; ++i) {
+            if (fuses_[row * mode_.Columns + i]) continue;
+            const bool isBoth = i % 2 == 0 && !fuses_[row * mode_.Columns + i + 1];
+            if (isBoth) return std::nullopt;
+            term.push_back(columns_[i]);
+        }
+        return term;
+    }
+
+    Sum SumOf(std::size_t first, std::size_t count) const {
+        Sum sum;
+        for (auto row = first; row < first + count; ++row)
+            if (auto term = RowOf(row)) sum.push_back(std::move(*term));
+        return sum;
+    }
+
+    Control EnableOf(const CellUse& use) const {
+        if (use.Enable == EnableKind::Row) return {SumOf(use.EnableRow, 1), Source::Own};
+        if (use.Enable == EnableKind::Always) return {Always(), Source::Device};
+        if (use.Enable == EnableKind::None) return {};
+        return {{{PinLiteral(mode_.EnablePin, true)}}, Source::Device};
+    }
+
+    static Literal PinLiteral(int pin, bool negated) {
+        return {{Signal::Kind::Pin, static_cast<std::size_t>(pin)}, negated};
+    }
+
+    bool PinHasSum(const fit::Cell& cell) const {
+        return cell.Polarity == PolarityKind::Fuse ? fuses_[cell.PolarityFuse]
+                                                   : cell.Polarity == PolarityKind::High;
+    }
+
+    Macrocell CellOf(std::size_t index) const {
+        const auto& cell = mode_.Cells[index];
+        Macrocell result;
+        result.Pin = result.Node = cell.Pin;
+        result.Known = uses_[index] != nullptr;
+        if (!result.Known || uses_[index]->Kind == UseKind::Input) return result;
+        const auto& use = *uses_[index];
+        result.Rows = SumOf(use.FirstRow, use.Terms);
+        result.Enable = EnableOf(use);
+        if (use.Kind == UseKind::Register) {
+            SetRegister(result, use, PinHasSum(cell));
+        } else {
+            result.PinInverted = !PinHasSum(cell);
+        }
+        return result;
+    }
+
+    // The polarity lies behind the register that takes the sum itself, before any other, whose pin has the
+    // complement.
+    void SetRegister(Macrocell& cell, const CellUse& use, bool pinHasSum) const {
+        const bool isBehind = use.Feedback == FeedbackKind::NotSum;
+        cell.Register = RegisterKind::D;
+        cell.Inverted = !isBehind && pinHasSum;
+        cell.PinInverted = !isBehind || !pinHasSum;
+        cell.PowerUp = '0';
+        if (mode_.ClockPin != 0) cell.Clock = {{{PinLiteral(mode_.ClockPin, false)}}, Source::Device};
+        if (mode_.ResetRow >= 0)
+            cell.Reset = {SumOf(static_cast<std::size_t>(mode_.ResetRow), 1), Source::Shared};
+        if (mode_.PresetRow >= 0)
+            cell.SyncPreset = {SumOf(static_cast<std::size_t>(mode_.PresetRow), 1), Source::Shared};
+    }
+
+    const fit::Mode& mode_;
+    const std::vector<bool>& fuses_;
+    std::vector<const CellUse*> uses_;  // of each cell
+    std::vector<Literal> columns_;      // pin 0: what the device library does not tell
+};
+
+bool FitsSize(const fit::Device& device, std::size_t fuses) {
+    const auto& signature = device.Signature;
+    const bool isWithout =
+        signature.Count > 0 && fuses == signature.First && device.Fuses == signature.First + signature.Count;
+    return fuses == device.Fuses || isWithout;
+}
+
+}  // namespace
+
+ChipResult ReadBack(const fit::Device& device, const std::vector<bool>& fuses) {
+    ChipResult result;
+    const auto refuse = [&](MessageCode code, const std::string& detail) {
+        result.Messages.push_back(model::MakeMessage(code.Entry(), {}, detail));
+    };
+    if (device.IsVirtual() || !FitsSize(device, fuses.size())) {
+        refuse("7400tc", std::to_string(fuses.size()) + ", " + device.Mnemonic + " has " +
+                             std::to_string(device.Fuses));
+        return result;
+    }
+    auto map = fuses;
+    map.resize(device.Fuses, false);
+    for (const auto& mode : device.Modes) {
+        if (!Has(map, mode.Fuses)) continue;
+        result.Found = Chip{device.Mnemonic, mode.Name, device.Pins, Decoder(mode, map).Cells()};
+        return result;
+    }
+    refuse("7401tc", device.Mnemonic);
+    return result;
+}
+
+}  // namespace proof
