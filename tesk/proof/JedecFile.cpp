@@ -198,7 +198,11 @@ class Reader {
 
     void Finish(const JedecFrame& frame) {
         const bool any = file_.Told > 0 || file_.FuseCount > 0 || !file_.Vectors.empty();
-        if (!any && file_.Ok()) return Tell("7300tc", 1, {});
+        if (!any) {
+            file_.Messages.clear();
+            return Tell(frame.HasStart && !frame.HasEnd ? MessageCode("7301tc") : MessageCode("7300tc"), 1,
+                        {});
+        }
         FillUp();
         SortVectors();
         CheckVectors();

@@ -150,7 +150,7 @@ ChipResult ReadBack(const fit::Device& device, const std::vector<bool>& fuses) {
         result.Messages.push_back(model::MakeMessage(code.Entry(), {}, detail));
     };
     if (device.IsVirtual() || !FitsSize(device, fuses.size())) {
-        refuse("7400tc", std::to_string(fuses.size()) + ", " + device.Mnemonic + " has " +
+        refuse("7400tc", std::to_string(fuses.size()) + " fuses, " + device.Mnemonic + " has " +
                              std::to_string(device.Fuses));
         return result;
     }

@@ -1,0 +1,167 @@
+#include "proof/Compare.h"
+
+#include <set>
+
+#include "logic/Minimize.h"
+
+namespace proof {
+namespace {
+
+using logic::Cover;
+using Result = Comparison::Result;
+
+constexpr std::size_t kMostCubes = 20'000;  // of a complement
+
+class Comparer {
+  public:
+    Comparer(const std::vector<const Products*>& all, std::uint64_t bound) : bound_(bound) {
+        std::set<Key> keys;
+        for (const Products* products : all)
+            for (const Cube& cube : *products)
+                for (const auto& [key, value] : cube.Values()) keys.insert(key);
+        keys_.assign(keys.begin(), keys.end());
+        for (std::size_t i = 0; i < keys_.size(); ++i) places_[keys_[i]] = static_cast<int>(i);
+    }
+
+    Cover CoverOf(const Products& products) const {
+        Cover cover = Nothing();
+        for (const Cube& cube : products) {
+            if (cube.IsEmpty()) continue;
+            logic::Word* words = cover.Append();
+            cover.Form().SetOutput(words, 0, true);
+            for (const auto& [key, value] : cube.Values())
+                cover.Form().SetInput(words, places_.at(key), Of(value));
+        }
+        return cover;
+    }
+
+    // Nothing if it takes too much.
+    std::optional<Cover> Xor(const Cover& a, const Cover& b) const {
+        std::uint64_t steps = bound_;
+        const auto notA = logic::Complement(a, kMostCubes, steps);
+        const auto notB = logic::Complement(b, kMostCubes, steps);
+        if (!notA || !notB || notA->Size() * b.Size() + notB->Size() * a.Size() > kMostCubes)
+            return std::nullopt;
+        Cover result = Product(*notA, b);
+        result.AddAll(Product(a, *notB));
+        return result;
+    }
+
+    Cover Product(const Cover& a, const Cover& b) const {
+        Cover result = Nothing();
+        for (std::size_t i = 0; i < a.Size(); ++i)
+            for (std::size_t k = 0; k < b.Size(); ++k) {
+                if (!a.Form().InputsMeet(a[i], b[k])) continue;
+                logic::Word* words = result.Append();
+                result.Form().Intersect(words, a[i], b[k]);
+            }
+        return result;
+    }
+
+    // Whether they have a point in common; the first product that they share.
+    bool Meet(const Cover& a, const Cover& b, Cover& shared) const {
+        for (std::size_t i = 0; i < a.Size(); ++i)
+            for (std::size_t k = 0; k < b.Size(); ++k) {
+                if (!a.Form().InputsMeet(a[i], b[k])) continue;
+                shared = Nothing();
+                shared.Form().Intersect(shared.Append(), a[i], b[k]);
+                return true;
+            }
+        return false;
+    }
+
+    // Whether `outer` holds `inner`, else a point where it does not.
+    Result Holds(const Cover& outer, const Cover& inner, Cover& point) const {
+        const auto whole = logic::CoversWithin(outer, inner, bound_);
+        if (!whole) return Result::Open;
+        if (*whole) return Result::Same;
+        for (std::size_t i = 0; i < inner.Size(); ++i) {
+            point = Nothing();
+            point.Add(inner[i]);
+            if (const auto covers = logic::CoversWithin(outer, point, bound_); !covers)
+                return Result::Open;
+            else if (!*covers)
+                return Narrow(outer, point);
+        }
+        return Result::Open;
+    }
+
+    // Makes a point of a cube that holds one outside.
+    Result Narrow(const Cover& outer, Cover& point) const {
+        for (int v = 0; v < point.Inputs(); ++v) {
+            if (point.Form().Input(point[0], v) != logic::Literal::Free) continue;
+            point.Form().SetInput(point[0], v, logic::Literal::Zero);
+            const auto covers = logic::CoversWithin(outer, point, bound_);
+            if (!covers) return Result::Open;
+            if (*covers) point.Form().SetInput(point[0], v, logic::Literal::One);
+        }
+        return Result::Different;
+    }
+
+    Comparison Made(Result result, const Cover& point, bool found) const {
+        Comparison made{result, {}};
+        if (result != Result::Different) return made;
+        made.At.Found = found;
+        for (std::size_t i = 0; i < keys_.size(); ++i)
+            made.At.Values[keys_[i]] =
+                point.Form().Input(point[0], static_cast<int>(i)) == logic::Literal::One;
+        return made;
+    }
+
+    Cover Nothing() const { return Cover(static_cast<int>(keys_.size()), 1); }
+    Cover Everything() const {
+        Cover cover = Nothing();
+        logic::Word* words = cover.Append();
+        cover.Form().SetOutput(words, 0, true);
+        return cover;
+    }
+
+  private:
+    static logic::Literal Of(bool value) { return value ? logic::Literal::One : logic::Literal::Zero; }
+
+    std::uint64_t bound_;
+    std::vector<Key> keys_;
+    std::map<Key, int> places_;
+};
+
+Cover With(Cover a, const Cover& b) {
+    a.AddAll(b);
+    return a;
+}
+
+}  // namespace
+
+void Cube::Add(const Key& key, bool value) {
+    const auto [place, isNew] = values_.emplace(key, value);
+    isEmpty_ = isEmpty_ || (!isNew && place->second != value);
+}
+
+Comparison Compare(const Products& rows, const Products* rows2, bool inverted, const Products& on,
+                   const Products& dontCare, std::uint64_t bound) {
+    static const Products none;
+    const Comparer comparer({&rows, rows2 == nullptr ? &none : rows2, &on, &dontCare}, bound);
+    Cover sum = comparer.CoverOf(rows);
+    if (rows2 != nullptr) {
+        auto both = comparer.Xor(sum, comparer.CoverOf(*rows2));
+        if (!both) return {Result::Open, {}};
+        sum = std::move(*both);
+    }
+    const Cover one = comparer.CoverOf(on);
+    const Cover open = comparer.CoverOf(dontCare);
+    Cover point;
+    // Where the equations say 1, the fuses must not say 0.
+    Result result = Result::Same;
+    if (!inverted) {
+        result = comparer.Holds(With(sum, open), one, point);
+    } else if (comparer.Meet(one, sum, point)) {
+        result = comparer.Narrow(comparer.Nothing(), point);
+    }
+    if (result != Result::Same) return comparer.Made(result, point, false);
+    // Nor 1 where the equations say 0.
+    const Cover most = With(one, open);
+    result = inverted ? comparer.Holds(With(most, sum), comparer.Everything(), point)
+                      : comparer.Holds(most, sum, point);
+    return comparer.Made(result, point, true);
+}
+
+}  // namespace proof
