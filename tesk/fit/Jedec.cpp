@@ -77,6 +77,7 @@ std::string WriteJedec(const Device& device, const Fit& fit, const JedecNotes& n
     std::string text = model::StartOfText + Specification(fit, notes);
     text += line("QP" + std::to_string(device.Pins));
     text += line("QF" + std::to_string(fit.Fuses.size()));
+    for (const auto& place : notes.Places) text += line("N " + Plain(place));
     text += line(notes.Secure ? "G1" : "G0");
     text += line("F0");
     const auto columns = ColumnsOf(device, fit);

@@ -13,8 +13,9 @@ namespace fit {
 // What a JEDEC file tells beside the fuses.
 struct JedecNotes {
     std::vector<std::pair<std::string, std::string>>
-        Header;           // keyword and text of the design's header, in order
-    bool Secure = false;  // "g": the security fuse is to be programmed (G1)
+        Header;                         // keyword and text of the design's header, in order
+    bool Secure = false;                // "g": the security fuse is to be programmed (G1)
+    std::vector<std::string> Places{};  // N fields: where names went, as model::PlaceNote tells
 };
 
 // The fuse map as JESD3-C: STX, design specification with the header, QP, QF, G, F0, L fields (rows that hold

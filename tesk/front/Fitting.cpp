@@ -37,15 +37,6 @@ Place PlaceOf(const Design& design, const Message& message) {
     return {0, 1, 0};
 }
 
-void Tell(const Design& design, const std::vector<Message>& messages, Report& report) {
-    for (Message message : messages) {
-        if (message.At.Line > 0)
-            message.Text += ", line " + std::to_string(message.At.Line) + " of the library";
-        message.At = PlaceOf(design, message);
-        report.AddForeign(message);
-    }
-}
-
 Equation* Find(Design& design, int variable, Extension to) {
     for (Equation& equation : design.Equations)
         if (equation.Variable == variable && equation.To == to) return &equation;
@@ -84,6 +75,15 @@ void AddOther(const fit::Library& devices, Fitted& fitted, const fit::Options& o
 
 }  // namespace
 
+void ReportWhereDeclared(const Design& design, std::vector<Message> messages, Report& report) {
+    for (Message& message : messages) {
+        if (message.At.Line > 0)
+            message.Text += ", line " + std::to_string(message.At.Line) + " of the library";
+        message.At = message.Level == Severity::Information ? Place{} : PlaceOf(design, message);
+        report.AddForeign(message);
+    }
+}
+
 fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
     fit::Design result;
     for (const Variable& variable : design.Variables) {
@@ -105,6 +105,10 @@ fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
     return result;
 }
 
+bool IsLow(const fit::Placement& placement) {
+    return placement.Use != fit::UseKind::Input && placement.Complemented == placement.PolarityHigh;
+}
+
 fit::Options ToFitter(const Options& options) {
     fit::Options how;
     if (options.Best) how.Choose = fit::Polarity::Best;
@@ -115,7 +119,7 @@ fit::Options ToFitter(const Options& options) {
 std::optional<Fitted> FitInto(Design& design, std::string_view library, const Options& options,
                               Report& report) {
     const fit::Library devices = fit::ReadLibrary(library);
-    Tell(design, devices.Messages, report);
+    ReportWhereDeclared(design, devices.Messages, report);
     const fit::Device* device = devices.Ok() ? devices.Find(design.Device) : nullptr;
     if (device == nullptr) {
         if (devices.Ok()) report.Add(Code::DeviceUnknown, {0, 1, 0}, design.Device);
@@ -128,7 +132,7 @@ std::optional<Fitted> FitInto(Design& design, std::string_view library, const Op
     fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, ToFitter(options));
     const auto helped = AddRemedies(design, options, fitted.Device, fitted.Result.Messages);
     AddOther(devices, fitted, ToFitter(options), helped);
-    Tell(design, fitted.Result.Messages, report);
+    ReportWhereDeclared(design, fitted.Result.Messages, report);
     if (!fitted.Result.Ok()) return std::nullopt;
     Note(design, fitted);
     return fitted;

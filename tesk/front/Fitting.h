@@ -29,4 +29,10 @@ fit::Options ToFitter(const Options& options);
 std::optional<Fitted> FitInto(Design& design, std::string_view library, const Options& options,
                               Report& report);
 
+// Messages of the device library, the fitter and the proof, where the name that they are about is declared.
+void ReportWhereDeclared(const Design& design, std::vector<Message> messages, Report& report);
+
+// Whether the pin of a name with functions is low while the name is asserted.
+bool IsLow(const fit::Placement& placement);
+
 }  // namespace front

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "front/Outputs.h"
+#include "front/Proving.h"
 #include "front/Run.h"
 
 namespace front {
@@ -80,8 +81,11 @@ void WriteJed(Run& run) {
     std::replace_if(
         name.begin(), name.end(), [](char c) { return !IsWordChar(c) && c != '-'; }, '_');
     if (run.Options.Name) path = Beside(run.Base, name + ".JED");
+    const std::string text = JedecText(run.Result(), run.Options, *run.Fit);
+    run.Said.Status("Proving");
+    if (!ProveMap(run.Result(), *run.Fit, text, run.Said)) return;
     run.JedecPath = path;
-    run.Write(path, JedecText(run.Result(), run.Options, *run.Fit));
+    run.Write(path, text);
 }
 
 bool Fit(Run& run) {

@@ -20,6 +20,13 @@ std::string HostPath(std::string_view name) {
     return result.string();
 }
 
+std::string InstalledLibrary() {
+    std::error_code error;
+    const auto shared = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "Shared";
+    const auto own = shared / "tesk.dl";
+    return (fs::exists(own, error) ? own : shared / "Fullset.dl").string();
+}
+
 bool IsFile(std::string_view name) {
     std::error_code error;
     return fs::is_regular_file(HostPath(name), error);

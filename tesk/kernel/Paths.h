@@ -13,6 +13,10 @@ namespace kernel {
 // the name as written.
 std::string HostPath(std::string_view name);
 
+// The device library of the installation that the running program is part of: `tesk.dl`, or the full set that
+// it is made from.
+std::string InstalledLibrary();
+
 bool IsFile(std::string_view name);
 // For the user, of a host path.
 std::string WhyNotWritten(const std::string& hostPath, const base::RunTimeError& error);

@@ -1,7 +1,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -103,15 +102,6 @@ bool Shorten(std::string& path) {
     return true;
 }
 
-// The device library of the installation, or the full set that it is made from.
-std::string Library() {
-    std::error_code error;
-    const auto shared =
-        std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "Shared";
-    const auto own = shared / "tesk.dl";
-    return (std::filesystem::exists(own, error) ? own : shared / "Fullset.dl").string();
-}
-
 int CompileFile(const Arguments& arguments) {
     const std::string letters = arguments.Options.value_or("jaxlm4");
     std::string base = arguments.File;
@@ -121,7 +111,7 @@ int CompileFile(const Arguments& arguments) {
     constexpr std::size_t most = base::RunRecord::TextSize;
     if (!Shorten(base) || base.size() >= most || letters.size() >= most || arguments.Device.size() >= most)
         return Refuse("an argument is too long");
-    base::SetText(record.szLibrary, Library());
+    base::SetText(record.szLibrary, kernel::InstalledLibrary());
     base::SetText(record.szOptions, letters);
     base::SetText(record.szDevice, arguments.Device);
     base::SetText(record.szDesign, base);
@@ -136,7 +126,8 @@ int CompileStream(const Arguments& arguments) {
     const front::Options options = front::Options::Parse(letters);
     if (options.Simulate || kernel::OutputsOf(options).size() > 1)
         return Refuse("for - the letters may ask for one output, and not for s");
-    const bool isClean = kernel::CompileStandardInput(letters, arguments.Device, Library(), isGnu, fault);
+    const bool isClean =
+        kernel::CompileStandardInput(letters, arguments.Device, kernel::InstalledLibrary(), isGnu, fault);
     return isClean ? exitClean : fault ? exitFault : exitErrors;
 }
 

@@ -6,6 +6,7 @@
 
 #include "Support.h"
 #include "fit/MessageTable.h"
+#include "proof/MessageTable.h"
 #include "sim/MessageLog.h"
 #include "sim/SiOrder.h"
 
@@ -22,6 +23,7 @@ std::string FileText(const std::string& path) {
 TEST(Messages, DataFileHoldsEveryCode) {
     EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"), model::MessageData(front::MessageTable()) +
                                                      model::MessageData(fit::kMessages) +
+                                                     model::MessageData(proof::kMessages) +
                                                      model::MessageData(sim::kMessages));
     std::set<std::string_view> numbers;
     for (const front::MessageEntry& entry : front::MessageTable()) {

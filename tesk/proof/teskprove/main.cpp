@@ -1,0 +1,178 @@
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Text.h"
+#include "front/Proving.h"
+#include "front/Run.h"
+#include "kernel/LastCompile.h"
+#include "kernel/Paths.h"
+#include "model/Jedec.h"
+#include "proof/JedecFile.h"
+
+// teskprove: whether a fuse map is the design.
+namespace {
+
+enum Exit : int { exitProved = 0, exitNotProved = 1, exitUsage = 2, exitFault = 4 };
+
+constexpr const char* kUsage = "usage: teskprove [-d DEVICE] DESIGN.PLD FILE.JED\n";
+constexpr const char* kVersion = "teskprove " TESKPROVE_VERSION "\n";
+constexpr const char* kHelp =
+    R"(usage: teskprove [OPTION...] DESIGN.PLD FILE.JED
+
+Proves that a fuse map is the design: reads the function of every pin out of
+the fuses and compares it with the equations, for all values of their inputs.
+What differs is told with values at which it does. Any writer's JEDEC file
+will do.
+
+  -d DEVICE  mnemonic; "&", the default, is the one that the design names
+  --help     print this
+  --version  print the version
+
+Exit codes: 0 proved, 1 not proved: differences, equations that are too large
+to compare, errors in the design or with the files, 2 a wrong call, 4 a fault
+of the program.
+)";
+
+struct Arguments {
+    std::string Device = "&";
+    std::string Design;
+    std::string Jedec;
+    const char* Answer = nullptr;  // what --help or --version print
+};
+
+bool Parse(int count, char** values, Arguments& arguments) {
+    for (int i = 1; i < count; ++i) {
+        const std::string_view value = values[i];
+        if (value == "--help" || value == "--version")
+            arguments.Answer = value == "--help" ? kHelp : kVersion;
+        else if (value == "-d" && i + 1 < count)
+            arguments.Device = values[++i];
+        else if (value.empty() || value[0] == '-' || !arguments.Jedec.empty())
+            return false;
+        else
+            (arguments.Design.empty() ? arguments.Design : arguments.Jedec) = value;
+    }
+    return arguments.Answer != nullptr || !arguments.Jedec.empty();
+}
+
+void Say(const model::Message& message, const std::string& file) {
+    std::string line = model::Headline(message);
+    if (message.At.Line > 0) line += " (" + file + " line " + std::to_string(message.At.Line) + ")";
+    std::printf("%s\n", line.c_str());
+}
+
+class Proof {
+  public:
+    explicit Proof(const Arguments& arguments) : arguments_(arguments), run_(files_, silent_) {
+        run_.Base = arguments.Design;
+        if (run_.Base.size() > 4 && base::EqualNoCase(run_.Base.substr(run_.Base.size() - 4), ".PLD"))
+            run_.Base.resize(run_.Base.size() - 4);
+        run_.Device = arguments.Device;
+        run_.Library = kernel::InstalledLibrary();
+        run_.Options =
+            front::Options::Parse(kernel::KeptLetters(files_.Identity(run_.Output(".PLD"))).value_or("jm4"));
+        run_.Options.Expanded = false;
+    }
+
+    bool Run() {
+        if (!Read()) return false;
+        libraryText_ = files_.Read(run_.Library, fit::LibraryLimits::FileBytes).value_or("");
+        const fit::Library library = fit::ReadLibrary(libraryText_);
+        const fit::Device* device = library.Find(run_.Result().Device);
+        if (device == nullptr || device->IsVirtual()) {
+            std::printf("%s: no device whose fuses are known\n", run_.Result().Device.c_str());
+            return false;
+        }
+        const proof::ChipResult chip = proof::ReadBack(*device, jedec_.FuseMap(device->Fuses));
+        for (const model::Message& message : chip.Messages) Say(message, arguments_.Jedec);
+        if (!chip.Found || !Place(*chip.Found)) return false;
+        const proof::Verdict verdict = proof::Prove(equations_, *chip.Found);
+        for (const model::Message& message : proof::Tell(verdict, *chip.Found, !run_.Result().Fuses.empty()))
+            Say(message, "");
+        return verdict.Proved();
+    }
+
+  private:
+    bool Read() {
+        const bool built = ExpandStage(run_) && AnalyseStage(run_) && BuildStage(run_);
+        if (!built || !run_.Ok()) return SayErrors();
+        const auto text = files_.Read(arguments_.Jedec, proof::JedecLimits::FileBytes);
+        if (!text) {
+            std::printf("%s: cannot be read\n", arguments_.Jedec.c_str());
+            return false;
+        }
+        jedec_ = proof::ReadJedec(*text);
+        for (const model::Message& message : jedec_.Messages) Say(message, arguments_.Jedec);
+        return jedec_.Ok();
+    }
+
+    bool SayErrors() const {
+        for (const model::Message& message : run_.Said.Messages())
+            if (message.Level == model::Severity::Error)
+                std::printf("%s\n", run_.Said.ListLine(message).c_str());
+        return false;
+    }
+
+    // Names that the design does not place are where the notes of the fuse map tell, else where the fitter
+    // puts them with the letters of the last compile.
+    bool Place(const proof::Chip& chip) {
+        std::vector<model::PlaceNote> notes;
+        for (const std::string& text : jedec_.Notes)
+            if (auto note = model::ReadPlaceNote(text)) notes.push_back(std::move(*note));
+        front::Design& design = run_.Result();
+        for (const model::PlaceNote& note : notes)
+            for (front::Variable& variable : design.Variables)
+                if (variable.Name == note.Name && variable.Number == 0) variable.Number = note.Place;
+        const bool isOpen =
+            std::any_of(design.Variables.begin(), design.Variables.end(), [](const auto& variable) {
+                return variable.Kind != front::VariableKind::Intermediate && variable.Number == 0;
+            });
+        if (isOpen && notes.empty() &&
+            !(MinimiseStage(run_) && FitInto(design, libraryText_, run_.Options, run_.Said)))
+            return SayErrors();
+        equations_ = front::ToEquations(design);
+        SetLevels(notes, chip);
+        return true;
+    }
+
+    void SetLevels(const std::vector<model::PlaceNote>& notes, const proof::Chip& chip) {
+        bool areNoted = false;
+        for (const model::PlaceNote& note : notes)
+            for (proof::Name& name : equations_.Names) {
+                if (!note.Node || !name.Node || name.Text != note.Name) continue;
+                name.ActiveLow = note.Low;
+                areNoted = true;
+            }
+        if (!areNoted) proof::SettleNodes(equations_, chip);
+    }
+
+    const Arguments& arguments_;
+    kernel::DiskFiles files_;
+    front::Listener silent_;
+    front::Run run_;
+    std::string libraryText_;
+    proof::JedecFile jedec_;
+    proof::Equations equations_;
+};
+
+}  // namespace
+
+int main(int count, char** values) {
+    Arguments arguments;
+    if (!Parse(count, values, arguments)) {
+        std::fprintf(stderr, "teskprove: the command is not understood\n%s", kUsage);
+        return exitUsage;
+    }
+    try {
+        const bool done =
+            arguments.Answer != nullptr ? std::fputs(arguments.Answer, stdout) >= 0 : Proof(arguments).Run();
+        return std::fflush(stdout) == 0 && done ? exitProved : exitNotProved;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "teskprove: internal error: %s\n", error.what());
+        return exitFault;
+    }
+}
