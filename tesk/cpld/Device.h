@@ -118,7 +118,8 @@ struct ProgramRun {
 };
 
 struct WordPlace {
-    std::size_t Address = 0;
+    static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
+    std::size_t Address = Nowhere;
     std::size_t Bit = 0;  // 0 is shifted first
 };
 
@@ -159,7 +160,9 @@ struct Device {
     const Block& BlockOf(std::size_t cell) const { return Blocks[cell / BlockCells]; }
     const Package* FindPackage(std::string_view suffix) const;  // in any case; empty: the first. Null: none
     bool IsJtagPad(std::size_t pad) const;
-    std::string NameOf(Signal signal) const;  // "M4", "MC4", "GND"
+    std::vector<WordPlace> ProgramPlaces() const;      // of each fuse; Nowhere: it is not programmed
+    std::size_t WordWidth(std::size_t address) const;  // 0: no such address
+    std::string NameOf(Signal signal) const;           // "M4", "MC4", "GND"
 };
 
 // Takes the text of a library. Throws base::RunTimeError with the line and what is wrong with it; devices
