@@ -1,10 +1,48 @@
 #include "model/Jedec.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "base/Text.h"
 
 namespace model {
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+
+std::string Plain(std::string_view text) {
+    std::string plain(text);
+    std::replace_if(
+        plain.begin(), plain.end(), [](char c) { return c < ' ' || c > '~' || c == '*'; }, '?');
+    return plain;
+}
+
+std::string Specification(const JedecMap& map) {
+    std::string text = "Tesk fuse map";
+    text += lineEnd;
+    for (const auto& [keyword, content] : map.Header) {
+        text += base::PadRight(Plain(keyword), 10) + " " + Plain(content);
+        text += lineEnd;
+    }
+    text += "Fitted to  " + Plain(map.Device);
+    text += lineEnd;
+    return text + "*" + std::string(lineEnd);
+}
+
+// The fuses from a number on, in lines of the array's width; lines of zeros are left to the default.
+void AddFuses(std::string& text, const std::vector<bool>& fuses, std::size_t first, std::size_t end,
+              std::size_t width) {
+    for (std::size_t at = first; at < end; at += width) {
+        const auto stop = std::min(at + width, end);
+        std::string line;
+        for (std::size_t i = at; i < stop; ++i) line += fuses[i] ? '1' : '0';
+        if (line.find('1') == line.npos) continue;
+        text += "L" + FuseNumber(at) + " " + line + "*";
+        text += lineEnd;
+    }
+}
+
+}  // namespace
 
 std::string FuseNumber(std::size_t fuse) { return base::PadLeft(std::to_string(fuse), 5, '0'); }
 std::string VectorNumber(std::size_t vector) { return base::PadLeft(std::to_string(vector), 4, '0'); }
@@ -36,6 +74,27 @@ std::string Transmission(std::string text) {
     unsigned sum = 0;
     for (const char c : text) sum += static_cast<unsigned char>(c);
     return std::move(text) + Checksum(sum) + "\r\n";
+}
+
+std::uint16_t FuseChecksum(const std::vector<bool>& fuses) {
+    unsigned sum = 0;
+    for (std::size_t i = 0; i < fuses.size(); ++i) sum += fuses[i] ? 1u << (i % 8) : 0u;
+    return static_cast<std::uint16_t>(sum);
+}
+
+std::string WriteJedec(const JedecMap& map) {
+    const auto line = [](const std::string& field) { return field + "*" + std::string(lineEnd); };
+    std::string text = StartOfText + Specification(map);
+    for (const auto& note : map.Notes) text += line("N " + Plain(note));
+    text += line("QP" + std::to_string(map.Pins));
+    text += line("QF" + std::to_string(map.Fuses.size()));
+    text += line(map.Secure ? "G1" : "G0");
+    text += line("F0");
+    AddFuses(text, map.Fuses, 0, map.Array, map.Columns);
+    AddFuses(text, map.Fuses, map.Array, map.Fuses.size(), 64);
+    text += line("C" + Checksum(FuseChecksum(map.Fuses)));
+    text += EndOfText;
+    return Transmission(std::move(text));
 }
 
 }  // namespace model

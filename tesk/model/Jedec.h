@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 // How a JEDEC file (JESD3-C) writes what fitter and simulator put into it.
 namespace model {
@@ -28,5 +31,24 @@ std::optional<PlaceNote> ReadPlaceNote(std::string_view text);  // nothing if it
 
 // The text from its start (STX) to its end (ETX), with the transmission checksum and a line end behind it.
 std::string Transmission(std::string text);
+
+// Sum of the fuses in groups of eight, the first one the least significant bit; modulo 65536.
+std::uint16_t FuseChecksum(const std::vector<bool>& fuses);
+
+// A fuse map on its way to a file. Characters of its texts that the format reserves or does not have ("*",
+// codes below 32 and above 126) become "?".
+struct JedecMap {
+    std::string Device;  // "Fitted to": with what is to be said of its use
+    std::vector<std::pair<std::string, std::string>> Header;  // keyword and text of the design's, in order
+    std::vector<std::string> Notes;                           // N fields
+    int Pins = 0;
+    bool Secure = false;  // G1: the security fuse is to be programmed
+    std::vector<bool> Fuses;
+    std::size_t Array = 0, Columns = 64;  // fuses before Array stand in rows of so many, the others of 64
+};
+
+// The map as JESD3-C: STX, design specification with the header, N, QP, QF, G, F0, L fields (rows that hold a
+// 1), C fuse checksum, ETX, transmission checksum. Lines end CR LF.
+std::string WriteJedec(const JedecMap& map);
 
 }  // namespace model
