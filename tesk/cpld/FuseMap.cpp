@@ -83,17 +83,38 @@ class Writer {
     throw base::RunTimeError(base::errTypeMismatch, what + " (fuse " + std::to_string(fuse) + ")");
 }
 
+struct OptionPlace {
+    std::size_t Cell = 0, Shift = 0;
+    std::string Owner = "the device";
+};
+
+template <typename Record, typename Options>
+void ReadOptions(const std::vector<bool>& fuses, const std::vector<Choice>& choices, Options options,
+                 const OptionPlace& at, Record& into) {
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        unsigned value = 0;
+        for (std::size_t k = 0; k < choices[i].Fuses.size(); ++k)
+            value |= static_cast<unsigned>(fuses[choices[i].Fuses[k].Of(at.Cell) + at.Shift]) << k;
+        const auto& values = choices[i].Values;
+        const auto found = std::find(values.begin(), values.end(), value);
+        if (found == values.end())
+            Unknown("no value of " + std::string(options[i].Name) + " of " + at.Owner,
+                    choices[i].Fuses[0].Of(at.Cell) + at.Shift);
+        options[i].Set(into, static_cast<unsigned>(found - values.begin()));
+    }
+}
+
 class Reader {
   public:
     Reader(const Device& device, const std::vector<bool>& fuses)
         : device_(device), fuses_(fuses), into_(EmptyConfiguration(device)) {}
 
-    Configuration Read() {
+    Configuration Read(const Settings& settings) {
         for (std::size_t i = 0; i < device_.Reserved.size(); ++i)
             if (fuses_[device_.Reserved[i]] != device_.ReservedStates[i])
                 Unknown("a reserved fuse is changed", device_.Reserved[i]);
         for (std::size_t cell = 0; cell < into_.Cells.size(); ++cell) ReadCell(cell);
-        ReadOptions(device_.Settings, DeviceSettings(), into_.Settings, 0, 0, "the device");
+        into_.Settings = settings;
         for (std::size_t block = 0; block < into_.Switches.size(); ++block)
             for (std::size_t i = 0; i < BlockSwitches; ++i) {
                 const Switch& from = device_.Blocks[block].Switches[i];
@@ -111,30 +132,14 @@ class Reader {
     void ReadCell(std::size_t cell) {
         Cell& into = into_.Cells[cell];
         const std::string name = "MC" + std::to_string(cell + 1);
-        ReadOptions(device_.Options, CellOptions(), into, cell % BlockCells,
-                    device_.BlockOf(cell).OptionShift, name);
+        ReadOptions(fuses_, device_.Options, CellOptions(),
+                    {cell % BlockCells, device_.BlockOf(cell).OptionShift, name}, into);
         for (std::size_t term = 0; term < CellTerms; ++term) {
             const std::size_t first = FirstFuseOf(device_, cell, term);
             for (std::size_t column = 0; column < TermColumns; ++column)
                 into.Terms[term][column] = !fuses_[first + column];
             if (into.TermPower == Switched::Off && !into.Terms[term].all())
                 Unknown(name + " has a term without power", first);
-        }
-    }
-
-    template <typename Record, typename Options>
-    void ReadOptions(const std::vector<Choice>& choices, Options options, Record& into, std::size_t cell,
-                     std::size_t shift, const std::string& owner) {
-        for (std::size_t i = 0; i < choices.size(); ++i) {
-            unsigned value = 0;
-            for (std::size_t k = 0; k < choices[i].Fuses.size(); ++k)
-                value |= static_cast<unsigned>(fuses_[choices[i].Fuses[k].Of(cell) + shift]) << k;
-            const auto& values = choices[i].Values;
-            const auto found = std::find(values.begin(), values.end(), value);
-            if (found == values.end())
-                Unknown("no value of " + std::string(options[i].Name) + " of " + owner,
-                        choices[i].Fuses[0].Of(cell) + shift);
-            options[i].Set(into, static_cast<unsigned>(found - values.begin()));
         }
     }
 
@@ -177,12 +182,19 @@ std::vector<bool> WriteFuses(const Device& device, const Configuration& configur
     return Writer(device, configuration).Write();
 }
 
-Configuration ReadConfiguration(const Device& device, const std::vector<bool>& fuses) {
+Settings ReadSettings(const Device& device, const std::vector<bool>& fuses) {
     if (fuses.size() != device.Fuses)
         throw base::RunTimeError(base::errTypeMismatch, "a map of " + std::to_string(fuses.size()) +
                                                             " fuses, " + device.Name + " has " +
                                                             std::to_string(device.Fuses));
-    return Reader(device, fuses).Read();
+    Settings settings;
+    ReadOptions(fuses, device.Settings, DeviceSettings(), {}, settings);
+    return settings;
+}
+
+Configuration ReadConfiguration(const Device& device, const std::vector<bool>& fuses) {
+    const Settings settings = ReadSettings(device, fuses);
+    return Reader(device, fuses).Read(settings);
 }
 
 }  // namespace cpld

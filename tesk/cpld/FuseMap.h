@@ -14,4 +14,7 @@ std::vector<bool> WriteFuses(const Device& device, const Configuration& configur
 // term beside the term power that is off.
 Configuration ReadConfiguration(const Device& device, const std::vector<bool>& fuses);
 
+// The settings of the device alone, whatever the other fuses say.
+Settings ReadSettings(const Device& device, const std::vector<bool>& fuses);
+
 }  // namespace cpld
