@@ -1,27 +1,17 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <fstream>
 #include <regex>
 
+#include "support/Shell.h"
+
 namespace {
 
-struct Outcome {
-    int Exit;
-    std::string Text;
-};
+using test::Outcome;
 
-// Runs the program in a shell; the arguments may redirect.
 Outcome RunTool(const std::string& arguments) {
-    FILE* pipe = popen((std::string(TESKMIN) + " " + arguments).c_str(), "r");
-    Outcome outcome{-1, ""};
-    char part[4096];
-    for (std::size_t n; (n = fread(part, 1, sizeof part, pipe)) > 0;) outcome.Text.append(part, n);
-    const int status = pclose(pipe);
-    if (WIFEXITED(status)) outcome.Exit = WEXITSTATUS(status);
-    return outcome;
+    return test::RunShell(std::string(TESKMIN) + " " + arguments);
 }
 
 std::string Write(const std::string& name, const std::string& text) {
