@@ -65,7 +65,8 @@ struct Cell {
 
 inline constexpr int NoSignal = -1;
 
-// A clock or an enable: index into its Signals in Device. An enable without one is at ground, inverter off.
+// A clock or an enable: index into its Signals in Device. A clock always has one; an enable without one is at
+// ground.
 struct GlobalUse {
     int Signal = NoSignal;
     bool Invert = false;

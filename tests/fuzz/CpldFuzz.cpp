@@ -2,25 +2,18 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "cpld/FuseMap.h"
 #include "cpld/ReadBack.h"
 #include "cpld/Svf.h"
+#include "tesk/cpld/Support.h"
 
 namespace {
 
 using namespace cpld;
 
-const std::string& LibraryText() {
-    static const std::string text = base::ReadWhole(CPLDS_DL, 1u << 20);
-    return text;
-}
-
-const std::vector<Device>& Devices() {
-    static const auto devices = ReadDevices(LibraryText());
-    return devices;
-}
+using test::Devices;
+using test::LibraryText;
 
 // Three bytes of a place and one that is put there, inserted or taken out.
 std::string Edited(std::string text, const std::uint8_t* data, std::size_t size) {
