@@ -71,7 +71,8 @@ fit::Design MakeDesign(const std::string& lines) {
 const std::vector<Family>& Families() {
     static const std::vector<Family> families{
         {"G16V8S", "16V8", "GAL16V8"},     {"G16V8MA", "16V8", "GAL16V8"},  {"G16V8MS", "16V8", "GAL16V8"},
-        {"G16V8", "16V8", "GAL16V8"},      {"G20V8", "20V8", "GAL20V8"},    {"G22V10", "22V10", "GAL22V10"},
+        {"G16V8", "16V8", "GAL16V8"},      {"G20V8S", "20V8", "GAL20V8"},   {"G20V8MA", "20V8", "GAL20V8"},
+        {"G20V8MS", "20V8", "GAL20V8"},    {"G20V8", "20V8", "GAL20V8"},    {"G22V10", "22V10", "GAL22V10"},
         {"G22V10PD", "22V10", "ATF22V10"}, {"P22V10", "22V10", "PAL22V10"}, {"G18V10", "", "GAL18V10"},
         {"P16L8", "16L8", "PAL16L8"},      {"P16R4", "16R4", "PAL16R4"},    {"P16R6", "16R6", "PAL16R6"},
         {"P16R8", "16R8", "PAL16R8"},      {"P20L8", "20L8", "PAL20L8"},    {"P20R4", "20R4", "PAL20R4"},
