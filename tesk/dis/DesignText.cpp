@@ -1,0 +1,212 @@
+#include "dis/DesignText.h"
+
+#include <algorithm>
+
+#include "base/Text.h"
+#include "front/Limits.h"
+#include "logic/Minimize.h"
+
+namespace dis {
+namespace {
+
+using convert::Formula;
+using convert::Operator;
+using proof::Control;
+using proof::Literal;
+using proof::RegisterKind;
+using proof::Signal;
+using proof::Sum;
+
+// The shortest sum for the same function.
+Sum Minimized(const Sum& sum) {
+    std::vector<Signal> signals;
+    const auto place = [&](const Signal& signal) {
+        const auto at = std::find(signals.begin(), signals.end(), signal);
+        if (at == signals.end()) signals.push_back(signal);
+        return static_cast<int>(std::find(signals.begin(), signals.end(), signal) - signals.begin());
+    };
+    for (const auto& term : sum)
+        for (const auto& literal : term) place(literal.Of);
+    logic::Cover cover(static_cast<int>(signals.size()), 1);
+    for (const auto& term : sum) {
+        auto* cube = cover.Append();
+        cover.Form().SetOutput(cube, 0, true);
+        for (const auto& literal : term)
+            cover.Form().SetInput(cube, place(literal.Of),
+                                  literal.Negated ? logic::Literal::Zero : logic::Literal::One);
+    }
+    const auto result = logic::Minimize(cover, logic::Cover(cover.Form()), logic::Level::m2).Terms;
+    Sum shorter(result.Size());
+    for (std::size_t i = 0; i < result.Size(); ++i) {
+        for (std::size_t v = 0; v < signals.size(); ++v) {
+            const auto value = result.Form().Input(result[i], static_cast<int>(v));
+            if (value != logic::Literal::Free)
+                shorter[i].push_back({signals[v], value == logic::Literal::Zero});
+        }
+    }
+    return shorter;
+}
+
+class Writer {
+  public:
+    Writer(convert::PldFile& file, const Programmed& chip, const Naming& naming, const TextOptions& options)
+        : file_(file), chip_(chip), naming_(naming), options_(options) {
+        for (std::size_t i = 0; i < chip.Live.size(); ++i)
+            if (chip.Live[i]) cells_.push_back(i);
+        std::sort(cells_.begin(), cells_.end(),
+                  [&](std::size_t a, std::size_t b) { return chip.At(a).Node < chip.At(b).Node; });
+    }
+
+    void Write() {
+        for (const auto& [number, pin] : naming_.Pins())
+            file_.Pins.push_back({pin.Name, number, pin.ActiveLow});
+        for (const auto cell : cells_)
+            if (chip_.At(cell).Pin == 0)
+                Add("PINNODE " + std::to_string(chip_.At(cell).Node) + " = " + naming_.OfCell(cell));
+        if (!options_.Minimize && !cells_.empty()) AddLevels();
+        for (const auto cell : cells_) AddData(cell);
+        AddControls();
+        AddFuses();
+    }
+
+  private:
+    void Add(const std::string& statement) { file_.Body += statement + " ;\r\n"; }
+
+    static std::string Listed(const std::vector<std::string>& names) {
+        if (names.size() == 1) return names.front();
+        std::string text = "[";
+        for (const auto& name : names) (text += text.size() > 1 ? ", " : "") += name;
+        return text + "]";
+    }
+
+    void AddLevels() {
+        std::vector<std::string> names;
+        for (const auto cell : cells_) names.push_back(naming_.OfCell(cell));
+        for (std::size_t at = 0; at < names.size(); at += 12) {
+            const auto first = names.begin() + static_cast<std::ptrdiff_t>(at);
+            const auto count = static_cast<std::ptrdiff_t>(std::min<std::size_t>(12, names.size() - at));
+            Add("MIN " + Listed({first, first + count}) + " = 0");
+        }
+        file_.Body += "\r\n";
+    }
+
+    // A name is asserted where the sum of the rows is true, of a register where it holds what that gave it.
+    Formula Of(const Literal& literal) const {
+        bool negated = literal.Negated;
+        std::string name;
+        if (literal.Of.From == Signal::Kind::Cell) {
+            negated = negated != chip_.At(literal.Of.At).Inverted;
+            name = naming_.OfCell(literal.Of.At);
+        } else {
+            const auto& pin = naming_.At(static_cast<int>(literal.Of.At));
+            const auto cell = chip_.LiveAt(literal.Of.At);
+            negated = negated != pin.ActiveLow;
+            name = pin.Name;
+            if (cell && chip_.At(*cell).Register != RegisterKind::None) name += ".IO";
+        }
+        return negated ? Formula::Not(Formula::Name(name)) : Formula::Name(name);
+    }
+
+    Formula Of(const Sum& sum) const {
+        auto result = Formula::Constant(false);
+        for (const auto& term : options_.Minimize ? Minimized(sum) : sum) {
+            auto product = Formula::Constant(true);
+            for (const auto& literal : term)
+                product = Formula::Combine(Operator::And, std::move(product), Of(literal));
+            result = Formula::Combine(Operator::Or, std::move(result), product);
+        }
+        return result;
+    }
+
+    void AddData(std::size_t index) {
+        const auto& cell = chip_.At(index);
+        auto value = Of(InPlace(chip_, index));
+        if (cell.Rows2) value = Formula::Combine(Operator::Xor, std::move(value), Of(*cell.Rows2));
+        std::string extension;
+        if (cell.Register == RegisterKind::D) extension = ".D";
+        if (cell.Register == RegisterKind::T) extension = ".T";
+        if (cell.Register == RegisterKind::Latch) extension = ".L";
+        const bool isToggled = cell.Register == RegisterKind::T && cell.Inverted;
+        file_.AddEquation(naming_.OfCell(index) + extension,
+                          isToggled ? Formula::Not(std::move(value)) : value);
+    }
+
+    // What one equation says of several macrocells stands once.
+    void AddControls() {
+        struct Group {
+            std::string Extension;
+            Formula Value;
+            std::vector<std::string> Names;
+        };
+        std::vector<Group> groups;
+        const auto add = [&](std::size_t cell, const char* extension, const Sum& sum) {
+            const auto value = Of(sum);
+            auto same = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
+                return group.Extension == extension && group.Value.Text() == value.Text() &&
+                       group.Names.size() < 12;
+            });
+            if (same == groups.end()) same = groups.insert(same, {extension, value, {}});
+            same->Names.push_back(naming_.OfCell(cell));
+        };
+        for (const auto index : cells_) {
+            const auto& cell = chip_.At(index);
+            const bool isLatch = cell.Register == RegisterKind::Latch;
+            const auto unless = [&](const char* extension, const Control& control, const Sum& usual) {
+                if (control.When != usual) add(index, extension, control.When);
+            };
+            if (cell.Register != RegisterKind::None) {
+                unless(isLatch ? ".LE" : ".CK", cell.Clock, {});
+                unless(".CE", cell.ClockEnable, proof::Always());
+                unless(cell.Inverted ? ".AP" : ".AR", cell.Reset, {});
+                unless(cell.Inverted ? ".AR" : ".AP", cell.Preset, {});
+                unless(cell.Inverted ? ".SP" : ".SR", cell.SyncReset, {});
+                unless(cell.Inverted ? ".SR" : ".SP", cell.SyncPreset, {});
+            }
+            if (cell.Pin != 0) unless(".OE", cell.Enable, proof::Always());
+        }
+        std::stable_sort(groups.begin(), groups.end(),
+                         [](const Group& a, const Group& b) { return a.Extension < b.Extension; });
+        if (!groups.empty()) file_.Body += "\r\n";
+        for (const auto& group : groups)
+            file_.AddEquation(Listed(group.Names) + group.Extension, group.Value);
+    }
+
+    // Runs of one value are repeated.
+    void AddFuses() {
+        constexpr std::size_t shortest = 8;
+        const auto& fuses = options_.Fuses;
+        if (!fuses.empty()) file_.Body += "\r\n/* Fuses that no equation sets. */\r\n";
+        for (std::size_t at = 0; at < fuses.size();) {
+            std::size_t end = at + 1;
+            while (end < fuses.size() && end - at < front::Limits::RepeatCount &&
+                   fuses[end].first == fuses[end - 1].first + 1 && fuses[end].second == fuses[at].second)
+                ++end;
+            const std::string value = fuses[at].second ? "1" : "0";
+            if (end - at < shortest) {
+                for (; at < end; ++at) Add("FUSE(" + std::to_string(fuses[at].first) + ", " + value + ")");
+                continue;
+            }
+            file_.Body += "$REPEAT i = [" + std::to_string(fuses[at].first) + ".." +
+                          std::to_string(fuses[end - 1].first) + "]\r\n";
+            Add("FUSE({i}, " + value + ")");
+            file_.Body += "$REPEND\r\n";
+            at = end;
+        }
+    }
+
+    convert::PldFile& file_;
+    const Programmed& chip_;
+    const Naming& naming_;
+    const TextOptions& options_;
+    std::vector<std::size_t> cells_;  // live ones, by number
+};
+
+}  // namespace
+
+std::string DesignText(convert::PldFile file, const Programmed& chip, const Naming& naming,
+                       const TextOptions& options) {
+    Writer(file, chip, naming, options).Write();
+    return file.Text();
+}
+
+}  // namespace dis
