@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -22,15 +23,17 @@
 //   ENABLE 11                   pin that enables registered outputs while it is low
 //   RESET 0                     row of the asynchronous reset of all registers
 //   PRESET 131                  row of their synchronous preset
+//   PRELOAD 1                   pin that loads the registers from outside; no input of the array
 //   CELL 18 6 2049              a macrocell: pin, column of its feedback or -, polarity fuse or low or high
 //   USE input 2121=1            a use of the macrocell, and the fuses that choose it
 //   USE output 9 7 8 pin 2121=1     first row, product terms, enable, feedback, fuses
 //   USE register 8 8 pin level      the same of a use with its register
+//   USE register 4 4 0&pin pin clock=1 reset=2 preset=3    rows of the register's own
 //   DEVICE G16V8MA LIKE G16V8 complex   the modes named of a device before it; without names all of them
 //   END                         the last line
 //
-// Enable is the row of the output enable, `always`, or `pin` for that of ENABLE. Feedback is none, pin, level
-// or notsum, see FeedbackKind. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
+// Enable is the row of the output enable, `always`, `pin` for that of ENABLE, or a row and that pin: `0&pin`.
+// Feedback is none, pin, level or notsum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
 // times the columns. A fuse of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are
 // 1 is true. With a polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
 // clang-format on
@@ -58,8 +61,16 @@ struct CellUse {
     std::size_t Terms = 0;
     EnableKind Enable = EnableKind::None;
     std::size_t EnableRow = 0;
+    bool EnableAndPin = false;  // with Row: the mode's enable pin must be low, too
     FeedbackKind Feedback = FeedbackKind::None;
     std::vector<FuseRun> Fuses;
+    // The register's own, -1: none. It is clocked by the rising edge of the row; reset makes it 0, preset 1,
+    // both asynchronous; while both are true its D input goes through. Its state 0 is pin high.
+    int ClockRow = -1;
+    int ResetRow = -1;
+    int PresetRow = -1;
+
+    bool HasOwnRows() const { return ClockRow >= 0; }
 };
 
 enum class PolarityKind { Fuse, Low, High };
@@ -81,8 +92,16 @@ struct Mode {
     int EnablePin = 0;                        // 0: none
     int ResetRow = -1;
     int PresetRow = -1;
+    int PreloadPin = 0;  // 0: none
     std::vector<Cell> Cells;
 
+    // Whether some use has what is asked for.
+    template <class Test>
+    bool AnyUse(const Test& test) const {
+        return std::any_of(Cells.begin(), Cells.end(), [&](const Cell& cell) {
+            return std::any_of(cell.Uses.begin(), cell.Uses.end(), test);
+        });
+    }
     const Cell* CellAt(int pin) const;  // null if the pin has none
     int InputColumn(int pin) const;     // -1 if the pin is no dedicated input
 };

@@ -31,10 +31,7 @@ Fit FitVirtual(const Device& device, const Needs& needs) {
 }
 
 bool HasRegisters(const Mode& mode) {
-    return std::any_of(mode.Cells.begin(), mode.Cells.end(), [](const Cell& cell) {
-        return std::any_of(cell.Uses.begin(), cell.Uses.end(),
-                           [](const CellUse& use) { return use.Kind == UseKind::Register; });
-    });
+    return mode.AnyUse([](const CellUse& use) { return use.Kind == UseKind::Register; });
 }
 
 Placement PlacementOf(const ModeFit& modeFit, std::size_t signal) {
@@ -75,14 +72,16 @@ void FillImplied(Fit& fit, const Mode& mode, const Needs& needs, const ModeFit& 
     const auto enable = modeFit.SignalAt(mode.EnablePin);
     for (std::size_t signal = 0; signal < needs.Count(); ++signal) {
         const auto& choice = modeFit.Choices[signal];
-        if (!choice || choice->Use->Kind != UseKind::Register) continue;
-        if (clock && !needs.Has(signal, Input::Ck))
+        if (!choice) continue;
+        const bool registered = choice->Use->Kind == UseKind::Register;
+        if (registered && clock && !needs.Has(signal, Input::Ck))
             AddImplied(fit, signal, Input::Ck,
                        {{ModeFit::LevelLiteral(*clock, modeFit.LowAt(*clock), true)}});
-        const bool byPin = choice->Use->Enable == EnableKind::Pin && enable;
+        const bool byPin = (choice->Use->Enable == EnableKind::Pin || choice->Use->EnableAndPin) && enable;
         if (byPin && !needs.Has(signal, Input::Oe) && !needs.At(signal).Node)
             AddImplied(fit, signal, Input::Oe,
                        {{ModeFit::LevelLiteral(*enable, modeFit.LowAt(*enable), false)}});
+        if (!registered) continue;
         AddImpliedReset(fit, needs, modeFit, signal, modeFit.Reset, Input::Ar, Input::Ap);
         AddImpliedReset(fit, needs, modeFit, signal, modeFit.Preset, Input::Sp, Input::Sr);
     }

@@ -44,13 +44,29 @@ class Mapper {
             fuses_[cell.PolarityFuse] = choice.Low == choice.Complemented;
         for (std::size_t i = 0; i < choice.Rows->size(); ++i)
             SetRow(choice.Use->FirstRow + i, (*choice.Rows)[i]);
-        if (choice.Use->Enable != EnableKind::Row) return;
+        if (choice.Use->Enable == EnableKind::Row) SetEnable(signal, *choice.Use);
+        if (choice.Use->HasOwnRows()) SetOwnRows(signal, choice);
+    }
+
+    void SetEnable(std::size_t signal, const CellUse& use) {
         const auto* enable = needs_.SumOf(signal, Input::Oe, false);
-        if (enable == nullptr) {
-            SetRow(choice.Use->EnableRow, {});
-        } else if (!enable->empty()) {
-            SetRow(choice.Use->EnableRow, enable->front());
-        }
+        if (enable != nullptr && enable->empty()) return;
+        auto term = enable == nullptr ? Term{} : enable->front();
+        // What the pin does is not the array's.
+        const auto pin = use.EnableAndPin ? fit_.SignalAt(mode_.EnablePin) : std::nullopt;
+        std::erase_if(term, [&](const Literal& literal) { return pin == literal.Signal; });
+        SetRow(use.EnableRow, term);
+    }
+
+    // Reset makes the pin high, preset low; the design's act on the name.
+    void SetOwnRows(std::size_t signal, const Choice& choice) {
+        const auto set = [&](Input input, int row) {
+            const auto* sum = needs_.Has(signal, input) ? needs_.SumOf(signal, input, false) : nullptr;
+            if (sum != nullptr && !sum->empty()) SetRow(static_cast<std::size_t>(row), sum->front());
+        };
+        set(Input::Ck, choice.Use->ClockRow);
+        set(Input::Ar, choice.Low ? choice.Use->ResetRow : choice.Use->PresetRow);
+        set(Input::Ap, choice.Low ? choice.Use->PresetRow : choice.Use->ResetRow);
     }
 
     void SetShared(int row, const ModeFit::Shared& shared) {

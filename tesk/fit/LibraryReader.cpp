@@ -52,6 +52,7 @@ class Reader {
                                                                 {"ENABLE", &Reader::TakeEnable},
                                                                 {"RESET", &Reader::TakeReset},
                                                                 {"PRESET", &Reader::TakePreset},
+                                                                {"PRELOAD", &Reader::TakePreload},
                                                                 {"CELL", &Reader::TakeCell},
                                                                 {"USE", &Reader::TakeUse}};
         if (line_ == 1) {
@@ -185,6 +186,7 @@ class Reader {
     }
     bool TakeClock(const Words& words) { return TakeSpecialPin(words, &Mode::ClockPin); }
     bool TakeEnable(const Words& words) { return TakeSpecialPin(words, &Mode::EnablePin); }
+    bool TakePreload(const Words& words) { return TakeSpecialPin(words, &Mode::PreloadPin); }
 
     std::optional<std::size_t> Row(std::string_view word) {
         return Number(word, CurrentDevice()->Fuses / CurrentMode()->Columns);
@@ -231,14 +233,33 @@ class Reader {
             use.Feedback = cell->Column < 0 ? FeedbackKind::None : FeedbackKind::Pin;
         }
         for (auto i = fuses; i < words.size(); ++i) {
-            const auto equals = words[i].find('=');
-            if (equals == words[i].npos) return false;
-            const auto run = Run(words[i].substr(0, equals), words[i].substr(equals + 1), "1");
-            if (!run) return false;
-            use.Fuses.push_back(*run);
+            if (!TakeProperty(words[i], use)) return false;
         }
+        const bool rowsTogether =
+            (use.ClockRow < 0) == (use.ResetRow < 0) && (use.ResetRow < 0) == (use.PresetRow < 0);
+        if (!rowsTogether || (use.HasOwnRows() && use.Kind != UseKind::Register)) return false;
         cell->Uses.push_back(std::move(use));
         return true;
+    }
+
+    // "clock=1" is a row, "2121=1" a fuse, "80=1*40" a run of them.
+    bool TakeProperty(std::string_view word, CellUse& use) {
+        static const std::map<std::string_view, int CellUse::*> rows{
+            {"clock", &CellUse::ClockRow}, {"reset", &CellUse::ResetRow}, {"preset", &CellUse::PresetRow}};
+        const auto equals = word.find('=');
+        if (equals == word.npos) return false;
+        const auto name = word.substr(0, equals);
+        const auto value = word.substr(equals + 1);
+        if (const auto row = rows.find(name); row != rows.end()) {
+            if (!Row(value)) return false;
+            use.*row->second = static_cast<int>(*Row(value));
+            return true;
+        }
+        const auto times = value.find('*');
+        const auto run =
+            Run(name, value.substr(0, times), times == value.npos ? "1" : value.substr(times + 1));
+        if (run) use.Fuses.push_back(*run);
+        return run.has_value();
     }
 
     bool TakeOutput(const Words& words, CellUse& use) {
@@ -256,13 +277,20 @@ class Reader {
         use.FirstRow = *row;
         use.Terms = *terms;
         use.Feedback = feedback->second;
-        if (words[4] == "always" || words[4] == "pin") {
-            use.Enable = words[4] == "pin" ? EnableKind::Pin : EnableKind::Always;
+        return TakeUseEnable(words[4], use);
+    }
+
+    bool TakeUseEnable(std::string_view word, CellUse& use) {
+        if (word == "always" || word == "pin") {
+            use.Enable = word == "pin" ? EnableKind::Pin : EnableKind::Always;
             return true;
         }
-        if (!Row(words[4])) return false;
+        constexpr std::string_view andPin = "&pin";
+        use.EnableAndPin = word.ends_with(andPin);
+        if (use.EnableAndPin) word.remove_suffix(andPin.size());
+        if (!Row(word) || (use.EnableAndPin && CurrentMode()->EnablePin == 0)) return false;
         use.Enable = EnableKind::Row;
-        use.EnableRow = *Row(words[4]);
+        use.EnableRow = *Row(word);
         return true;
     }
 

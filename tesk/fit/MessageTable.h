@@ -54,6 +54,9 @@ inline constexpr MessageEntry kMessages[] = {
      "Minimise the equation, or declare the output with the other polarity."},
     {"7213tc", Severity::Error, "Name is never set", "An output or register has no equation of its own.",
      "Add the equation, or declare the name as an input by leaving its extensions out."},
+    {"7214tc", Severity::Warning, "Reset and preset may meet",
+     "While both are true the register of this device is none: its D input goes through.",
+     "Keep one of the terms false while the other is true."},
 };
 using MessageCode = model::MessageCode<kMessages>;
 

@@ -6,8 +6,12 @@
 // Whether a pin can take a signal, and how.
 namespace fit {
 
-bool ModeFit::ReadsArray(std::size_t signal, bool pin) const {
-    return needs_.Read(signal, pin, mode_.ClockPin != 0, mode_.EnablePin != 0);
+bool ModeFit::ReadsArray(std::size_t signal, bool pin) const { return needs_.Read(signal, pin, common_); }
+
+// Nothing but output enables read it, which the enable pin does without the array.
+bool ModeFit::IsEnableOnly(std::size_t signal) const {
+    const Needs::Common enables{common_.Clock, true, true};
+    return enable_ == signal && !needs_.Read(signal, false, enables) && !needs_.Read(signal, true, enables);
 }
 
 std::optional<ModeFit::Refusal> ModeFit::Refuse(std::size_t signal, int pin) const {
@@ -34,7 +38,8 @@ std::optional<ModeFit::Refusal> ModeFit::RefuseInput(std::size_t signal, int pin
     const bool read = ReadsArray(signal, false) || ReadsArray(signal, true);
     if (needs_.At(signal).Node) return Refusal{"7213tc", needs_.At(signal).Name};
     if (mode_.InputColumn(pin) >= 0) return std::nullopt;
-    if ((pin == mode_.ClockPin || pin == mode_.EnablePin) && !read) return std::nullopt;
+    const bool special = pin == mode_.ClockPin || pin == mode_.EnablePin || pin == mode_.PreloadPin;
+    if (special && (!read || (pin == mode_.EnablePin && IsEnableOnly(signal)))) return std::nullopt;
     const auto* cell = mode_.CellAt(pin);
     const bool canRead =
         cell != nullptr && std::any_of(cell->Uses.begin(), cell->Uses.end(), [&](const CellUse& use) {
@@ -52,44 +57,84 @@ std::optional<Choice> ModeFit::Choose(std::size_t signal, int pin, Refusal& why)
         return std::nullopt;
     }
     const auto kind = needs_.Registered(signal) ? UseKind::Register : UseKind::Output;
-    const auto use =
-        std::find_if(cell->Uses.begin(), cell->Uses.end(), [&](const CellUse& u) { return u.Kind == kind; });
-    if (use == cell->Uses.end()) {
-        const bool wantsRegister = kind == UseKind::Register;
+    std::optional<Choice> choice;
+    bool any = false;
+    for (const auto& use : cell->Uses) {
+        if (use.Kind != kind) continue;
+        Refusal ownWhy;
+        if ((choice = ChooseUse(signal, *cell, use, ownWhy))) return choice;
+        if (!any) why = ownWhy;
+        any = true;
+    }
+    const bool wantsRegister = kind == UseKind::Register;
+    if (!any)
         why = {"7202tc",
                name + ", " + Place(pin) + (wantsRegister ? " has no register" : " is always a register")};
-        return std::nullopt;
-    }
+    return std::nullopt;
+}
+
+std::optional<Choice> ModeFit::ChooseUse(std::size_t signal, const Cell& cell, const CellUse& use,
+                                         Refusal& why) const {
     Choice choice;
-    choice.Use = &*use;
-    auto refusal = CheckEnable(signal, *use);
-    if (!refusal) refusal = CheckFeedback(signal, *cell, *use);
+    choice.Use = &use;
+    auto refusal = CheckEnable(signal, use);
+    if (!refusal) refusal = CheckRows(signal, cell, use);
+    if (!refusal) refusal = CheckFeedback(signal, cell, use);
     if (refusal) {
         why = *refusal;
         return std::nullopt;
     }
-    return ChooseSum(signal, *cell, choice, why) ? std::optional(choice) : std::nullopt;
+    return ChooseSum(signal, cell, choice, why) ? std::optional(choice) : std::nullopt;
 }
 
 std::optional<ModeFit::Refusal> ModeFit::CheckEnable(std::size_t signal, const CellUse& use) const {
     if (!needs_.Has(signal, Input::Oe)) return std::nullopt;
+    if (use.Enable == EnableKind::Row) return CheckEnableRow(signal, use);
     const auto name = needs_.Name(signal, Input::Oe);
     const auto* sum = needs_.SumOf(signal, Input::Oe, false);
-    if (use.Enable == EnableKind::Row) {
-        if (sum != nullptr && sum->size() <= 1) return std::nullopt;
-        return Refusal{"7208tc", name + " needs " + (sum ? std::to_string(sum->size()) : "too many") +
-                                     " terms, the limit is 1"};
-    }
     if (sum != nullptr && IsTrue(*sum)) return std::nullopt;
     if (use.Enable == EnableKind::Pin) {
         const auto literal = needs_.SingleLiteral(signal, Input::Oe);
         const bool low = literal && enable_ == literal->Signal && literal->Negated != LowAt(literal->Signal);
         if (low) return std::nullopt;
-        return Refusal{"7208tc", name + ", " + device_.Mnemonic + " enables its registers with pin " +
+        const std::string what = use.Kind == UseKind::Register ? "registers" : "outputs";
+        return Refusal{"7208tc", name + ", " + device_.Mnemonic + " enables its " + what + " with pin " +
                                      std::to_string(mode_.EnablePin) + " low"};
     }
     return Refusal{"7208tc",
                    name + ", outputs of " + device_.Mnemonic + " (" + mode_.Name + ") are always enabled"};
+}
+
+std::optional<ModeFit::Refusal> ModeFit::CheckEnableRow(std::size_t signal, const CellUse& use) const {
+    const auto name = needs_.Name(signal, Input::Oe);
+    const auto* sum = needs_.SumOf(signal, Input::Oe, false);
+    if (sum == nullptr || sum->size() > 1)
+        return Refusal{"7208tc", name + " needs " + (sum ? std::to_string(sum->size()) : "too many") +
+                                     " terms, the limit is 1"};
+    if (!use.EnableAndPin || !enable_ || sum->empty()) return std::nullopt;
+    const auto& term = sum->front();
+    const auto low = LevelLiteral(*enable_, LowAt(*enable_), false);
+    if (std::find(term.begin(), term.end(), low) != term.end()) return std::nullopt;
+    return Refusal{"7208tc", name + ", " + device_.Mnemonic + " enables it only with pin " +
+                                 std::to_string(mode_.EnablePin) + " low, " + needs_.At(*enable_).Name};
+}
+
+std::optional<ModeFit::Refusal> ModeFit::CheckRows(std::size_t signal, const Cell& cell,
+                                                   const CellUse& use) const {
+    if (!use.HasOwnRows()) return std::nullopt;
+    if (!needs_.Has(signal, Input::Ck))
+        return Refusal{"7207tc", needs_.At(signal).Name + " needs a .CK, " + Place(cell.Pin) +
+                                     " clocks its register by a term of its own"};
+    for (const auto input : {Input::Ck, Input::Ar, Input::Ap}) {
+        if (!needs_.Has(signal, input)) continue;
+        const auto* sum = needs_.SumOf(signal, input, false);
+        if (sum != nullptr && sum->size() <= 1) continue;
+        return Refusal{input == Input::Ck ? MessageCode("7207tc") : MessageCode("7209tc"),
+                       needs_.Name(signal, input) + " needs " +
+                           (sum ? std::to_string(sum->size()) : "too many") + " terms, the limit of " +
+                           Place(cell.Pin) + " is 1"};
+    }
+    return std::nullopt;
 }
 
 std::optional<ModeFit::Refusal> ModeFit::CheckFeedback(std::size_t signal, const Cell& cell,
@@ -99,8 +144,15 @@ std::optional<ModeFit::Refusal> ModeFit::CheckFeedback(std::size_t signal, const
     const auto& name = needs_.At(signal).Name;
     if (use.Feedback == FeedbackKind::None) return Refusal{"7206tc", name + ", " + Place(cell.Pin)};
     // A register's pin shows the register as long as it is enabled.
-    const bool asRegister = use.Feedback != FeedbackKind::Pin && pin && needs_.Has(signal, Input::Oe);
-    if (asRegister) return Refusal{"7206tc", name + ".IO, " + Place(cell.Pin) + " leads back its register"};
+    const bool switched = needs_.Has(signal, Input::Oe) || (use.EnableAndPin && enable_);
+    const bool node = needs_.At(signal).Node;
+    if (!switched || (!needs_.Registered(signal) && !node)) return std::nullopt;
+    if (use.Feedback != FeedbackKind::Pin && pin)
+        return Refusal{"7206tc", name + ".IO, " + Place(cell.Pin) + " leads back its register"};
+    if (use.Feedback == FeedbackKind::Pin && ReadsArray(signal, false))
+        return Refusal{"7206tc", name + ", " + Place(cell.Pin) +
+                                     " leads back its pin, which is not always on" +
+                                     (node ? "" : "; read " + name + ".IO")};
     return std::nullopt;
 }
 
@@ -124,7 +176,7 @@ std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, co
             if (!freeLevel && low != (record.ActiveLow && !record.Node)) continue;
             if (cell.Polarity == PolarityKind::Low && complemented == low) continue;
             if (cell.Polarity == PolarityKind::High && complemented != low) continue;
-            const auto required = RequiredSense(signal);
+            const auto required = base.Use->HasOwnRows() ? std::nullopt : RequiredSense(signal);
             if (required && *required != complemented) continue;
             auto choice = base;
             choice.Low = low;
@@ -143,7 +195,8 @@ std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, co
 
 bool ModeFit::ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Refusal& why) const {
     const auto name = needs_.Name(signal, needs_.DataInput(signal));
-    const bool both = (needs_.Has(signal, Input::Ar) || needs_.Has(signal, Input::Sp)) &&
+    const bool both = !choice.Use->HasOwnRows() &&
+                      (needs_.Has(signal, Input::Ar) || needs_.Has(signal, Input::Sp)) &&
                       (needs_.Has(signal, Input::Ap) || needs_.Has(signal, Input::Sr));
     if (both) {
         why = {"7209tc", needs_.At(signal).Name + ", its .AR and .SP can't go with .AP and .SR"};

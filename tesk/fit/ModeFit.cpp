@@ -13,7 +13,12 @@ ModeFit::ModeFit(const Device& device, const Mode& mode, const Needs& needs, con
       mode_(mode),
       needs_(needs),
       options_(options),
-      owners_(static_cast<std::size_t>(device.Pins) + 1, 0) {}
+      owners_(static_cast<std::size_t>(device.Pins) + 1, 0) {
+    const auto enabledByPin = [&](UseKind kind) {
+        return mode.AnyUse([&](const CellUse& u) { return u.Kind == kind && u.Enable == EnableKind::Pin; });
+    };
+    common_ = {mode.ClockPin != 0, enabledByPin(UseKind::Register), enabledByPin(UseKind::Output)};
+}
 
 void ModeFit::Run() {
     for (std::size_t signal = 0; signal < needs_.Count(); ++signal) CheckFeatures(signal);
@@ -24,6 +29,7 @@ void ModeFit::Run() {
     if (model::HasErrors(Messages)) return;
     PlaceNumbered();
     if (!model::HasErrors(Messages)) PlaceOthers();
+    for (std::size_t signal = 0; signal < needs_.Count(); ++signal) CheckOwnRows(signal);
 }
 
 // A missing feature weighs more than a lack of room, so that the mode that comes nearest is the one reported.
@@ -64,16 +70,14 @@ void ModeFit::CheckFeatures(std::size_t signal) {
          {Input::T, Input::J, Input::K, Input::S, Input::R, Input::L, Input::Ce, Input::Le}) {
         if (needs_.Has(signal, input)) lacks(input), complete = false;
     }
+    const bool ownRows = mode_.AnyUse([](const CellUse& use) { return use.HasOwnRows(); });
     for (const auto input : {Input::Ar, Input::Ap}) {
-        if (needs_.Has(signal, input) && mode_.ResetRow < 0) lacks(input);
+        if (needs_.Has(signal, input) && mode_.ResetRow < 0 && !ownRows) lacks(input);
     }
     for (const auto input : {Input::Sr, Input::Sp}) {
         if (needs_.Has(signal, input) && mode_.PresetRow < 0) lacks(input);
     }
-    const bool anyRegister = std::any_of(mode_.Cells.begin(), mode_.Cells.end(), [](const Cell& cell) {
-        return std::any_of(cell.Uses.begin(), cell.Uses.end(),
-                           [](const CellUse& use) { return use.Kind == UseKind::Register; });
-    });
+    const bool anyRegister = mode_.AnyUse([](const CellUse& use) { return use.Kind == UseKind::Register; });
     if (needs_.Registered(signal) && !anyRegister && complete) return lacks(needs_.DataInput(signal));
     const bool neverSet = needs_.Driven(signal) && !needs_.Has(signal, needs_.DataInput(signal));
     const bool emptyNode = needs_.At(signal).Node && !needs_.Driven(signal) && needs_.ReadAtAll(signal);
@@ -102,13 +106,34 @@ void ModeFit::FindClock() {
     }
 }
 
+// A pin that goes with the rows of the enables is that of the signal declared there.
 void ModeFit::FindEnable() {
     if (mode_.EnablePin == 0) return;
-    for (std::size_t signal = 0; signal < needs_.Count(); ++signal) {
-        if (!needs_.Registered(signal)) continue;
+    const bool withRows = mode_.AnyUse([](const CellUse& use) { return use.EnableAndPin; });
+    for (std::size_t signal = 0; signal < needs_.Count() && !enable_; ++signal) {
+        if (withRows && needs_.At(signal).Pin == mode_.EnablePin && !needs_.Driven(signal)) enable_ = signal;
+        if (!(needs_.Registered(signal) ? common_.RegisterEnable : common_.OutputEnable)) continue;
         const auto literal = needs_.SingleLiteral(signal, Input::Oe);
-        if (literal && !enable_ && !needs_.Driven(literal->Signal)) enable_ = literal->Signal;
+        if (literal && !needs_.Driven(literal->Signal)) enable_ = literal->Signal;
     }
+}
+
+// With both a register of rows of its own shows its D input.
+void ModeFit::CheckOwnRows(std::size_t signal) {
+    const auto& choice = Choices[signal];
+    const bool both =
+        choice && choice->Use->HasOwnRows() && needs_.Has(signal, Input::Ar) && needs_.Has(signal, Input::Ap);
+    if (!both) return;
+    const auto* reset = needs_.SumOf(signal, Input::Ar, false);
+    const auto* preset = needs_.SumOf(signal, Input::Ap, false);
+    if (reset->empty() || preset->empty()) return;
+    const auto excludes = [&](Literal literal) {
+        literal.Negated = !literal.Negated;
+        const auto& term = preset->front();
+        return std::find(term.begin(), term.end(), literal) != term.end();
+    };
+    if (std::none_of(reset->front().begin(), reset->front().end(), excludes))
+        Add(signal, {"7214tc", needs_.At(signal).Name + ", " + Place(Pins[signal])});
 }
 
 // `positive` makes a register 1 or 0 as its row does if the rows hold the function, `negative` if they hold

@@ -55,6 +55,7 @@ class ModeFit {
     void CheckFeatures(std::size_t signal);
     void FindClock();
     void FindEnable();
+    void CheckOwnRows(std::size_t signal);
     void FindShared(Shared& shared, Input positive, Input negative, int row);
     void PlaceNumbered();
     void PlaceOne(std::size_t signal, int pin);
@@ -66,12 +67,17 @@ class ModeFit {
     std::optional<Refusal> Refuse(std::size_t signal, int pin) const;
     std::optional<Refusal> RefuseInput(std::size_t signal, int pin) const;
     std::optional<Choice> Choose(std::size_t signal, int pin, Refusal& why) const;
+    std::optional<Choice> ChooseUse(std::size_t signal, const Cell& cell, const CellUse& use,
+                                    Refusal& why) const;
     std::optional<Refusal> CheckEnable(std::size_t signal, const CellUse& use) const;
+    std::optional<Refusal> CheckEnableRow(std::size_t signal, const CellUse& use) const;
+    std::optional<Refusal> CheckRows(std::size_t signal, const Cell& cell, const CellUse& use) const;
     std::optional<Refusal> CheckFeedback(std::size_t signal, const Cell& cell, const CellUse& use) const;
     bool ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Refusal& why) const;
     std::vector<Choice> SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const;
     std::optional<bool> RequiredSense(std::size_t signal) const;
     bool ReadsArray(std::size_t signal, bool pin) const;
+    bool IsEnableOnly(std::size_t signal) const;
     std::string Place(int pin) const;
 
     const Device& device_;
@@ -80,6 +86,7 @@ class ModeFit {
     const Options& options_;
     std::optional<std::size_t> clock_;
     std::optional<std::size_t> enable_;
+    Needs::Common common_;
     std::vector<std::size_t> owners_;  // of each pin: signal + 1, 0: free
 };
 

@@ -19,9 +19,10 @@ Needs::Needs(const Design& design)
             for (const auto& term : **sum) {
                 for (const auto& literal : term) {
                     auto& readers = readers_[literal.Signal][literal.Pin ? 1 : 0];
-                    const bool clock = function.To == Input::Ck;
-                    const bool enable = function.To == Input::Oe && registered;
-                    (clock ? readers.Clock : enable ? readers.Enable : readers.Array) = true;
+                    auto& enable = registered ? readers.RegisterEnable : readers.OutputEnable;
+                    (function.To == Input::Ck   ? readers.Clock
+                     : function.To == Input::Oe ? enable
+                                                : readers.Array) = true;
                 }
             }
         }
@@ -73,13 +74,13 @@ std::optional<Literal> Needs::SingleLiteral(std::size_t signal, Input input) con
     return literal;
 }
 
-bool Needs::Read(std::size_t signal, bool pin, bool commonClock, bool commonEnable) const {
+bool Needs::Read(std::size_t signal, bool pin, const Common& common) const {
     const auto& readers = readers_[signal][pin ? 1 : 0];
-    return readers.Array || (readers.Clock && !commonClock) || (readers.Enable && !commonEnable);
+    return readers.Array || (readers.Clock && !common.Clock) ||
+           (readers.RegisterEnable && !common.RegisterEnable) ||
+           (readers.OutputEnable && !common.OutputEnable);
 }
 
-bool Needs::ReadAtAll(std::size_t signal) const {
-    return Read(signal, false, false, false) || Read(signal, true, false, false);
-}
+bool Needs::ReadAtAll(std::size_t signal) const { return Read(signal, false, {}) || Read(signal, true, {}); }
 
 }  // namespace fit

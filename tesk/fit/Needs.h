@@ -38,9 +38,14 @@ class Needs {
     // The signal and the sense of a function that is one literal; nothing if it is more.
     std::optional<Literal> SingleLiteral(std::size_t signal, Input input) const;
 
-    // Whether a function reads the signal as .IO (`pin`) or otherwise. `commonClock` leaves clocks out,
-    // `commonEnable` output enables of registers: they do not go through the array.
-    bool Read(std::size_t signal, bool pin, bool commonClock, bool commonEnable) const;
+    // What does not go through the array, since a pin of the device does it.
+    struct Common {
+        bool Clock = false;
+        bool RegisterEnable = false;
+        bool OutputEnable = false;
+    };
+    // Whether a function that is not `common` reads the signal as .IO (`pin`) or otherwise.
+    bool Read(std::size_t signal, bool pin, const Common& common) const;
     bool ReadAtAll(std::size_t signal) const;
 
   private:
@@ -50,11 +55,12 @@ class Needs {
         std::optional<Sum> Made[2];  // of the function, of its complement
         bool Tried = false;
     };
-    // Who reads a signal: a bit for each of array, clock, enable of a register.
+    // Who reads a signal.
     struct Readers {
         bool Array = false;
         bool Clock = false;
-        bool Enable = false;
+        bool RegisterEnable = false;
+        bool OutputEnable = false;
     };
 
     const Design& design_;

@@ -75,6 +75,7 @@ Problem::Room Problem::RoomOf(const fit::Mode& mode) {
         room.Feedbacks += feedback ? 1 : 0;
         room.Polarity = cell.Polarity;
     }
+    room.OwnRows = mode.AnyUse([](const fit::CellUse& use) { return use.HasOwnRows(); });
     std::sort(room.Output.rbegin(), room.Output.rend());
     std::sort(room.Register.rbegin(), room.Register.rend());
     return room;
@@ -122,7 +123,7 @@ void Problem::FindItems() {
                     if (function->To != model::Input::Ck && function->To != model::Input::Oe)
                         array.insert(literal.Signal);
                 });
-            items_[i].Terms = std::max(items_[i].Terms, Need(unit, fit::PolarityKind::High));
+            items_[i].Terms = std::max(items_[i].Terms, Need(unit, fit::PolarityKind::High, false));
         }
         items_[i].Reads = Sorted(reads);
         items_[i].Array = Sorted(array);
@@ -138,7 +139,7 @@ std::string Problem::NameOf(std::size_t item) const {
 }
 
 // The product terms that an output takes in a macrocell of a polarity, at least.
-std::size_t Problem::Need(std::size_t unit, fit::PolarityKind polarity) const {
+std::size_t Problem::Need(std::size_t unit, fit::PolarityKind polarity, bool ownRows) const {
     const fit::Function* data = Data(given_[unit]);
     if (data == nullptr) return 0;
     const std::size_t on = data->True->size();
@@ -146,7 +147,7 @@ std::size_t Problem::Need(std::size_t unit, fit::PolarityKind polarity) const {
     const fit::Signal& signal = design_.Signals[unit];
     if (polarity == fit::PolarityKind::Low && signal.Node) return std::min(on, off);
     if (polarity == fit::PolarityKind::Low) return signal.ActiveLow ? on : off;
-    return HasAny(given_[unit], {model::Input::Ap, model::Input::Sr}) ? off : on;
+    return !ownRows && HasAny(given_[unit], {model::Input::Ap, model::Input::Sr}) ? off : on;
 }
 
 Problem::Demand Problem::DemandOf(const Set& set) const {
@@ -182,7 +183,7 @@ bool Problem::MayFit(const Set& set, const Demand& demand, const Room& room) con
     for (const std::size_t item : set)
         for (const std::size_t unit : items_[item].Units) {
             const bool isRegister = design_.Signals[unit].Register != model::RegisterKind::None;
-            (isRegister ? registers : outputs).push_back(Need(unit, room.Polarity));
+            (isRegister ? registers : outputs).push_back(Need(unit, room.Polarity, room.OwnRows));
         }
     const auto match = [](std::vector<std::size_t>& needs, const std::vector<std::size_t>& cells) {
         std::sort(needs.rbegin(), needs.rend());

@@ -72,6 +72,7 @@ class Problem {
         std::size_t Cells = 0;
         std::vector<std::size_t> Output, Register;  // product terms of macrocells of the kind, most first
         fit::PolarityKind Polarity = fit::PolarityKind::Fuse;
+        bool OwnRows = false;  // reset and preset of each register ask for no polarity
     };
     struct Demand {  // of a set, apart from its product terms
         std::size_t Units = 0;
@@ -84,7 +85,7 @@ class Problem {
     void FindItems();
     void AddFunctions(Chip& chip, const std::map<std::size_t, std::size_t>& local, std::size_t units) const;
     std::vector<std::size_t> Groups() const;
-    std::size_t Need(std::size_t unit, fit::PolarityKind polarity) const;
+    std::size_t Need(std::size_t unit, fit::PolarityKind polarity, bool ownRows) const;
     Demand DemandOf(const Set& set) const;
     bool MayFit(const Set& set, const Demand& demand, const Room& room) const;
 

@@ -43,8 +43,9 @@ std::string PinList(std::vector<int> pins) {
 }
 
 std::string EnableText(const fit::CellUse& use, const fit::Mode& mode) {
-    if (use.Enable == fit::EnableKind::Row) return "term";
-    return use.Enable == fit::EnableKind::Pin ? "pin " + std::to_string(mode.EnablePin) + " low" : "none";
+    const auto pin = "pin " + std::to_string(mode.EnablePin) + " low";
+    if (use.Enable == fit::EnableKind::Row) return use.EnableAndPin ? "term and " + pin : "term";
+    return use.Enable == fit::EnableKind::Pin ? pin : "none";
 }
 
 std::string FeedbackText(fit::FeedbackKind feedback) {
@@ -83,10 +84,21 @@ std::string TableOf(const fit::Mode& mode) {
     return text;
 }
 
+std::string EnablesText(const fit::Mode& mode) {
+    const bool outputs = mode.AnyUse([](const fit::CellUse& use) {
+        return use.Kind == fit::UseKind::Output && (use.Enable == fit::EnableKind::Pin || use.EnableAndPin);
+    });
+    return outputs ? ", enable of all outputs at pin " : ", enable of the registers at pin ";
+}
+
 std::string ModeText(const fit::Mode& mode) {
     std::string text = "Mode " + mode.Name + ": " + Plural(mode.Cells.size(), "macrocell");
     text += mode.ClockPin == 0 ? ", no clock" : ", clock at pin " + std::to_string(mode.ClockPin);
-    if (mode.EnablePin != 0) text += ", enable of the registers at pin " + std::to_string(mode.EnablePin);
+    if (mode.AnyUse([](const fit::CellUse& use) { return use.HasOwnRows(); }))
+        text +=
+            ", one term each of clock, asynchronous reset and preset for each register (`.CK`, `.AR`, `.AP`)";
+    if (mode.EnablePin != 0) text += EnablesText(mode) + std::to_string(mode.EnablePin);
+    if (mode.PreloadPin != 0) text += ", preload at pin " + std::to_string(mode.PreloadPin);
     if (mode.ResetRow >= 0) text += ", one term of asynchronous reset (`.AR` or `.AP`)";
     if (mode.PresetRow >= 0) text += ", one term of synchronous preset (`.SP` or `.SR`)";
     return text + ".\n\n" + TableOf(mode);

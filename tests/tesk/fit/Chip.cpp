@@ -79,6 +79,8 @@ Chip::Chip(const std::string& kind, std::vector<bool> fuses) : kind_(kind), fuse
         DecodeGal8();
     } else if (kind == "22V10") {
         Decode22V10();
+    } else if (kind == "20RA10") {
+        Decode20Ra10();
     } else {
         DecodePal();
     }
@@ -123,6 +125,21 @@ void Chip::Decode22V10() {
     }
 }
 
+void Chip::Decode20Ra10() {
+    columns_ = {2, 23, 3, 22, 4, 21, 5, 20, 6, 19, 7, 18, 8, 17, 9, 16, 10, 15, 11, 14};
+    for (std::size_t i = 0; i < 10; ++i) {
+        const bool bypass = IsBlank(8 * i + 2, true) && IsBlank(8 * i + 3, true);
+        cells_.push_back(
+            {23 - static_cast<int>(i), 8 * i + 4, 4, static_cast<int>(8 * i), !fuses_[3200 + i], !bypass});
+    }
+}
+
+bool Chip::IsBlank(std::size_t row, bool value) const {
+    const auto width = static_cast<std::ptrdiff_t>(2 * columns_.size());
+    const auto first = fuses_.begin() + static_cast<std::ptrdiff_t>(row) * width;
+    return std::all_of(first, first + width, [&](bool fuse) { return fuse == value; });
+}
+
 void Chip::DecodePal() {
     const bool large = kind_[0] == '2';
     const bool plain = kind_[2] == 'L';
@@ -163,14 +180,9 @@ bool Chip::Row(std::size_t row, const std::vector<bool>& levels) const {
 
 std::vector<Chip::Output> Chip::Outputs() const {
     std::vector<Output> outputs;
-    const auto width = 2 * columns_.size();
     for (const auto& cell : cells_) {
         bool off = cell.EnableRow == -3;
-        if (cell.EnableRow >= 0) {
-            const auto first = fuses_.begin() +
-                               static_cast<std::ptrdiff_t>(static_cast<std::size_t>(cell.EnableRow) * width);
-            off = std::none_of(first, first + static_cast<std::ptrdiff_t>(width), [](bool f) { return f; });
-        }
+        if (cell.EnableRow >= 0) off = IsBlank(static_cast<std::size_t>(cell.EnableRow), false);
         outputs.push_back({cell.Pin, cell.Registered, !off});
     }
     return outputs;
@@ -185,7 +197,8 @@ bool Chip::Next(int pin, const std::vector<bool>& levels) const {
 
 bool Chip::Enabled(int pin, const std::vector<bool>& levels) const {
     const auto& cell = At(pin);
-    if (cell.EnableRow >= 0) return Row(static_cast<std::size_t>(cell.EnableRow), levels);
+    const bool common = kind_ != "20RA10" || !levels[13];
+    if (cell.EnableRow >= 0) return common && Row(static_cast<std::size_t>(cell.EnableRow), levels);
     return cell.EnableRow == -2 ? !levels[kind_[0] == '2' ? 13 : 11] : cell.EnableRow == -1;
 }
 

@@ -19,7 +19,7 @@ Jedec ReadJedec(const std::string& text);
 
 class Chip {
   public:
-    // `kind`: the device family, "16V8" "20V8" "22V10" "16L8" "16R4" … "20R8".
+    // `kind`: the device family, "16V8" "20V8" "22V10" "20RA10" "16L8" "16R4" … "20R8".
     Chip(const std::string& kind, std::vector<bool> fuses);
 
     struct Output {
@@ -37,6 +37,11 @@ class Chip {
     // The reset and preset terms of the 22V10, and the level that they give to a registered pin.
     bool Reset(const std::vector<bool>& levels) const { return Row(0, levels); }
     bool Preset(const std::vector<bool>& levels) const { return Row(131, levels); }
+    // Of a 20RA10: the clock of a pin's register, and whether its rows force the pin to a level.
+    bool Clock(int pin, const std::vector<bool>& levels) const { return Row(BlockOf(pin) + 1, levels); }
+    bool Forces(int pin, bool level, const std::vector<bool>& levels) const {
+        return Row(BlockOf(pin) + (level ? 2 : 3), levels);
+    }
     bool ResetLevel(int pin) const { return fuses_[5808 + 2 * (23 - pin)]; }
 
     std::string Mode;  // of the 16V8 and 20V8: "simple", "complex", "registered"
@@ -53,7 +58,10 @@ class Chip {
 
     void DecodeGal8();
     void Decode22V10();
+    void Decode20Ra10();
     void DecodePal();
+    static std::size_t BlockOf(int pin) { return 8 * static_cast<std::size_t>(23 - pin); }
+    bool IsBlank(std::size_t row, bool value) const;  // all its fuses have the value
     bool Row(std::size_t row, const std::vector<bool>& levels) const;
     bool ColumnLevel(std::size_t pair, const std::vector<bool>& levels) const;
     const Macrocell& At(int pin) const;

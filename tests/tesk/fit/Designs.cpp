@@ -86,7 +86,7 @@ const std::vector<Family>& Families() {
         {"P18H4", "", "PAL18H4"},          {"P20L2", "", "PAL20L2"},        {"P6L16", "", "PAL6L16"},
         {"P8L14", "", "PAL8L14"},          {"P16P8", "", "PAL16P8"},        {"P20L10", "", "PAL20L10"},
         {"P16RP4", "", "PAL16RP4"},        {"P16RP6", "", "PAL16RP6"},      {"P16RP8", "", "PAL16RP8"},
-        {"P18P8", "", "AMPAL18P8"},
+        {"P18P8", "", "AMPAL18P8"},        {"P20RA10", "20RA10", ""},       {"G20RA10", "20RA10", ""},
     };
     return families;
 }
@@ -106,6 +106,36 @@ fit::Sum RandomSum(std::mt19937& random, const std::vector<std::size_t>& sources
         }
     }
     return sum;
+}
+
+// What the rows of one term of a macrocell hold.
+void AddRows(std::mt19937& random, fit::Design& design, const std::vector<std::size_t>& sources,
+             std::size_t signal, const fit::CellUse& use, int enablePin) {
+    const auto add = [&](fit::Input to) -> fit::Sum& {
+        design.Functions.push_back({signal, to, RandomSum(random, sources, 1), {}});
+        return *design.Functions.back().True;
+    };
+    if (use.HasOwnRows()) {
+        add(fit::Input::Ck);
+        if (random() % 2) add(fit::Input::Ar);
+        if (random() % 2) add(fit::Input::Ap);
+    }
+    if (use.Enable != fit::EnableKind::Row || design.Signals[signal].Node || random() % 3 != 0) return;
+    auto& enable = add(fit::Input::Oe);
+    const auto& common = design.Signals.back();
+    if (use.EnableAndPin && common.Pin == enablePin && !enable.empty())
+        enable.front().push_back({design.Signals.size() - 1, !common.ActiveLow, false});
+}
+
+// A register whose pin leads back may be read there alone.
+void ReadPins(fit::Design& design, const fit::Mode& mode) {
+    const bool pins = mode.AnyUse([](const fit::CellUse& use) {
+        return use.Kind == fit::UseKind::Register && use.Feedback == fit::FeedbackKind::Pin;
+    });
+    for (auto& function : design.Functions)
+        for (auto& term : *function.True)
+            for (auto& literal : term)
+                literal.Pin = pins && design.Signals[literal.Signal].Register != fit::RegisterKind::None;
 }
 
 }  // namespace
@@ -143,13 +173,14 @@ fit::Design RandomDesign(std::mt19937& random, const Family& family) {
         if (signal.Node) signal.ActiveLow = false;
         if (use.Kind == fit::UseKind::Register) signal.Register = fit::RegisterKind::D;
     }
+    const bool common = mode.AnyUse([](const fit::CellUse& use) { return use.EnableAndPin; });
+    if (common && random() % 2) add(mode.EnablePin).Pin = mode.EnablePin;
     for (const auto& [i, use] : driven) {
         const auto data = use->Kind == fit::UseKind::Register ? fit::Input::D : fit::Input::Out;
         design.Functions.push_back({i, data, RandomSum(random, sources, use->Terms), {}});
-        const bool enable =
-            use->Enable == fit::EnableKind::Row && !design.Signals[i].Node && random() % 3 == 0;
-        if (enable) design.Functions.push_back({i, fit::Input::Oe, RandomSum(random, sources, 1), {}});
+        AddRows(random, design, sources, i, *use, mode.EnablePin);
     }
+    ReadPins(design, mode);
     return design;
 }
 

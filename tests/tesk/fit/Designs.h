@@ -19,7 +19,7 @@ fit::Design MakeDesign(const std::string& lines);
 struct Family {
     const char* Mnemonic;
     const char* Kind;     // of test::Chip; empty: jedutil alone knows it
-    const char* Jedutil;  // the device's name there
+    const char* Jedutil;  // the device's name there; empty: it is no judge of it
 };
 const std::vector<Family>& Families();
 
