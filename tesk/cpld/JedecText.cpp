@@ -33,9 +33,10 @@ model::JedecMap JedecMapOf(const Device& device, std::vector<bool> fuses, const 
     map.Notes.insert(map.Notes.end(), pins.begin(), pins.end());
     map.Pins = package->PinCount;
     map.Fuses = std::move(fuses);
+    std::size_t array = 0;
     for (const Block& block : device.Blocks)
-        map.Array = std::max(map.Array, block.TermShift + BlockCells * CellTerms * TermColumns);
-    map.Columns = TermColumns;
+        array = std::max(array, block.TermShift + BlockCells * CellTerms * TermColumns);
+    map.Lines = {{array, TermColumns}};
     return map;
 }
 

@@ -17,6 +17,21 @@ int Mode::InputColumn(int pin) const {
     return input == Inputs.end() ? -1 : input->second;
 }
 
+std::size_t Mode::FirstFuse(std::size_t row) const {
+    const auto shared = std::min(row, SharedTerms);
+    return shared * TermFuses + (row - shared) * Columns;
+}
+
+std::size_t Mode::RowCount(std::size_t fuses) const {
+    return SharedTerms + (fuses - SharedTerms * TermFuses) / Columns;
+}
+
+bool Mode::PinEnables(UseKind kind) const {
+    return EnablePin != 0 && AnyUse([&](const CellUse& use) {
+               return use.Kind == kind && (use.Enable == EnableKind::Pin || use.EnableAndPin);
+           });
+}
+
 const Device* Library::Find(std::string_view mnemonic) const {
     const auto same = [&](const Device& d) { return base::EqualNoCase(d.Mnemonic, mnemonic); };
     const auto device = std::find_if(Devices.begin(), Devices.end(), same);

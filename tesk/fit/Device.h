@@ -17,6 +17,7 @@
 //   POWER 10 20                 ground and supply pin
 //   SIGNATURE 2056 64           first fuse and number of user signature fuses
 //   MODE complex 32             a way to use the device: name, columns of the AND array
+//   TERMS 48 40                 terms that outputs share: number, fuses of each with those of the outputs behind it
 //   SET 2192 1 2                fuses that the mode fixes: first, value, number (1 if left out)
 //   INPUT 2 0                   an input pin and the column of its true line; the next one is its complement
 //   CLOCK 1                     pin that clocks the registers at its rising edge
@@ -24,11 +25,13 @@
 //   RESET 0                     row of the asynchronous reset of all registers
 //   PRESET 131                  row of their synchronous preset
 //   PRELOAD 1                   pin that loads the registers from outside; no input of the array
-//   CELL 18 6 2049              a macrocell: pin, column of its feedback or -, polarity fuse or low or high
+//   CELL 18 6 2049              a macrocell: pin, column of its feedback or -, polarity fuse or low or high; with
+//                               !2049 the fuse has the other sense
 //   USE input 2121=1            a use of the macrocell, and the fuses that choose it
 //   USE output 9 7 8 pin 2121=1     first row, product terms, enable, feedback, fuses
 //   USE register 8 8 pin level      the same of a use with its register
 //   USE register 4 4 0&pin pin clock=1 reset=2 preset=3    rows of the register's own
+//   USE output 0 48 pin none or=32     of the rows those whose fuse 32, counted in the row, is 0
 //   DEVICE G16V8MA LIKE G16V8 complex   the modes named of a device before it; without names all of them
 //   END                         the last line
 //
@@ -69,6 +72,9 @@ struct CellUse {
     int ClockRow = -1;
     int ResetRow = -1;
     int PresetRow = -1;
+    // Of a use of shared terms: the fuse, counted from the first one of a row, that leads the row to the
+    // macrocell while it is 0. -1: all its rows are its own.
+    int OrFuse = -1;
 
     bool HasOwnRows() const { return ClockRow >= 0; }
 };
@@ -80,12 +86,15 @@ struct Cell {
     int Column = -1;  // -1: no feedback
     PolarityKind Polarity = PolarityKind::Fuse;
     std::size_t PolarityFuse = 0;
+    bool HighFuse = true;  // its value with which the pin carries the sum
     std::vector<CellUse> Uses;
 };
 
 struct Mode {
     std::string Name;
     std::size_t Columns = 0;
+    std::size_t SharedTerms = 0;  // the first rows; macrocells choose of them, see CellUse::OrFuse
+    std::size_t TermFuses = 0;    // of a shared term: its columns, and a fuse for each macrocell
     std::vector<FuseRun> Fuses;
     std::vector<std::pair<int, int>> Inputs;  // pin, column
     int ClockPin = 0;                         // 0: none
@@ -95,6 +104,10 @@ struct Mode {
     int PreloadPin = 0;  // 0: none
     std::vector<Cell> Cells;
 
+    std::size_t RowFuses(std::size_t row) const { return row < SharedTerms ? TermFuses : Columns; }
+    std::size_t FirstFuse(std::size_t row) const;
+    std::size_t RowCount(std::size_t fuses) const;  // of a device with as many fuses
+    bool PinEnables(UseKind kind) const;            // the enable pin has a part in the enable of such uses
     // Whether some use has what is asked for.
     template <class Test>
     bool AnyUse(const Test& test) const {

@@ -31,6 +31,7 @@ class Plot {
 
     std::string Text() {
         if (mode_.ResetRow >= 0) AddRows("Asynchronous reset", static_cast<std::size_t>(mode_.ResetRow), 1);
+        if (mode_.SharedTerms > 0) AddRows("Shared product terms and their outputs", 0, mode_.SharedTerms);
         for (const auto& cell : mode_.Cells) AddCell(cell);
         if (mode_.PresetRow >= 0) AddRows("Synchronous preset", static_cast<std::size_t>(mode_.PresetRow), 1);
         AddOthers();
@@ -45,7 +46,12 @@ class Plot {
         std::size_t end = 0;
         for (const auto& use : cell.Uses) {
             if (use.Kind == UseKind::Input) continue;
-            first = std::min({first, use.FirstRow, use.Enable == EnableKind::Row ? use.EnableRow : first});
+            if (use.Enable == EnableKind::Row) {
+                first = std::min(first, use.EnableRow);
+                end = std::max(end, use.EnableRow + 1);
+            }
+            if (use.OrFuse >= 0) continue;
+            first = std::min(first, use.FirstRow);
             end = std::max(end, use.FirstRow + use.Terms);
         }
         std::string title = "Pin " + std::to_string(cell.Pin);
@@ -60,11 +66,12 @@ class Plot {
     void AddRows(const std::string& title, std::size_t first, std::size_t count) {
         Line(title);
         for (std::size_t row = first; row < first + count; ++row) {
-            std::string line = model::FuseNumber(row * mode_.Columns) + " ";
-            for (std::size_t i = 0; i < mode_.Columns; ++i) {
+            const auto start = mode_.FirstFuse(row);
+            std::string line = model::FuseNumber(start) + " ";
+            for (std::size_t i = 0; i < mode_.RowFuses(row); ++i) {
                 if (i % 4 == 0) line += ' ';
-                line += Symbol(row * mode_.Columns + i);
-                listed_[row * mode_.Columns + i] = true;
+                line += Symbol(start + i);
+                listed_[start + i] = true;
             }
             Line(line);
         }

@@ -63,6 +63,8 @@ enum class Polarity {
 
 struct Options {
     Polarity Choose = Polarity::Natural;
+    // Of shared terms that are not used: their fuses to the outputs are taken away, too ("d").
+    bool DropUnused = false;
 };
 
 // Where a signal went.
@@ -71,7 +73,7 @@ struct Placement {
     UseKind Use = UseKind::Input;
     bool Complemented = false;  // the rows hold the complement of the function
     bool PolarityHigh = true;   // the pin carries the sum of the rows
-    std::size_t Used = 0;       // product terms, without the one of the output enable
+    std::size_t Used = 0;       // product terms, shared ones among them, without the one of the output enable
     std::size_t Available = 0;  // 0 for inputs and for `virtual`
     char PowerUp = 'X';         // asserted state of its register at power-up: '0' or '1'; 'X' if not known
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "fit/Sums.h"
+
 namespace fit {
 namespace {
 
@@ -20,6 +22,7 @@ class Mapper {
                 SetInputCell(cell);
             }
         }
+        SetSharedTerms();
         SetShared(mode_.ResetRow, fit_.Reset);
         SetShared(mode_.PresetRow, fit_.Preset);
         return std::move(fuses_);
@@ -41,11 +44,31 @@ class Mapper {
     void SetCell(const Cell& cell, std::size_t signal, const Choice& choice) {
         Set(choice.Use->Fuses);
         if (cell.Polarity == PolarityKind::Fuse)
-            fuses_[cell.PolarityFuse] = choice.Low == choice.Complemented;
-        for (std::size_t i = 0; i < choice.Rows->size(); ++i)
+            fuses_[cell.PolarityFuse] = (choice.Low == choice.Complemented) == cell.HighFuse;
+        for (std::size_t i = 0; choice.Use->OrFuse < 0 && i < choice.Rows->size(); ++i)
             SetRow(choice.Use->FirstRow + i, (*choice.Rows)[i]);
         if (choice.Use->Enable == EnableKind::Row) SetEnable(signal, *choice.Use);
         if (choice.Use->HasOwnRows()) SetOwnRows(signal, choice);
+    }
+
+    // A term that nobody needs is false; its fuses to the outputs may stay for a later change.
+    void SetSharedTerms() {
+        const auto terms = fit_.SharedTerms();
+        for (std::size_t row = 0; row < terms.size(); ++row) SetRow(row, terms[row]);
+        const auto last = fit_.How().DropUnused ? mode_.SharedTerms : terms.size();
+        for (const auto& cell : mode_.Cells) {
+            const auto signal = fit_.SignalAt(cell.Pin);
+            const auto* choice = signal && fit_.Choices[*signal] ? &*fit_.Choices[*signal] : nullptr;
+            auto own = choice == nullptr ? Sum{} : *choice->Rows;
+            Sort(own);
+            for (const auto& use : cell.Uses) {
+                for (std::size_t row = 0; use.OrFuse >= 0 && row < last; ++row) {
+                    const bool has =
+                        row < terms.size() && std::find(own.begin(), own.end(), terms[row]) != own.end();
+                    fuses_[mode_.FirstFuse(row) + static_cast<std::size_t>(use.OrFuse)] = !has;
+                }
+            }
+        }
     }
 
     void SetEnable(std::size_t signal, const CellUse& use) {
@@ -76,7 +99,7 @@ class Mapper {
     }
 
     void SetRow(std::size_t row, const Term& term) {
-        const auto first = row * mode_.Columns;
+        const auto first = mode_.FirstFuse(row);
         for (std::size_t i = 0; i < mode_.Columns; ++i) fuses_[first + i] = true;
         for (const auto& literal : term) fuses_[first + ColumnOf(literal)] = false;
     }

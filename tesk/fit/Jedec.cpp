@@ -7,23 +7,14 @@
 namespace fit {
 namespace {
 
-std::size_t ColumnsOf(const Device& device, const Fit& fit) {
-    for (const auto& mode : device.Modes) {
-        if (mode.Name == fit.Mode) return mode.Columns;
-    }
-    return 32;
-}
-
-std::size_t RowsOf(const Device& device, const Fit& fit) {
+std::size_t RowsOf(const Mode& mode) {
     std::size_t rows = 0;
-    for (const auto& mode : device.Modes) {
-        if (mode.Name != fit.Mode) continue;
-        for (const int row : {mode.ResetRow, mode.PresetRow}) {
-            if (row >= 0) rows = std::max(rows, static_cast<std::size_t>(row) + 1);
-        }
-        for (const auto& cell : mode.Cells) {
-            for (const auto& use : cell.Uses) rows = std::max(rows, use.FirstRow + use.Terms);
-        }
+    for (const int row : {mode.ResetRow, mode.PresetRow}) {
+        if (row >= 0) rows = std::max(rows, static_cast<std::size_t>(row) + 1);
+    }
+    for (const auto& cell : mode.Cells) {
+        for (const auto& use : cell.Uses)
+            rows = std::max({rows, use.EnableRow + 1, use.FirstRow + use.Terms});
     }
     return rows;
 }
@@ -39,8 +30,11 @@ std::string WriteJedec(const Device& device, const Fit& fit, const JedecNotes& n
     map.Pins = device.Pins;
     map.Secure = notes.Secure;
     map.Fuses = fit.Fuses;
-    map.Columns = ColumnsOf(device, fit);
-    map.Array = std::min(RowsOf(device, fit) * map.Columns, fit.Fuses.size());
+    for (const auto& mode : device.Modes) {
+        if (mode.Name != fit.Mode) continue;
+        const auto array = std::min(mode.FirstFuse(RowsOf(mode)), fit.Fuses.size());
+        map.Lines = {{mode.FirstFuse(mode.SharedTerms), mode.TermFuses}, {array, mode.Columns}};
+    }
     return model::WriteJedec(map);
 }
 

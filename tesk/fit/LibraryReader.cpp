@@ -42,19 +42,14 @@ class Reader {
 
     // False where reading ends.
     bool TakeLine(const Words& words) {
-        static const std::map<std::string_view, Record> records{{"DEVICE", &Reader::TakeDevice},
-                                                                {"POWER", &Reader::TakePower},
-                                                                {"SIGNATURE", &Reader::TakeSignature},
-                                                                {"MODE", &Reader::TakeMode},
-                                                                {"SET", &Reader::TakeSet},
-                                                                {"INPUT", &Reader::TakeInput},
-                                                                {"CLOCK", &Reader::TakeClock},
-                                                                {"ENABLE", &Reader::TakeEnable},
-                                                                {"RESET", &Reader::TakeReset},
-                                                                {"PRESET", &Reader::TakePreset},
-                                                                {"PRELOAD", &Reader::TakePreload},
-                                                                {"CELL", &Reader::TakeCell},
-                                                                {"USE", &Reader::TakeUse}};
+        static const std::map<std::string_view, Record> records{
+            {"DEVICE", &Reader::TakeDevice},       {"POWER", &Reader::TakePower},
+            {"SIGNATURE", &Reader::TakeSignature}, {"MODE", &Reader::TakeMode},
+            {"TERMS", &Reader::TakeTerms},         {"SET", &Reader::TakeSet},
+            {"INPUT", &Reader::TakeInput},         {"CLOCK", &Reader::TakeClock},
+            {"ENABLE", &Reader::TakeEnable},       {"RESET", &Reader::TakeReset},
+            {"PRESET", &Reader::TakePreset},       {"PRELOAD", &Reader::TakePreload},
+            {"CELL", &Reader::TakeCell},           {"USE", &Reader::TakeUse}};
         if (line_ == 1) {
             if (words == Words{"TESK-DL", "1"}) return true;
             Fault("7101tc", "");
@@ -158,6 +153,20 @@ class Reader {
         return true;
     }
 
+    // Ahead of what numbers rows.
+    bool TakeTerms(const Words& words) {
+        auto* mode = CurrentMode();
+        if (mode == nullptr || words.size() != 3) return false;
+        if (!mode->Cells.empty() || mode->ResetRow >= 0 || mode->PresetRow >= 0) return false;
+        const auto all = CurrentDevice()->Fuses;
+        const auto terms = Number(words[1], all + 1);
+        const auto fuses = Number(words[2], all + 1);
+        if (!terms || !fuses || *terms == 0 || *fuses < mode->Columns || *terms * *fuses > all) return false;
+        mode->SharedTerms = *terms;
+        mode->TermFuses = *fuses;
+        return true;
+    }
+
     bool TakeSet(const Words& words) {
         if (CurrentMode() == nullptr || words.size() < 3 || words.size() > 4) return false;
         const auto run = Run(words[1], words[2], words.size() == 4 ? words[3] : "1");
@@ -188,9 +197,8 @@ class Reader {
     bool TakeEnable(const Words& words) { return TakeSpecialPin(words, &Mode::EnablePin); }
     bool TakePreload(const Words& words) { return TakeSpecialPin(words, &Mode::PreloadPin); }
 
-    std::optional<std::size_t> Row(std::string_view word) {
-        return Number(word, CurrentDevice()->Fuses / CurrentMode()->Columns);
-    }
+    std::optional<std::size_t> Row(std::string_view word) { return Number(word, RowCount()); }
+    std::size_t RowCount() { return CurrentMode()->RowCount(CurrentDevice()->Fuses); }
     bool TakeRow(const Words& words, int Mode::*row) {
         if (CurrentMode() == nullptr || words.size() != 2 || !Row(words[1])) return false;
         CurrentMode()->*row = static_cast<int>(*Row(words[1]));
@@ -212,7 +220,8 @@ class Reader {
         if (words[3] == "low" || words[3] == "high") {
             cell.Polarity = words[3] == "low" ? PolarityKind::Low : PolarityKind::High;
         } else {
-            const auto fuse = Number(words[3], CurrentDevice()->Fuses);
+            cell.HighFuse = !words[3].starts_with('!');
+            const auto fuse = Number(words[3].substr(cell.HighFuse ? 0 : 1), CurrentDevice()->Fuses);
             if (!fuse) return false;
             cell.PolarityFuse = *fuse;
         }
@@ -250,6 +259,7 @@ class Reader {
         if (equals == word.npos) return false;
         const auto name = word.substr(0, equals);
         const auto value = word.substr(equals + 1);
+        if (name == "or") return TakeOr(value, use);
         if (const auto row = rows.find(name); row != rows.end()) {
             if (!Row(value)) return false;
             use.*row->second = static_cast<int>(*Row(value));
@@ -262,16 +272,25 @@ class Reader {
         return run.has_value();
     }
 
+    bool TakeOr(std::string_view value, CellUse& use) {
+        const auto fuse = Number(value, CurrentMode()->TermFuses);
+        const bool shared =
+            use.Kind != UseKind::Input && use.FirstRow + use.Terms <= CurrentMode()->SharedTerms;
+        if (!fuse || *fuse < CurrentMode()->Columns || !shared) return false;
+        use.OrFuse = static_cast<int>(*fuse);
+        return true;
+    }
+
     bool TakeOutput(const Words& words, CellUse& use) {
         static const std::map<std::string_view, FeedbackKind> feedbacks{{"none", FeedbackKind::None},
                                                                         {"pin", FeedbackKind::Pin},
                                                                         {"level", FeedbackKind::Level},
                                                                         {"notsum", FeedbackKind::NotSum}};
         const auto row = Row(words[2]);
-        const auto terms = Number(words[3], CurrentDevice()->Fuses / CurrentMode()->Columns + 1);
+        const auto terms = Number(words[3], RowCount() + 1);
         const auto feedback = feedbacks.find(words[5]);
         if (!row || !terms || *terms == 0 || feedback == feedbacks.end()) return false;
-        if (*row + *terms > CurrentDevice()->Fuses / CurrentMode()->Columns) return false;
+        if (*row + *terms > RowCount()) return false;
         if (words[1] != "output" && words[1] != "register") return false;
         use.Kind = words[1] == "output" ? UseKind::Output : UseKind::Register;
         use.FirstRow = *row;

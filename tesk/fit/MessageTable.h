@@ -57,6 +57,9 @@ inline constexpr MessageEntry kMessages[] = {
     {"7214tc", Severity::Warning, "Reset and preset may meet",
      "While both are true the register of this device is none: its D input goes through.",
      "Keep one of the terms false while the other is true."},
+    {"7215tc", Severity::Error, "Too many product terms together",
+     "All outputs of the device take theirs from the same ones; equal terms count once.",
+     "Reduce with ks, so that outputs have terms in common, or with kb. Else split the design."},
 };
 using MessageCode = model::MessageCode<kMessages>;
 

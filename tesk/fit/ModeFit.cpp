@@ -30,14 +30,16 @@ void ModeFit::Run() {
     PlaceNumbered();
     if (!model::HasErrors(Messages)) PlaceOthers();
     for (std::size_t signal = 0; signal < needs_.Count(); ++signal) CheckOwnRows(signal);
+    if (!model::HasErrors(Messages)) ShareTerms();
 }
 
 // A missing feature weighs more than a lack of room, so that the mode that comes nearest is the one reported.
 int ModeFit::Distance() const {
     int distance = 0;
     for (const auto& message : Messages) {
-        if (message.Level == Severity::Error)
-            distance += message.Number == "7201tc" || message.Number == "7205tc" ? 1 : 2;
+        const bool room =
+            message.Number == "7201tc" || message.Number == "7205tc" || message.Number == "7215tc";
+        if (message.Level == Severity::Error) distance += room ? 1 : 2;
     }
     return distance;
 }

@@ -30,6 +30,9 @@ class ModeFit {
     std::vector<int> Pins;                       // of each signal, 0: none
     std::vector<std::optional<Choice>> Choices;  // of each driven signal that has a place
     std::optional<std::size_t> SignalAt(int pin) const;
+    // The terms that the outputs share, each once.
+    Sum SharedTerms() const;
+    const Options& How() const { return options_; }
 
     // The functions that all registers share: those of this signal and input, if any.
     struct Shared {
@@ -57,6 +60,8 @@ class ModeFit {
     void FindEnable();
     void CheckOwnRows(std::size_t signal);
     void FindShared(Shared& shared, Input positive, Input negative, int row);
+    void ShareTerms();
+    void TakeFewestTerms();
     void PlaceNumbered();
     void PlaceOne(std::size_t signal, int pin);
     void PlaceOthers();

@@ -18,17 +18,6 @@ bool Less(const Literal& a, const Literal& b) {
     return std::tuple(a.Signal, a.Pin, a.Negated) < std::tuple(b.Signal, b.Pin, b.Negated);
 }
 
-void Sort(Sum& sum) {
-    for (auto& term : sum) {
-        std::sort(term.begin(), term.end(), Less);
-        term.erase(std::unique(term.begin(), term.end()), term.end());
-    }
-    std::sort(sum.begin(), sum.end(), [](const Term& a, const Term& b) {
-        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Less);
-    });
-    sum.erase(std::unique(sum.begin(), sum.end()), sum.end());
-}
-
 // Terms that hold all literals of another one are dropped.
 void Absorb(Sum& sum) {
     Sort(sum);
@@ -124,6 +113,17 @@ class Complementer {
 };
 
 }  // namespace
+
+void Sort(Sum& sum) {
+    for (auto& term : sum) {
+        std::sort(term.begin(), term.end(), Less);
+        term.erase(std::unique(term.begin(), term.end()), term.end());
+    }
+    std::sort(sum.begin(), sum.end(), [](const Term& a, const Term& b) {
+        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Less);
+    });
+    sum.erase(std::unique(sum.begin(), sum.end()), sum.end());
+}
 
 std::optional<Sum> ComplementOf(const Sum& sum, std::size_t& budget) {
     Complementer complementer(budget);

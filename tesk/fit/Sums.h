@@ -10,6 +10,9 @@ namespace fit {
 // comparisons of terms; what was used goes off it.
 std::optional<Sum> ComplementOf(const Sum& sum, std::size_t& budget);
 
+// Literals and terms in a fixed order, each once.
+void Sort(Sum& sum);
+
 bool IsTrue(const Sum& sum);  // it holds an empty term
 bool IsSame(Sum a, Sum b);    // the same terms, in any order
 

@@ -113,6 +113,7 @@ fit::Options ToFitter(const Options& options) {
     fit::Options how;
     if (options.Best) how.Choose = fit::Polarity::Best;
     if (options.Demorgan) how.Choose = fit::Polarity::Complement;
+    how.DropUnused = options.Deactivate;
     return how;
 }
 

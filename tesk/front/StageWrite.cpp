@@ -17,7 +17,7 @@ struct Missing {
 };
 constexpr std::array kMissing{
     Missing{&Options::Ascii, ".HEX, the device is no PROM"},
-    Missing{&Options::Hl, ".HL, the device is no IFL device"},
+    Missing{&Options::Hl, ".HL, this compiler does not write HL"},
     Missing{&Options::Pdif, ".PDF, this compiler does not write PDIF"},
     Missing{&Options::Qdif, ".QDF, this compiler does not write QDIF"},
 };

@@ -90,8 +90,12 @@ std::string WriteJedec(const JedecMap& map) {
     text += line("QF" + std::to_string(map.Fuses.size()));
     text += line(map.Secure ? "G1" : "G0");
     text += line("F0");
-    AddFuses(text, map.Fuses, 0, map.Array, map.Columns);
-    AddFuses(text, map.Fuses, map.Array, map.Fuses.size(), 64);
+    std::size_t told = 0;
+    for (const auto& [end, width] : map.Lines) {
+        AddFuses(text, map.Fuses, told, end, width);
+        told = end;
+    }
+    AddFuses(text, map.Fuses, told, map.Fuses.size(), 64);
     text += line("C" + Checksum(FuseChecksum(map.Fuses)));
     text += EndOfText;
     return Transmission(std::move(text));

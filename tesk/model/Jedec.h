@@ -44,7 +44,9 @@ struct JedecMap {
     int Pins = 0;
     bool Secure = false;  // G1: the security fuse is to be programmed
     std::vector<bool> Fuses;
-    std::size_t Array = 0, Columns = 64;  // fuses before Array stand in rows of so many, the others of 64
+    // The fuses before the first number stand in lines of as many as the second says, and so on; those behind
+    // the last one in lines of 64.
+    std::vector<std::pair<std::size_t, std::size_t>> Lines;
 };
 
 // The map as JESD3-C: STX, design specification with the header, N, QP, QF, G, F0, L fields (rows that hold a

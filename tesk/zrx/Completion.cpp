@@ -46,7 +46,7 @@ std::string AddImplied(fit::Design& design, const fit::Device* device) {
     const fit::Mode* mode = nullptr;
     if (device != nullptr)
         for (const fit::Mode& one : device->Modes)
-            if (one.ClockPin != 0) mode = &one;
+            if (one.ClockPin != 0 || one.EnablePin != 0) mode = &one;
     const std::size_t none = design.Signals.size();
     const std::size_t clock = mode == nullptr ? none : InputAt(design, needs, mode->ClockPin);
     const std::size_t enable = mode == nullptr ? none : InputAt(design, needs, mode->EnablePin);
@@ -57,13 +57,16 @@ std::string AddImplied(fit::Design& design, const fit::Device* device) {
     };
     std::string missing;
     for (std::size_t signal = 0; signal < none; ++signal) {
-        if (!needs.Registered(signal)) continue;
-        const bool clocked = needs.Has(signal, model::Input::Ck) ||
+        if (!needs.Driven(signal)) continue;
+        const bool registered = needs.Registered(signal);
+        const auto kind = registered ? fit::UseKind::Register : fit::UseKind::Output;
+        const bool enabled = needs.Has(signal, model::Input::Oe) || design.Signals[signal].Node;
+        const bool byPin = enable != none && !enabled && mode->PinEnables(kind);
+        const bool clocked = !registered || needs.Has(signal, model::Input::Ck) ||
                              design.Signals[signal].Register == model::RegisterKind::Latch;
         if (!clocked && clock != none) add(signal, model::Input::Ck, clock, true);
         if (!clocked && clock == none) missing = design.Signals[signal].Name;
-        const bool enabled = needs.Has(signal, model::Input::Oe) || design.Signals[signal].Node;
-        if (!enabled && enable != none) add(signal, model::Input::Oe, enable, false);
+        if (byPin) add(signal, model::Input::Oe, enable, false);
     }
     design.Functions.insert(design.Functions.end(), added.begin(), added.end());
     return missing;

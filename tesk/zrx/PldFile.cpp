@@ -120,8 +120,8 @@ std::string Partition::PldText(std::size_t chip) const {
     text += std::string(lineEnd) + writtenHere + std::to_string(chip + 1) + " of " + std::to_string(Chips()) +
             " of " + HeaderText(document_.Name()) + " */" + std::string(lineEnd);
     if (const int pin = EnablePin(chip); pin != 0)
-        text += "/* Pin " + std::to_string(pin) + " enables the registers: wire it low. */" +
-                std::string(lineEnd);
+        text +=
+            "/* Pin " + std::to_string(pin) + " enables the outputs: wire it low. */" + std::string(lineEnd);
     return text + std::string(lineEnd) + Declarations(chip) + std::string(lineEnd) + Equations(chip);
 }
 

@@ -12,7 +12,9 @@ constexpr const char* preface =
     "Made of `data/devices/Fullset.dl` by `tools/devpage`; [TeskRef.md](help/TeskRef.md) tells how "
     "designs\n"
     "use them. A device is tried in its modes in their order. Of each pin the table tells what it can be:\n\n"
-    "- *terms*: product terms of its sum, without the one of an output enable.\n"
+    "- *terms*: product terms of its sum, without the one of an output enable. Where all outputs share "
+    "theirs\n"
+    "  equal terms of several outputs count once.\n"
     "- *polarity*: `fuse`, either; `high`, the sum; `low`, its complement. The compiler complements the "
     "equation\n"
     "  where that is needed.\n"
@@ -84,20 +86,18 @@ std::string TableOf(const fit::Mode& mode) {
     return text;
 }
 
-std::string EnablesText(const fit::Mode& mode) {
-    const bool outputs = mode.AnyUse([](const fit::CellUse& use) {
-        return use.Kind == fit::UseKind::Output && (use.Enable == fit::EnableKind::Pin || use.EnableAndPin);
-    });
-    return outputs ? ", enable of all outputs at pin " : ", enable of the registers at pin ";
-}
-
 std::string ModeText(const fit::Mode& mode) {
     std::string text = "Mode " + mode.Name + ": " + Plural(mode.Cells.size(), "macrocell");
     text += mode.ClockPin == 0 ? ", no clock" : ", clock at pin " + std::to_string(mode.ClockPin);
     if (mode.AnyUse([](const fit::CellUse& use) { return use.HasOwnRows(); }))
         text +=
             ", one term each of clock, asynchronous reset and preset for each register (`.CK`, `.AR`, `.AP`)";
-    if (mode.EnablePin != 0) text += EnablesText(mode) + std::to_string(mode.EnablePin);
+    if (mode.SharedTerms > 0)
+        text += ", " + std::to_string(mode.SharedTerms) + " product terms for all outputs";
+    const bool outputs = mode.PinEnables(fit::UseKind::Output);
+    if (mode.EnablePin != 0)
+        text += std::string(", enable of ") + (outputs ? "all outputs" : "the registers") + " at pin " +
+                std::to_string(mode.EnablePin);
     if (mode.PreloadPin != 0) text += ", preload at pin " + std::to_string(mode.PreloadPin);
     if (mode.ResetRow >= 0) text += ", one term of asynchronous reset (`.AR` or `.AP`)";
     if (mode.PresetRow >= 0) text += ", one term of synchronous preset (`.SP` or `.SR`)";

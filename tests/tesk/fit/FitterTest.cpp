@@ -161,6 +161,8 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
         {"P20RA10", "2 A\n23 Q D\nQ.D = !Q\nQ.CK = A\nQ.OE = A\n", "7206tc", "read Q.IO"},
         {"P20RA10", "2 A\n3 B\n4 C\n5 D\n6 E\n23 Y\nY = A + B + C + D + E\n", "7201tc",
          "Y needs 5, the limit of pin 23 of P20RA10 (cells) is 4"},
+        {"F100", "9 A\n19 E\n10 Y\nY = A\nY.OE = E\n", "7208tc", "F100 enables its outputs with pin 19 low"},
+        {"F100", "9 A\n10 Y\n11 Z\nY = A\nZ = Y\n", "7206tc", "Y, pin 10 of F100 (terms)"},
         {"P16R8",
          "1 C\n2 A\n0 Q0 D\n0 Q1 D\n0 Q2 D\n0 Q3 D\n0 Q4 D\n0 Q5 D\n0 Q6 D\n0 Q7 D\n0 Q8 D\nQ0.D = A\nQ1.D = "
          "A\n"
@@ -248,6 +250,46 @@ TEST(Fitter, ResetsActOnTheName) {
     EXPECT_EQ(shared.Messages[0].Number, "7211tc");
     const auto resets = [](const fit::Function& f) { return f.Signal == 4 && f.To == fit::Input::Ar; };
     EXPECT_TRUE(std::any_of(shared.Implied.begin(), shared.Implied.end(), resets));
+}
+
+// As many different products of A to F, and the pins of those.
+std::string Products(std::size_t count) {
+    std::string text;
+    for (std::size_t n = 0; n < count; ++n) {
+        text += n == 0 ? "" : " + ";
+        for (std::size_t i = 0; i < 6; ++i) {
+            text += n >> i & 1 ? "" : "!";
+            text += static_cast<char>('A' + i);
+            text += ' ';
+        }
+    }
+    return text;
+}
+
+TEST(Fitter, OutputsShareTerms) {
+    const std::string inputs = "2 A\n3 B\n4 C\n5 D\n6 E\n7 F\n8 G\n";
+    const auto fits = [&](const char* device, const std::string& design, fit::Polarity choose) {
+        return fit::FitDesign(DeviceOf(device), MakeDesign(inputs + design), {choose, true});
+    };
+    const std::string same = "11 Y\n12 Z\n13 !X\nY = " + Products(32) + "\nZ = " + Products(31);
+    const auto all = fits("F153", same + "\nX = " + Products(32) + "\n", fit::Polarity::Natural);
+    ASSERT_TRUE(all.Ok()) << all.Messages[0].Text;
+    EXPECT_EQ(all.Placements[7].Used, 32u);
+    const auto more = fits("F153", same + "\nX = G\n", fit::Polarity::Natural);
+    ASSERT_EQ(more.Messages.size(), 1u);
+    EXPECT_EQ(more.Messages[0].Number, "7215tc");
+    EXPECT_NE(more.Messages[0].Text.find("the outputs need 33, the limit of F153 is 32"), std::string::npos)
+        << more.Messages[0].Text;
+    // The complement of Y is the one term of Z.
+    const std::string sums = "11 Y\n12 Z\nY = !A + !B + !C + !D + !E + !F\nZ = A B C D E F\n";
+    const auto best = fits("F153", sums, fit::Polarity::Best);
+    EXPECT_EQ(best.Placements[7].Used, 1u) << "one term for both";
+    const auto inverted =
+        fits("F153", "11 Y\nY = !A + !B\n12 Z\nZ = " + Products(31) + "\n", fit::Polarity::Natural);
+    ASSERT_EQ(inverted.Messages.size(), 1u);
+    EXPECT_NE(inverted.Messages[0].Text.find("need 33, the limit of F153 is 32; fits with kb"),
+              std::string::npos)
+        << inverted.Messages[0].Text;
 }
 
 TEST(Fitter, RowsOfRegistersTellWhenResetAndPresetMeet) {

@@ -141,7 +141,7 @@ TEST(Jedutil, SeesTheEquationsOfTheDesign) {
         int fitted = 0;
         for (int round = 0; round < 4000 && fitted < 8; ++round) {
             const auto design = test::RandomDesign(random, family);
-            const auto fit = fit::FitDesign(device, design, {fit::Polarity::Best});
+            const auto fit = fit::FitDesign(device, design, {fit::Polarity::Best, random() % 2 == 0});
             if (!fit.Ok()) continue;
             ++fitted;
             std::ofstream(file, std::ios::binary) << fit::WriteJedec(device, fit, {});

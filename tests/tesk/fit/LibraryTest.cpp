@@ -66,6 +66,12 @@ TEST(Library, FaultsAreToldWithTheirLine) {
         {head + "CELL 3 - low\nUSE output 0 2 always pin\nEND\n", "7102tc", 5},
         {head + "CELL 3 0 low\nUSE output 0 2 10 pin\nEND\n", "7102tc", 5},
         {head + "CELL 3 0 low\nUSE register 0 2 9 pin 100=1\nEND\n", "7102tc", 5},
+        {head + "CELL 3 0 low\nUSE register 0 2 9&pin pin\nEND\n", "7102tc", 5},
+        {head + "CELL 3 0 low\nUSE register 0 2 9 pin clock=1 reset=2\nEND\n", "7102tc", 5},
+        {head + "CELL 3 0 low\nUSE output 0 2 9 pin 98=1*3\nEND\n", "7102tc", 5},
+        {head + "TERMS 9 12\nEND\n", "7102tc", 4},
+        {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 6 always pin or=10\nEND\n", "7102tc", 6},
+        {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 5 always pin or=12\nEND\n", "7102tc", 6},
     };
     for (const auto& c : cases) {
         const auto library = fit::ReadLibrary(c.text);
