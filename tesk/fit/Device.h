@@ -36,7 +36,7 @@
 //   END                         the last line
 //
 // Enable is the row of the output enable, `always`, `pin` for that of ENABLE, or a row and that pin: `0&pin`.
-// Feedback is none, pin, level or notsum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
+// Feedback is none, pin, level, notsum or sum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
 // times the columns. A fuse of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are
 // 1 is true. With a polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
 // clang-format on
@@ -50,6 +50,7 @@ enum class FeedbackKind {
     Pin,     // what is at the pin
     Level,   // the register, as the level that it gives to the pin; the register's state 0 is pin high
     NotSum,  // the complement of the register, which takes the sum itself: polarity comes behind it
+    Sum,     // the register, which takes the sum itself
 };
 
 struct FuseRun {
@@ -66,6 +67,7 @@ struct CellUse {
     std::size_t EnableRow = 0;
     bool EnableAndPin = false;  // with Row: the mode's enable pin must be low, too
     FeedbackKind Feedback = FeedbackKind::None;
+    bool StoresSum = false;  // the register takes the sum itself; else its state 0 is pin high
     std::vector<FuseRun> Fuses;
     // The register's own, -1: none. It is clocked by the rising edge of the row; reset makes it 0, preset 1,
     // both asynchronous; while both are true its D input goes through. Its state 0 is pin high.

@@ -46,7 +46,7 @@ Placement PlacementOf(const ModeFit& modeFit, std::size_t signal) {
     placement.Used = choice->Rows->size();
     placement.Available = choice->Use->Terms;
     if (choice->Use->Kind != UseKind::Register) return placement;
-    const bool asserted = choice->Use->Feedback == FeedbackKind::NotSum ? choice->Complemented : !choice->Low;
+    const bool asserted = choice->Use->StoresSum ? choice->Complemented : !choice->Low;
     placement.PowerUp = asserted ? '1' : '0';
     return placement;
 }

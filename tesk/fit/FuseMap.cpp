@@ -104,14 +104,16 @@ class Mapper {
         for (const auto& literal : term) fuses_[first + ColumnOf(literal)] = false;
     }
 
-    // The even column of a pair carries the pin's level, or the complement of a register that holds the sum.
+    // The even column of a pair carries the pin's level, or a register that holds the sum or its complement.
     std::size_t ColumnOf(const Literal& literal) const {
         const int pin = fit_.Pins[literal.Signal];
         int column = mode_.InputColumn(pin);
         bool evenMeans = !fit_.LowAt(literal.Signal);
         if (column < 0) column = mode_.CellAt(pin)->Column;
         const auto& choice = fit_.Choices[literal.Signal];
-        if (choice && choice->Use->Feedback == FeedbackKind::NotSum) evenMeans = choice->Complemented;
+        const auto feedback = choice ? choice->Use->Feedback : FeedbackKind::Pin;
+        if (feedback == FeedbackKind::NotSum) evenMeans = choice->Complemented;
+        if (feedback == FeedbackKind::Sum) evenMeans = !choice->Complemented;
         const bool wanted = !literal.Negated;
         return static_cast<std::size_t>(column) + (wanted == evenMeans ? 0 : 1);
     }

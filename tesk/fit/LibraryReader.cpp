@@ -251,10 +251,11 @@ class Reader {
         return true;
     }
 
-    // "clock=1" is a row, "2121=1" a fuse, "80=1*40" a run of them.
+    // "behind" is the polarity's place, "clock=1" a row, "2121=1" a fuse, "80=1*40" a run of them.
     bool TakeProperty(std::string_view word, CellUse& use) {
         static const std::map<std::string_view, int CellUse::*> rows{
             {"clock", &CellUse::ClockRow}, {"reset", &CellUse::ResetRow}, {"preset", &CellUse::PresetRow}};
+        if (word == "behind" && use.Kind == UseKind::Register) return use.StoresSum = true;
         const auto equals = word.find('=');
         if (equals == word.npos) return false;
         const auto name = word.substr(0, equals);
@@ -275,7 +276,7 @@ class Reader {
     bool TakeOr(std::string_view value, CellUse& use) {
         const auto fuse = Number(value, CurrentMode()->TermFuses);
         const bool shared =
-            use.Kind != UseKind::Input && use.FirstRow + use.Terms <= CurrentMode()->SharedTerms;
+            use.Kind != UseKind::Input && use.FirstRow == 0 && use.Terms == CurrentMode()->SharedTerms;
         if (!fuse || *fuse < CurrentMode()->Columns || !shared) return false;
         use.OrFuse = static_cast<int>(*fuse);
         return true;
@@ -285,7 +286,8 @@ class Reader {
         static const std::map<std::string_view, FeedbackKind> feedbacks{{"none", FeedbackKind::None},
                                                                         {"pin", FeedbackKind::Pin},
                                                                         {"level", FeedbackKind::Level},
-                                                                        {"notsum", FeedbackKind::NotSum}};
+                                                                        {"notsum", FeedbackKind::NotSum},
+                                                                        {"sum", FeedbackKind::Sum}};
         const auto row = Row(words[2]);
         const auto terms = Number(words[3], RowCount() + 1);
         const auto feedback = feedbacks.find(words[5]);
@@ -296,6 +298,7 @@ class Reader {
         use.FirstRow = *row;
         use.Terms = *terms;
         use.Feedback = feedback->second;
+        use.StoresSum = use.Feedback == FeedbackKind::NotSum || use.Feedback == FeedbackKind::Sum;
         return TakeUseEnable(words[4], use);
     }
 

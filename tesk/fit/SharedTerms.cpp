@@ -65,15 +65,19 @@ Sum ModeFit::SharedTerms() const {
 }
 
 void ModeFit::ShareTerms() {
-    if (mode_.SharedTerms == 0) return;
+    std::size_t limit = 0;
+    for (const auto& choice : Choices) {
+        if (choice && choice->Use->OrFuse >= 0) limit = choice->Use->Terms;
+    }
+    if (limit == 0) return;
     if (options_.Choose == Polarity::Best) TakeFewestTerms();
     const auto need = SharedTerms().size();
-    if (need <= mode_.SharedTerms) return;
+    if (need <= limit) return;
     std::string detail = "the outputs need " + std::to_string(need) + ", the limit of " + device_.Mnemonic +
-                         " is " + std::to_string(mode_.SharedTerms);
+                         " is " + std::to_string(limit);
     if (options_.Choose == Polarity::Natural) {
         TakeFewestTerms();
-        if (SharedTerms().size() <= mode_.SharedTerms) detail += "; fits with kb";
+        if (SharedTerms().size() <= limit) detail += "; fits with kb";
     }
     Messages.push_back(model::MakeMessage(MessageCode("7215tc").Entry(), {}, detail));
 }

@@ -65,12 +65,16 @@ Problem::Room Problem::RoomOf(const fit::Mode& mode) {
     for (const fit::Cell& cell : mode.Cells) {
         bool input = false;
         bool feedback = false;
+        std::size_t output = 0;
+        std::size_t register_ = 0;
         for (const fit::CellUse& use : cell.Uses) {
             input = input || use.Kind == fit::UseKind::Input;
             feedback = feedback || use.Feedback != fit::FeedbackKind::None;
-            if (use.Kind == fit::UseKind::Output) room.Output.push_back(use.Terms);
-            if (use.Kind == fit::UseKind::Register) room.Register.push_back(use.Terms);
+            if (use.Kind == fit::UseKind::Output) output = std::max(output, use.Terms);
+            if (use.Kind == fit::UseKind::Register) register_ = std::max(register_, use.Terms);
         }
+        if (output > 0) room.Output.push_back(output);
+        if (register_ > 0) room.Register.push_back(register_);
         room.InputCells += input ? 1 : 0;
         room.Feedbacks += feedback ? 1 : 0;
         room.Polarity = cell.Polarity;

@@ -124,6 +124,7 @@ const std::vector<Family>& Families() {
         {"F100", "", "82S100"},
         {"F101", "", "82S101"},
         {"F153", "", "82S153"},
+        {"P18CV8", "", "18CV8"},
     };
     return families;
 }
@@ -164,15 +165,25 @@ void AddRows(std::mt19937& random, fit::Design& design, const std::vector<std::s
         enable.front().push_back({design.Signals.size() - 1, !common.ActiveLow, false});
 }
 
+// Resets of all registers; they keep the sums as they are.
+void AddShared(std::mt19937& random, fit::Design& design, const std::vector<std::size_t>& sources,
+               fit::Input to) {
+    if (random() % 3 != 0) return;
+    const auto sum = RandomSum(random, sources, 1);
+    for (std::size_t i = 0; i < design.Signals.size(); ++i) {
+        if (design.Signals[i].Register != fit::RegisterKind::None)
+            design.Functions.push_back({i, to, sum, {}});
+    }
+}
+
 // A register whose pin leads back may be read there alone.
-void ReadPins(fit::Design& design, const fit::Mode& mode) {
-    const bool pins = mode.AnyUse([](const fit::CellUse& use) {
-        return use.Kind == fit::UseKind::Register && use.Feedback == fit::FeedbackKind::Pin;
-    });
+void ReadPins(fit::Design& design, const std::vector<std::pair<std::size_t, const fit::CellUse*>>& driven) {
+    std::vector<bool> pins(design.Signals.size());
+    for (const auto& [i, use] : driven)
+        pins[i] = use->Kind == fit::UseKind::Register && use->Feedback == fit::FeedbackKind::Pin;
     for (auto& function : design.Functions)
         for (auto& term : *function.True)
-            for (auto& literal : term)
-                literal.Pin = pins && design.Signals[literal.Signal].Register != fit::RegisterKind::None;
+            for (auto& literal : term) literal.Pin = pins[literal.Signal];
 }
 
 }  // namespace
@@ -224,7 +235,9 @@ fit::Design RandomDesign(std::mt19937& random, const Family& family) {
         design.Functions.push_back({i, data, sum, {}});
         AddRows(random, design, sources, i, *use, mode.EnablePin);
     }
-    ReadPins(design, mode);
+    if (mode.ResetRow >= 0) AddShared(random, design, sources, fit::Input::Ar);
+    if (mode.PresetRow >= 0) AddShared(random, design, sources, fit::Input::Sp);
+    ReadPins(design, driven);
     return design;
 }
 

@@ -33,6 +33,8 @@ struct View {
     std::map<int, Equation> Logic;
     std::map<int, Equation> Enable;
     std::map<int, bool> ActiveHigh;
+    Equation Reset;
+    Equation Preset;
 };
 
 int PinOf(const std::string& name) {
@@ -49,10 +51,14 @@ View Parse(const std::string& text) {
         std::string first;
         std::string second;
         words >> first;
-        if (first == "Equations:") equations = true;
+        if (first == "Asynchronous" || first == "Synchronous") {
+            open = first == "Asynchronous" ? &view.Reset : &view.Preset;
+            continue;
+        }
+        if (first == "Equations:") equations = true, open = nullptr;
         if (!equations && !first.empty() && isdigit(first[0]) && line.find('(') != line.npos)
             view.ActiveHigh[std::stoi(first)] = line.find("Active high") != line.npos;
-        if (!equations || first.empty() || first.back() == ':') continue;
+        if ((!equations && open == nullptr) || first.empty() || first.back() == ':') continue;
         std::string rest = line;
         if (words >> second; second == "=" || second == ":=") {
             const bool enable = first.ends_with(".oe");
@@ -127,6 +133,11 @@ void CompareSamples(const View& view, const test::Family& family, const fit::Des
         }
         for (std::size_t i = 0; i < asserted.size(); ++i)
             Compare(view, design, fit, i, asserted, levels, notSum);
+        for (const auto& function : design.Functions) {
+            if (function.To != fit::Input::Ar && function.To != fit::Input::Sp) continue;
+            const auto& row = function.To == fit::Input::Ar ? view.Reset : view.Preset;
+            EXPECT_EQ(Value(view, row, levels, notSum), test::Holds(*function.True, asserted));
+        }
     }
 }
 

@@ -239,6 +239,7 @@ INSTANTIATE_TEST_SUITE_P(Devices, Partitions,
                                            Case{"G16V8A", 12, 16, 3, 5, "a1m099"},
                                            Case{"G20V8\nP16R4\nP16R8\nP16L8", 8, 12, 2, 4, "a1m099"},
                                            Case{"G16V8A", 10, 9, 11, 8, "a1sm099"},
+                                           Case{"P18CV8\nF153", 8, 12, 3, 4, "a1m099"},
                                            Case{"G22V10", 14, 24, 5, 6, "a1m099u060"}));
 
 // Up to twelve outputs nothing is better; beyond, first fit decreasing never is.
