@@ -298,7 +298,8 @@ Upkeep KeepUp(const Folders& folders) {
     try {
         return Work(folders);
     } catch (const fs::filesystem_error& error) {
-        sentence = Sentence(folders.Tree, error.code(), error.code().message());
+        const std::string what = error.code().message() + " (" + error.path1().string() + ")";
+        sentence = Sentence(folders.Tree, error.code(), what);
     } catch (const base::RunTimeError& error) {
         sentence = Sentence(folders.Tree, CodeOf(error), error.what());
     }

@@ -49,11 +49,16 @@ constexpr auto startPatience = 30s;
 constexpr auto startPause = 50ms;
 constexpr auto answerPatience = 10s;
 
+bool HasDisplay() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (std::getenv(name) != nullptr) return true;
+    return false;
+}
+
 // On the standard error stream, and in a box where nobody would read that.
 int Fail(const launcher::Folders& folders, const std::string& sentence) {
     std::fprintf(stderr, "korvane: %s\n", sentence.c_str());
-    const bool hasDisplay = std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
-    if (!hasDisplay || ::isatty(STDERR_FILENO) == 1) return exitFailed;
+    if (!HasDisplay() || ::isatty(STDERR_FILENO) == 1) return exitFailed;
     const std::string box = folders.Installation + "/Korvane/tellbox";
     ::execl(box.c_str(), box.c_str(), sentence.c_str(), nullptr);
     return exitFailed;
@@ -116,6 +121,7 @@ int Run(const launcher::Folders& folders, const std::vector<std::string>& files)
     }
     if (!fs::exists(folders.Installation + "/Korvane/Korvane", error))
         return Fail(folders, "There is no installation of Korvane in " + folders.Installation + ".");
+    if (!HasDisplay()) return Fail(folders, "There is no display for a window.");
     try {
         Tell(folders, launcher::KeepUp(folders));
     } catch (const launcher::TreeError& failure) {

@@ -123,6 +123,18 @@ TEST_F(UserTreeTest, IsWholeOrNotAtAll) {
     EXPECT_FALSE(disk.Exists("data/korvane/Korvane/TeskErr.txt"));
     fs::remove_all(disk.Path() / "data");
 
+    // Something else in the place of the examples: told by its name, and nothing is begun.
+    fs::remove_all(disk.Path() / "documents/Korvane");
+    disk.Write("documents/Korvane", "mine");
+    try {
+        KeepUp(Places());
+        ADD_FAILURE();
+    } catch (const TreeError& error) {
+        EXPECT_NE(std::string(error.what()).find("/documents/Korvane"), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(disk.Read("documents/Korvane") + (disk.Exists("data/korvane") ? "!" : ""), "mine");
+    fs::remove(disk.Path() / "documents/Korvane");
+
     // A disk that is full after some files: a limit of this process stands for it.
     disk.Write("opt/Z.TXT", std::string(200000, 'z'));
     const pid_t child = ::fork();

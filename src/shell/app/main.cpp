@@ -37,5 +37,6 @@ int main(int argc, char** argv) {
     shell::Shell shell(state, host, qt::StateFolder(files));
     bool started = false;
     application.Attempt([&] { started = shell.Start(); });
-    return started ? qt::HostApplication::exec() : 1;
+    if (started) return qt::HostApplication::exec();
+    return desktop.HasEarlierInstance() ? 0 : 1;  // that one came forward
 }
