@@ -155,7 +155,7 @@ TEST(Fitted, RefusalsNameADeviceThatWouldDo) {
         {"G16V8S", "Q.D = A; Q.CK = K;", "G16V8"},
         {"P10L8", "Q = !(A # B # C);", "P10H8"},
         {"P16L8", "Q = A # B; Q.AR = K;", ""},
-        {"P16R4", "Q.D = A; Q.CK = K; Q.AR = B;", "P20RA10"},
+        {"P16R4", "Q.D = A; Q.CK = K; Q.AR = B;", "P18CV8"},
         {"G16V8", "Q = [A,B,C,E,G]:$;", "G22V10"},
         {"G22V10", "Q.L = A;", ""},
         {"G16V8", "Q.D = A; Q.CK = K; FUSE(3000,1);", ""},
