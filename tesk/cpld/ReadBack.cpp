@@ -194,8 +194,8 @@ class Decoder {
     proof::Macrocell Decoded(CellPart part, bool isAtPin) {
         const std::size_t cell = part.Macrocell;
         proof::Macrocell into;
-        into.Node = NodeOf(package_, cell);
         if (isAtPin) {
+            into.Node = NodeOf(package_, cell);
             into.Pin = static_cast<int>(PinOf(cell).At);
             into.Enable = EnableOf(cell);
             into.Known = !IsWithoutPlace(from_.Cells[cell]);

@@ -20,7 +20,7 @@ struct CellPart {
 struct ChipOfParts {
     proof::Chip Chip;
     // What the chip's cells are: first the part of each macrocell that its pin shows, or that is fed back
-    // where the pin is not driven, then those others that are read.
+    // where the pin is not driven, then those others that are read; these have no number (Node 0).
     std::vector<CellPart> Parts;
 };
 

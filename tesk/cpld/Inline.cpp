@@ -1,0 +1,172 @@
+#include "cpld/Inline.h"
+
+#include <map>
+#include <optional>
+
+#include "logic/Minimize.h"
+
+namespace cpld {
+namespace {
+
+using logic::Cover;
+using proof::Literal;
+using proof::Sum;
+
+constexpr std::size_t mostCubes = 2000;
+constexpr std::uint64_t mostSteps = 2'000'000;
+
+// Nothing: too large.
+using Bounded = std::optional<Cover>;
+
+class Inliner {
+  public:
+    Inliner(const proof::Chip& chip, const std::vector<bool>& keep)
+        : chip_(chip), keep_(keep), covers_(2 * chip.Cells.size()), isOpen_(chip.Cells.size()) {
+        for (const auto& cell : chip.Cells)
+            for (const Sum* sum : SumsOf<const Sum>(cell))
+                for (const auto& term : *sum)
+                    for (const Literal& literal : term) AddColumn(literal.Of);
+    }
+
+    // False if it is too large; the cell is then as it was.
+    bool Inline(proof::Macrocell& cell) {
+        proof::Macrocell result = cell;
+        for (Sum* sum : SumsOf<Sum>(result)) {
+            const Bounded cover = Expanded(*sum);
+            if (!cover) return false;
+            *sum = ToSum(*cover);
+        }
+        cell = std::move(result);
+        return true;
+    }
+
+  private:
+    template <typename Of, typename Cell>
+    static std::vector<Of*> SumsOf(Cell& cell) {
+        std::vector<Of*> sums{&cell.Rows,       &cell.Enable.When, &cell.Clock.When, &cell.ClockEnable.When,
+                              &cell.Reset.When, &cell.Preset.When};
+        if (cell.Rows2) sums.push_back(&*cell.Rows2);
+        return sums;
+    }
+
+    void AddColumn(const proof::Signal& signal) {
+        if (columns_.emplace(std::pair(signal.From, signal.At), static_cast<int>(signals_.size())).second)
+            signals_.push_back(signal);
+    }
+
+    Cover Nothing() const { return Cover(static_cast<int>(signals_.size()), 1); }
+    Cover Universe() const {
+        Cover cover = Nothing();
+        cover.Form().SetOutput(cover.Append(), 0, true);
+        return cover;
+    }
+
+    static Bounded Product(const Cover& a, const Cover& b) {
+        Cover result(a.Form());
+        for (std::size_t i = 0; i < a.Size(); ++i)
+            for (std::size_t k = 0; k < b.Size(); ++k) {
+                if (!a.Form().InputsMeet(a[i], b[k])) continue;
+                if (result.Size() >= mostCubes) return std::nullopt;
+                a.Form().Intersect(result.Append(), a[i], b[k]);
+            }
+        result.Absorb();
+        return result;
+    }
+
+    static Bounded Complement(const Cover& cover) {
+        std::uint64_t steps = mostSteps;
+        return logic::Complement(cover, mostCubes, steps);
+    }
+
+    bool IsRead(const proof::Signal& signal) const {
+        if (signal.From != proof::Signal::Kind::Cell) return true;
+        const auto& cell = chip_.Cells[signal.At];
+        return keep_[signal.At] || cell.Register != proof::RegisterKind::None || isOpen_[signal.At];
+    }
+
+    Bounded CoverOf(const Literal& literal) {
+        if (!IsRead(literal.Of)) return FunctionOf(literal.Of.At, literal.Negated);
+        Cover cover = Universe();
+        cover.Form().SetInput(cover[0], columns_.at({literal.Of.From, literal.Of.At}),
+                              literal.Negated ? logic::Literal::Zero : logic::Literal::One);
+        return cover;
+    }
+
+    Bounded Expanded(const Sum& sum) {
+        Cover result = Nothing();
+        for (const auto& term : sum) {
+            Bounded product = Universe();
+            for (const Literal& literal : term) {
+                const Bounded factor = CoverOf(literal);
+                if (!factor || !(product = Product(*product, *factor))) return std::nullopt;
+            }
+            result.AddAll(*product);
+        }
+        result.Absorb();
+        return result.Size() > mostCubes ? std::nullopt : Bounded(result);
+    }
+
+    // What an unnamed cell gives, or its complement.
+    Bounded FunctionOf(std::size_t cell, bool negated) {
+        auto& known = covers_[2 * cell + negated];
+        if (!known) {
+            isOpen_[cell] = true;
+            known = Made(chip_.Cells[cell], negated);
+            isOpen_[cell] = false;
+        }
+        return *known;
+    }
+
+    Bounded Made(const proof::Macrocell& cell, bool negated) {
+        Bounded rows = Expanded(cell.Rows);
+        if (rows && cell.Rows2) {
+            const Bounded other = Expanded(*cell.Rows2);
+            rows = other ? Exclusive(*rows, *other) : std::nullopt;
+        }
+        return rows && cell.Inverted != negated ? Complement(*rows) : rows;
+    }
+
+    static Bounded Exclusive(const Cover& a, const Cover& b) {
+        const Bounded notA = Complement(a), notB = Complement(b);
+        if (!notA || !notB) return std::nullopt;
+        Bounded result = Product(a, *notB);
+        const Bounded second = Product(*notA, b);
+        if (!result || !second) return std::nullopt;
+        result->AddAll(*second);
+        return result;
+    }
+
+    Sum ToSum(const Cover& cover) const {
+        Sum sum;
+        for (std::size_t i = 0; i < cover.Size(); ++i) {
+            proof::Term term;
+            for (std::size_t k = 0; k < signals_.size(); ++k) {
+                const auto literal = cover.Form().Input(cover[i], static_cast<int>(k));
+                if (literal != logic::Literal::Free)
+                    term.push_back({signals_[k], literal == logic::Literal::Zero});
+            }
+            sum.push_back(std::move(term));
+        }
+        return sum;
+    }
+
+    const proof::Chip& chip_;
+    const std::vector<bool>& keep_;
+    std::map<std::pair<proof::Signal::Kind, std::size_t>, int> columns_;
+    std::vector<proof::Signal> signals_;
+    std::vector<std::optional<Bounded>> covers_;  // of each cell, and of its complement
+    std::vector<bool> isOpen_;
+};
+
+}  // namespace
+
+proof::Chip Inlined(const proof::Chip& chip, const std::vector<bool>& keep,
+                    std::vector<std::size_t>& tooLarge) {
+    Inliner inliner(chip, keep);
+    proof::Chip result = chip;
+    for (std::size_t i = 0; i < result.Cells.size(); ++i)
+        if (!inliner.Inline(result.Cells[i])) tooLarge.push_back(i);
+    return result;
+}
+
+}  // namespace cpld
