@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "Support.h"
+#include "cpld/Messages.h"
 #include "fit/MessageTable.h"
 #include "proof/MessageTable.h"
 #include "sim/MessageLog.h"
@@ -24,6 +25,7 @@ TEST(Messages, DataFileHoldsEveryCode) {
     EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"), model::MessageData(front::MessageTable()) +
                                                      model::MessageData(fit::kMessages) +
                                                      model::MessageData(proof::kMessages) +
+                                                     model::MessageData(cpld::kMessages) +
                                                      model::MessageData(sim::kMessages));
     std::set<std::string_view> numbers;
     for (const front::MessageEntry& entry : front::MessageTable()) {
