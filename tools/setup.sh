@@ -11,6 +11,8 @@ display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-
 # What reads a printed file back.
 test_packages="poppler-utils"
 
+# What VHDLTesk calls.
+synthesis_packages="ghdl yosys"
 # What makes the Debian package.
 package_packages="dpkg-dev fakeroot file librsvg2-bin"
 
@@ -57,5 +59,7 @@ build_for_tests() {
     ensure_packages $build_packages $test_packages
     # shellcheck disable=SC2086
     (ensure_packages $display_packages) || say "THE DRILL IS SKIPPED: no virtual display can be installed here"
+    # shellcheck disable=SC2086
+    (ensure_packages $synthesis_packages) || say "SYNTHESIS IS NOT TESTED: ghdl and yosys cannot be installed here"
     build_tree
 }

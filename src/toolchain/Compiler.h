@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -67,6 +68,7 @@ class Compiler {
     void RefreshProjectList(const session::Document& document);
     bool CheckProject(const session::Document& document);
     void RunVhdl(const std::string& directory);
+    void ShowListOf(const std::string& path, const std::optional<platform::FileStamp>& before);
 
     session::App& app_;
     RunWindows& windows_;

@@ -77,12 +77,29 @@ void Compiler::RunIndepSimulate(session::Document& document) {
 void Compiler::RunVhdlCompile() { RunVhdl(app_.State.ProgramDir); }
 void Compiler::RunVhdlAnalysis() { RunVhdl(app_.State.UtilityDir); }
 
-// Kept to the blank: the front end splits the line itself, its flags follow ".VHD" with none.
+// Kept to the blank: the front end splits the line itself, its flags follow ".VHD" with none. What it leaves
+// is not looked at, but for a list that is new.
 void Compiler::RunVhdl(const std::string& directory) {
     const session::Session& state = app_.State;
+    const std::string list = base::StripExtension(state.sProject) + ".VLS";
+    const auto before = app_.Host.Files.Stamp(list);
+    outputs_.Begin(state.sProject);
     RunAndWait(app_.Host, directory + "VHDLTesk " + state.WorkDir + " " + state.LibraryName + " " +
                               state.DeviceName + " " + base::StripExtension(state.sProject) + ".VHD" +
                               state.VhdlFlags);
+    outputs_.End(state.sProject);
+    ShowListOf(list, before);
+}
+
+void Compiler::ShowListOf(const std::string& path, const std::optional<platform::FileStamp>& before) {
+    constexpr std::uint64_t most = 4u << 20;  // bytes; the front end's lists are short
+    try {
+        const auto now = app_.Host.Files.Stamp(path);
+        if (!now || now == before || now->Size > most) return;
+        windows_.AddMessages(base::Lines(app_.Host.Files.ReadFile(path)));
+    } catch (const base::RunTimeError&) {
+        // It stands on the disk; the run has no message of its own.
+    }
 }
 
 std::int16_t RunAndWait(platform::Host& host, const std::string& commandLine) {

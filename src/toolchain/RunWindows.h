@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/ToolLibraries.h"
 
@@ -17,6 +18,8 @@ class RunWindows {
     virtual void EnableOk(bool enabled) = 0;            // OK of frmStatus
     virtual void ShowStatusModeless() = 0;
     virtual void ShowStatusModal() = 0;  // hides and shows it; returns when OK has unloaded it
+
+    virtual void AddMessages(const std::vector<std::string>& lines) = 0;  // to lstMessages
 
     virtual platform::WindowHandle StatusHandle() = 0;    // of frmStatus, which must be loaded
     virtual platform::WindowHandle MessagesHandle() = 0;  // of lstMessages; makes frmMessage if needed

@@ -14,11 +14,11 @@ using namespace std::string_view_literals;
 // Sources of a run.
 constexpr std::array keptExtensions = {"pld"sv, "si"sv, "m"sv};
 
-// What compiler, simulator, fitters and partitioner can write. Any other file is taken for the user's own,
-// even if it came during a run.
+// What compiler, simulator, VHDL front end, fitters and partitioner can write. Any other file is taken for
+// the user's own, even if it came during a run.
 constexpr std::array outputExtensions = {
-    "abs"sv, "doc"sv, "edf"sv, "fit"sv, "hex"sv, "hl"sv,  "jed"sv, "lst"sv, "mx"sv,  "pdf"sv, "pds"sv,
-    "pla"sv, "pof"sv, "prg"sv, "qdf"sv, "rpt"sv, "slf"sv, "so"sv,  "sym"sv, "tt2"sv, "vcd"sv, "xnf"sv,
+    "abs"sv, "doc"sv, "edf"sv, "fit"sv, "hex"sv, "hl"sv, "jed"sv, "lst"sv, "mx"sv,  "pdf"sv, "pds"sv, "pla"sv,
+    "pof"sv, "prg"sv, "qdf"sv, "rpt"sv, "slf"sv, "so"sv, "sym"sv, "tt2"sv, "vcd"sv, "vls"sv, "xnf"sv,
 };
 
 template <typename Table>

@@ -22,6 +22,7 @@ class frmMessage : public QWidget, public platform::qt::MdiChild {
     ~frmMessage() override;
 
     platform::WindowHandle Handle() const { return handle_; }  // of lstMessages: where libraries send to
+    void AddLine(const std::string& line);
     void ResetFont();  // name, bold and italic of MessageFont; the size stays
 
     QMdiSubWindow& Frame() const;
@@ -41,7 +42,6 @@ class frmMessage : public QWidget, public platform::qt::MdiChild {
 
   private:
     void Receive(const platform::ToolMessage& message);
-    void AddLine(const std::string& line);
     void FitWidth();
     void LayOut();
 

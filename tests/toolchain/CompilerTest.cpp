@@ -54,6 +54,9 @@ class Windows : public RunWindows {
     void EnableOk(bool enabled) override { Log.push_back(enabled ? "ok on" : "ok off"); }
     void ShowStatusModeless() override { Log.push_back("modeless"); }
     void ShowStatusModal() override { Log.push_back("modal"); }
+    void AddMessages(const std::vector<std::string>& lines) override {
+        for (const std::string& line : lines) Log.push_back("message " + line);
+    }
     platform::WindowHandle StatusHandle() override { return 0x01020304; }
     platform::WindowHandle MessagesHandle() override { return 7; }
 };
@@ -360,6 +363,8 @@ TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
 
 TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     State.VhdlFlags = "-a";
+    Files.Files["C:\\WORK\\COUNT8.VLS"] = "of another run";
+    Host.Programs.OnWait = [this] { Files.Files["C:\\WORK\\COUNT8.VLS"] = "[0300vh] Error: x\r\ny\r\n"; };
     Driver.RunVhdlAnalysis();
     State.DeviceName = "";
     Driver.RunVhdlCompile();
@@ -375,6 +380,8 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     Host.Programs.FailWith = 53;
     Driver.RunVhdlCompile();
     EXPECT_EQ(Boxes().back().Text, "Unable to execute  " + compile);
+    // The list of the first run alone was new.
+    EXPECT_EQ(Host.Libraries.Log, (std::vector<std::string>{"message [0300vh] Error: x", "message y"}));
     Host.Programs.FailWith = 75;
     EXPECT_EQ(RunAndWait(Host.Host, "x"), 75);
     EXPECT_EQ(Boxes().back().Text, "Error 75 Occured");

@@ -28,6 +28,11 @@ void StatusWindows::ShowStatusModal() {
     status_.reset();
 }
 
+void StatusWindows::AddMessages(const std::vector<std::string>& lines) {
+    frmMessage& messages = messages_();
+    for (const std::string& line : lines) messages.AddLine(line);
+}
+
 platform::WindowHandle StatusWindows::StatusHandle() { return status_->Handle(); }
 platform::WindowHandle StatusWindows::MessagesHandle() { return messages_().Handle(); }
 

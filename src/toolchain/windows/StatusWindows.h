@@ -23,6 +23,7 @@ class StatusWindows : public RunWindows {
     void EnableOk(bool enabled) override;
     void ShowStatusModeless() override;
     void ShowStatusModal() override;
+    void AddMessages(const std::vector<std::string>& lines) override;
     platform::WindowHandle StatusHandle() override;
     platform::WindowHandle MessagesHandle() override;
 

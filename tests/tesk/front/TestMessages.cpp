@@ -7,6 +7,7 @@
 #include "Support.h"
 #include "cpld/Messages.h"
 #include "fit/MessageTable.h"
+#include "net/MessageTable.h"
 #include "proof/MessageTable.h"
 #include "sim/MessageLog.h"
 #include "sim/SiOrder.h"
@@ -26,7 +27,8 @@ TEST(Messages, DataFileHoldsEveryCode) {
                                                      model::MessageData(fit::kMessages) +
                                                      model::MessageData(proof::kMessages) +
                                                      model::MessageData(cpld::kMessages) +
-                                                     model::MessageData(sim::kMessages));
+                                                     model::MessageData(sim::kMessages) +
+                                                     model::MessageData(net::kMessages));
     std::set<std::string_view> numbers;
     for (const front::MessageEntry& entry : front::MessageTable()) {
         EXPECT_TRUE(numbers.insert(entry.Number).second) << entry.Number;

@@ -1,0 +1,90 @@
+// VHDLTesk: the front end under its two names; ANALYZES tells the one that tests the text alone.
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "base/ToolInterface.h"
+#include "net/FrontEnd.h"
+
+extern "C" std::int32_t TeskkVB(base::RunRecord* record);
+
+// The entry below has no context.
+static std::vector<std::string>* list = nullptr;
+
+extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::uintptr_t,
+                                     std::intptr_t lparam) {
+    if (message == base::msgAddString) list->emplace_back(reinterpret_cast<const char*>(lparam));
+    return 0;
+}
+
+namespace {
+
+enum Exit : int { exitClean = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
+
+constexpr const char* Help =
+    R"(usage: VHDLTesk [OPTION...] [WORKDIR LIBRARY DEVICE] SOURCE.VHD[-FLAGS]
+
+Makes a .PLD of a VHDL source, or of a Verilog source (.V), and compiles it.
+The one in the folder Utility tests the source and writes nothing but its list.
+Messages go to standard output and into the .VLS beside the source.
+
+  --top NAME     the entity or module to start from
+  --seconds N    for each call of ghdl or yosys; 60 if left out
+  --help         print this
+  --version      print the version
+
+Exit codes: 0 no errors, 1 errors in the source or with its files, 2 a wrong
+call, 4 a fault of the program.
+)";
+
+// The device library that the call names, or the one of the installation around this program.
+std::string LibraryOf(const std::string& named) {
+    std::error_code error;
+    if (!named.empty() && std::filesystem::exists(named, error)) return named;
+    auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    while (folder.has_relative_path()) {
+        folder = folder.parent_path();
+        for (const char* name : {"tesk.dl", "Fullset.dl"})
+            if (std::filesystem::exists(folder / "Shared" / name, error)) return folder / "Shared" / name;
+    }
+    return named;
+}
+
+bool Compile(const std::string& base, const std::string& device, const std::string& letters,
+             const std::string& library, std::vector<std::string>& lines) {
+    base::RunRecord record = base::EmptyRecord();
+    const std::string found = LibraryOf(library);
+    constexpr std::size_t most = base::RunRecord::TextSize;
+    if (base.size() >= most || device.size() >= most || found.size() >= most) {
+        lines.push_back("The path is too long for the compiler: " + base);
+        return false;
+    }
+    base::SetText(record.szLibrary, found);
+    base::SetText(record.szOptions, letters);
+    base::SetText(record.szDevice, device);
+    base::SetText(record.szDesign, base);
+    list = &lines;
+    return TeskkVB(&record) == 0;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    const auto call = net::ParseCall({values + 1, values + count});
+    if (!call) {
+        std::fputs("usage: VHDLTesk [OPTION...] [WORKDIR LIBRARY DEVICE] SOURCE.VHD[-FLAGS]\n", stderr);
+        return exitUsage;
+    }
+    if (call->WantsHelp || call->WantsVersion)
+        return std::fputs(call->WantsHelp ? Help : "VHDLTesk " VHDLTESK_VERSION "\n", stdout) < 0 ? exitErrors
+                                                                                                  : exitClean;
+    try {
+        std::vector<std::string> lines;
+        const bool isClean = net::RunFrontEnd(*call, ANALYZES, Compile, lines);
+        for (const std::string& line : lines) std::printf("%s\n", line.c_str());
+        return isClean ? exitClean : exitErrors;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "VHDLTesk: internal error: %s\n", error.what());
+        return exitFault;
+    }
+}
