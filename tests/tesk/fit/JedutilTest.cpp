@@ -150,18 +150,19 @@ TEST(Jedutil, SeesTheEquationsOfTheDesign) {
         SCOPED_TRACE(family.Mnemonic);
         const auto& device = test::DeviceOf(family.Mnemonic);
         int fitted = 0;
-        for (int round = 0; round < 4000 && fitted < 8; ++round) {
+        for (int round = 0; round < 4000 && fitted < 5; ++round) {
             const auto design = test::RandomDesign(random, family);
             const auto fit = fit::FitDesign(device, design, {fit::Polarity::Best, random() % 2 == 0});
             if (!fit.Ok()) continue;
             ++fitted;
             std::ofstream(file, std::ios::binary) << fit::WriteJedec(device, fit, {});
-            const auto view = Parse(OutputOf("jedutil -view " + file.string() + " " + family.Jedutil));
-            ASSERT_FALSE(view.Logic.empty());
+            const auto told = OutputOf("jedutil -view " + file.string() + " " + family.Jedutil);
+            ASSERT_NE(told.find("Equations:"), told.npos) << told;
+            const auto view = Parse(told);
             CompareSamples(view, family, design, fit, random);
             if (HasFailure()) return;
         }
-        EXPECT_EQ(fitted, 8);
+        EXPECT_EQ(fitted, 5);
     }
     std::filesystem::remove(file);
 }
