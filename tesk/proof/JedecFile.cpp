@@ -21,6 +21,11 @@ std::optional<std::size_t> TakeNumber(std::string_view& text) {
     return value;
 }
 
+std::int32_t LineEnds(std::string_view text) {
+    return static_cast<std::int32_t>(std::count(text.begin(), text.end(), '\n'));
+}
+std::string_view BlanksOf(std::string_view text) { return text.substr(0, text.find_first_not_of(" \t\r\n")); }
+
 // Whether what stands first is a field already: some writers leave the specification out.
 bool IsField(std::string_view text) {
     text = base::TrimView(text);
@@ -300,24 +305,20 @@ JedecFrame FrameOf(std::string_view text) {
     const auto end = text.find(model::EndOfText, frame.Start);
     frame.HasEnd = end != text.npos;
     frame.End = frame.HasEnd ? end : text.size();
-    std::int32_t line =
-        1 + static_cast<std::int32_t>(std::count(text.data(), text.data() + frame.Start, '\n'));
+    std::int32_t line = 1 + LineEnds(text.substr(0, frame.Start));
     std::size_t at = frame.Start;
     for (auto star = text.find('*', at); star < frame.End; star = text.find('*', at)) {
         const auto whole = text.substr(at, star - at);
-        const auto blanks = std::min(whole.find_first_not_of(" \t\r\n"), whole.size());
-        const auto own = std::count(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(blanks), '\n');
-        const bool isFirst = at == frame.Start;
-        if (isFirst && !IsField(whole)) {
+        if (at == frame.Start && !IsField(whole)) {
             frame.Specification = whole;
         } else {
-            frame.Fields.push_back({at, base::TrimView(whole), line + static_cast<std::int32_t>(own)});
+            frame.Fields.push_back({at, base::TrimView(whole), line + LineEnds(BlanksOf(whole))});
         }
-        line += static_cast<std::int32_t>(std::count(whole.begin(), whole.end(), '\n'));
+        line += LineEnds(whole);
         at = star + 1;
     }
     frame.Rest = text.substr(at, frame.End - at);
-    frame.RestLine = line;
+    frame.RestLine = line + LineEnds(BlanksOf(frame.Rest));
     return frame;
 }
 

@@ -68,8 +68,8 @@ struct JedecFrame {
     bool HasEnd = false;
     std::string_view Specification;  // empty if the first field follows at once
     std::vector<JedecField> Fields;
-    std::string_view Rest;  // behind the last "*", before the end: blanks, or a field that is cut
-    std::int32_t RestLine = 1;
+    std::string_view Rest;      // behind the last "*", before the end: blanks, or a field that is cut
+    std::int32_t RestLine = 1;  // where it begins behind blanks
 };
 JedecFrame FrameOf(std::string_view text);
 

@@ -1,30 +1,28 @@
 #include "sim/JedVectors.h"
 
-#include "base/Text.h"
 #include "model/Jedec.h"
+#include "proof/JedecFile.h"
 
 namespace sim {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 
-bool IsVectorField(std::string_view field) {
-    const auto text = base::Trim(field);
-    return base::StartsWith(text, "QV") || base::StartsWith(text, "V");
-}
+bool IsVectorField(std::string_view field) { return field.starts_with("QV") || field.starts_with("V"); }
 
-// What stands between STX and ETX without its vectors: the first field is free text up to its "*".
-std::string WithoutVectors(std::string_view body) {
+std::string WithoutVectors(std::string_view jedec, const proof::JedecFrame& frame) {
     std::string kept;
-    bool first = true;
-    for (std::size_t at = 0; at < body.size();) {
-        const auto star = body.find('*', at);
-        if (star == body.npos) break;
-        const auto field = body.substr(at, star - at);
-        if (first || !IsVectorField(field)) (kept += field) += '*';
-        first = false;
-        at = star + 1;
+    std::size_t at = frame.Start;
+    const auto keepTo = [&](std::size_t end, bool keeps) {
+        if (keeps) kept += jedec.substr(at, end - at);
+        at = end;
+    };
+    bool keeps = true;
+    for (const proof::JedecField& field : frame.Fields) {
+        keepTo(field.At, keeps);
+        keeps = !IsVectorField(field.Text);
     }
+    keepTo(frame.End - frame.Rest.size(), keeps);
     return kept;
 }
 
@@ -51,20 +49,18 @@ void JedVectors::Add(const VectorRecord& record) {
 }
 
 std::string JedVectors::AppendTo(std::string_view jedec, MessageLog& log) const {
-    const auto start = jedec.find(model::StartOfText);
-    const auto end = start == jedec.npos ? start : jedec.find(model::EndOfText, start);
-    if (end == jedec.npos) {
+    const proof::JedecFrame frame = proof::FrameOf(jedec);
+    if (!frame.HasStart || !frame.HasEnd) {
         log.Add("0401vs", 0);
         return {};
     }
     if (more_) log.Add("0403vs", 0, std::to_string(Most));
-    std::string text(1, model::StartOfText);
-    text += WithoutVectors(jedec.substr(start + 1, end - start - 1));
+    std::string text = model::StartOfText + WithoutVectors(jedec, frame);
     text += lineEnd;
     text += "QV" + std::to_string(count_) + "*" + fields_;
     text += lineEnd;
     text += model::EndOfText;
-    return std::string(jedec.substr(0, start)) + model::Transmission(std::move(text));
+    return std::string(jedec.substr(0, frame.Start - 1)) + model::Transmission(std::move(text));
 }
 
 }  // namespace sim
