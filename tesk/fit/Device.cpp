@@ -6,6 +6,16 @@
 
 namespace fit {
 
+std::size_t Mode::Rows() const {
+    std::size_t rows = 0;
+    for (const int row : {ResetRow, PresetRow})
+        if (row >= 0) rows = std::max(rows, static_cast<std::size_t>(row) + 1);
+    for (const auto& cell : Cells)
+        for (const auto& use : cell.Uses)
+            rows = std::max({rows, use.FirstRow + use.Terms, use.EnableRow + 1});
+    return rows;
+}
+
 const Cell* Mode::CellAt(int pin) const {
     const auto cell = std::find_if(Cells.begin(), Cells.end(), [&](const Cell& c) { return c.Pin == pin; });
     return cell == Cells.end() ? nullptr : &*cell;

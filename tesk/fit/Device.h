@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,7 @@
 //   MODE complex 32             a way to use the device: name, columns of the AND array
 //   TERMS 48 40                 terms that outputs share: number, fuses of each with those of the outputs behind it
 //   SET 2192 1 2                fuses that the mode fixes: first, value, number (1 if left out)
+//   ROWS 2128                   fuse of row 0 of the array, those of the other rows behind it: 0 takes a row out
 //   INPUT 2 0                   an input pin and the column of its true line; the next one is its complement
 //   CLOCK 1                     pin that clocks the registers at its rising edge
 //   ENABLE 11                   pin that enables registered outputs while it is low
@@ -98,6 +100,7 @@ struct Mode {
     std::size_t SharedTerms = 0;  // the first rows; macrocells choose of them, see CellUse::OrFuse
     std::size_t TermFuses = 0;    // of a shared term: its columns, and a fuse for each macrocell
     std::vector<FuseRun> Fuses;
+    std::optional<std::size_t> RowSwitch;     // fuse of row 0; none: rows can't be taken out
     std::vector<std::pair<int, int>> Inputs;  // pin, column
     int ClockPin = 0;                         // 0: none
     int EnablePin = 0;                        // 0: none
@@ -117,6 +120,10 @@ struct Mode {
             return std::any_of(cell.Uses.begin(), cell.Uses.end(), test);
         });
     }
+    bool IsRowSwitch(std::size_t fuse) const {
+        return RowSwitch && fuse >= *RowSwitch && fuse - *RowSwitch < Rows();
+    }
+    std::size_t Rows() const;           // of the array
     const Cell* CellAt(int pin) const;  // null if the pin has none
     int InputColumn(int pin) const;     // -1 if the pin is no dedicated input
 };

@@ -46,6 +46,7 @@ class Reader {
             {"DEVICE", &Reader::TakeDevice},       {"POWER", &Reader::TakePower},
             {"SIGNATURE", &Reader::TakeSignature}, {"MODE", &Reader::TakeMode},
             {"TERMS", &Reader::TakeTerms},         {"SET", &Reader::TakeSet},
+            {"ROWS", &Reader::TakeRows},
             {"INPUT", &Reader::TakeInput},         {"CLOCK", &Reader::TakeClock},
             {"ENABLE", &Reader::TakeEnable},       {"RESET", &Reader::TakeReset},
             {"PRESET", &Reader::TakePreset},       {"PRELOAD", &Reader::TakePreload},
@@ -172,6 +173,11 @@ class Reader {
         const auto run = Run(words[1], words[2], words.size() == 4 ? words[3] : "1");
         if (run) CurrentMode()->Fuses.push_back(*run);
         return run.has_value();
+    }
+
+    bool TakeRows(const Words& words) {
+        if (CurrentMode() == nullptr || words.size() != 2) return false;
+        return (CurrentMode()->RowSwitch = Number(words[1], CurrentDevice()->Fuses)).has_value();
     }
 
     std::optional<int> Column(std::string_view word) {

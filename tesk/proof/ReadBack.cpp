@@ -19,6 +19,13 @@ bool Has(const std::vector<bool>& fuses, const std::vector<fit::FuseRun>& runs) 
     });
 }
 
+// Without a look at the fuses that take out rows.
+bool IsIn(const fit::Mode& mode, const std::vector<bool>& fuses) {
+    auto runs = mode.Fuses;
+    std::erase_if(runs, [&](const fit::FuseRun& run) { return mode.IsRowSwitch(run.First); });
+    return Has(fuses, runs);
+}
+
 // What the columns of a mode carry, and its rows as products of that.
 class Decoder {
   public:
@@ -62,8 +69,11 @@ class Decoder {
         SetColumns(cell.Column, {Signal::Kind::Pin, static_cast<std::size_t>(cell.Pin)}, false);
     }
 
-    // Nothing for a row that is false: one that connects a signal and its complement.
+    // Nothing for a row that is false: taken out, or one that connects a signal and its complement.
     std::optional<Term> RowOf(std::size_t row) const {
+        const bool isOut =
+            mode_.RowSwitch && *mode_.RowSwitch + row < fuses_.size() && !fuses_[*mode_.RowSwitch + row];
+        if (isOut) return std::nullopt;
         Term term;
         for (std::size_t i = 0; i < mode_.Columns; ++i) {
             if (fuses_[row * mode_.Columns + i]) continue;
@@ -157,7 +167,7 @@ ChipResult ReadBack(const fit::Device& device, const std::vector<bool>& fuses) {
     auto map = fuses;
     map.resize(device.Fuses, false);
     for (const auto& mode : device.Modes) {
-        if (!Has(map, mode.Fuses)) continue;
+        if (!IsIn(mode, map)) continue;
         result.Found = Chip{device.Mnemonic, mode.Name, device.Pins, Decoder(mode, map).Cells()};
         return result;
     }

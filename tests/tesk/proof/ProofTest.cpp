@@ -9,13 +9,10 @@
 
 namespace {
 
-proof::Equations EquationsOf(const fit::Design& design, const fit::Fit& fit) {
+proof::Equations EquationsOf(const fit::Design& design) {
     proof::Equations result;
-    for (std::size_t i = 0; i < design.Signals.size(); ++i) {
-        const auto& signal = design.Signals[i];
-        const bool low = signal.Node ? test::LowAt(design, fit, i) : signal.ActiveLow;
-        result.Names.push_back({signal.Name, fit.Placements[i].Pin, signal.Node, low, signal.Register});
-    }
+    for (const auto& signal : design.Signals)
+        result.Names.push_back({signal.Name, signal.Pin, signal.Node, signal.ActiveLow, signal.Register});
     for (const auto& function : design.Functions) {
         auto& wanted = result.Functions.emplace_back();
         wanted.Name = function.Signal;
@@ -36,6 +33,15 @@ proof::Equations EquationsOf(const fit::Design& design, const fit::Fit& fit) {
             }
             wanted.On.Add(text, "1");
         }
+    }
+    return result;
+}
+
+proof::Equations EquationsOf(const fit::Design& design, const fit::Fit& fit) {
+    auto result = EquationsOf(design);
+    for (std::size_t i = 0; i < result.Names.size(); ++i) {
+        result.Names[i].Place = fit.Placements[i].Pin;
+        if (result.Names[i].Node) result.Names[i].ActiveLow = test::LowAt(design, fit, i);
     }
     return result;
 }
@@ -73,10 +79,13 @@ std::vector<bool> Decisive(const fit::Device& device, const fit::Mode& mode) {
     const auto set = [&](std::size_t first, std::size_t count) {
         std::fill_n(decisive.begin() + static_cast<std::ptrdiff_t>(first), count, true);
     };
-    for (const auto& run : mode.Fuses) set(run.First, run.Count);
+    for (const auto& run : mode.Fuses)
+        if (!mode.IsRowSwitch(run.First)) set(run.First, run.Count);
     for (const auto& cell : mode.Cells) {
         const auto& use = cell.Uses.back();
         set(use.FirstRow * mode.Columns, mode.Columns);
+        if (mode.RowSwitch) set(*mode.RowSwitch + use.FirstRow, 1);
+        if (mode.RowSwitch && use.Enable == fit::EnableKind::Row) set(*mode.RowSwitch + use.EnableRow, 1);
         if (use.Enable == fit::EnableKind::Row) set(use.EnableRow * mode.Columns, mode.Columns);
         if (cell.Polarity == fit::PolarityKind::Fuse) set(cell.PolarityFuse, 1);
         for (const auto& run : use.Fuses) set(run.First, run.Count);
@@ -125,6 +134,19 @@ void ProveFlippedFuses(const fit::Device& device) {
     }
 }
 
+// "A !B + Q": pins 2 to 4, the state of the only macrocell.
+proof::Sum SumOf(const std::string& text) {
+    proof::Sum sum(1);
+    bool negated = false;
+    for (const char c : text) {
+        if (c == '+') sum.emplace_back();
+        if (c == 'Q') sum.back().push_back({{proof::Signal::Kind::Cell, 0}, negated});
+        if (c >= 'A' && c <= 'C') sum.back().push_back({{proof::Signal::Kind::Pin, c - 'A' + 2u}, negated});
+        negated = c == '!';
+    }
+    return sum;
+}
+
 }  // namespace
 
 TEST(Proof, EachDevice) {
@@ -132,5 +154,106 @@ TEST(Proof, EachDevice) {
         SCOPED_TRACE(family.Mnemonic);
         ProveRandomDesigns(family);
         ProveFlippedFuses(test::DeviceOf(family.Mnemonic));
+    }
+}
+
+// A macrocell at pin 19 with what no device of the library has, or with a fault.
+TEST(Proof, MacrocellsOfEveryKind) {
+    using Cell = proof::Macrocell;
+    constexpr auto own = proof::Source::Own;
+    constexpr auto d = proof::RegisterKind::D;
+    constexpr auto t = proof::RegisterKind::T;
+    const struct {
+        const char* Equations;
+        proof::RegisterKind Register;
+        const char* Rows;
+        void (*Change)(Cell&);
+        const char* Differences;
+    } cases[] = {
+        {"19 Y\nY = A !B + !A B", {}, "A", [](Cell& c) { c.Rows2 = SumOf("B"); }, ""},
+        {"19 !Y\nY = A !B + !A B",
+         {},
+         "A",
+         [](Cell& c) {
+             c.Rows2 = SumOf("!B");
+             c.PinInverted = true;
+             c.Inverted = true;
+         },
+         ""},
+        {"19 Y\nY = A", {}, "A B", [](Cell&) {}, "Y, pin 19: the fuses give 0, the equations 1 at A=1 B=0"},
+        {"19 !Y\nY = A",
+         {},
+         "!A + C",
+         [](Cell&) {},
+         "Y, pin 19: the fuses give 0, the equations 1 at A=1 pin_4=1"},
+        {"19 Y\nY = 1", {}, "A + !A", [](Cell&) {}, ""},
+        {"19 Y D\nY.D = A !Y + !A Y", t, "A", [](Cell&) {}, ""},
+        {"19 !Y T\nY.T = A", d, "A !Q + !A Q", [](Cell&) {}, ""},
+        {"19 Y T\nY.T = A", t, "A", [](Cell& c) { c.PinInverted = true; }, ""},
+        {"19 Y D\nY.D = A", t, "A", [](Cell&) {},
+         "Y.D, pin 19: the fuses give 0, the equations 1 at A=1 Y=1"},
+        {"19 Y D\nY.D = A\nY.CE = B\nY.CK = !A", d, "A",
+         [](Cell& c) {
+             c.ClockEnable = {SumOf("B"), own};
+             c.Clock = {SumOf("!A"), own};
+         },
+         ""},
+        {"19 Y D\nY.D = A\nY.CK = A", d, "A",
+         [](Cell& c) {
+             c.ClockEnable = {SumOf("B"), own};
+             c.Clock = {SumOf("!A"), own};
+         },
+         "Y.CK, pin 19: the fuses give 0, the equations 1 at A=1;Y.CE, pin 19: the fuses give 0, the "
+         "equations 1 at B=0"},
+        {"19 !Y D\nY.D = !A\nY.AP = B\nY.SR = A", d, "A",
+         [](Cell& c) {
+             c.Reset = {SumOf("B"), own};
+             c.SyncPreset = {SumOf("A"), own};
+         },
+         ""},
+        {"19 Y D\nY.D = A", d, "A",
+         [](Cell& c) {
+             c.Reset = {SumOf("B"), proof::Source::Shared};
+         },
+         "Y.AR, pin 19: the fuses give 1, the equations 0 at B=1"},
+        {"19 Y LATCH\nY.L = A\nY.LE = B", proof::RegisterKind::Latch, "A",
+         [](Cell& c) {
+             c.Clock = {SumOf("B"), own};
+         },
+         ""},
+        {"19 Y LATCH\nY.L = A", d, "A", [](Cell&) {},
+         "Y.L, pin 19: the fuses make it another kind of register"},
+        {"19 Y D\nY.D = A", {}, "A", [](Cell&) {}, "Y, pin 19: the fuses make it no register"},
+        {"19 Y", {}, "A", [](Cell&) {}, "Y, pin 19: an input of the equations, an output of the fuses"},
+        {"18 Y\nY = A", {}, "A", [](Cell&) {}, "Y, pin 18: the device has no macrocell there"},
+        {"19 Y\nY = A\nY.OE = B",
+         {},
+         "A",
+         [](Cell& c) {
+             c.Enable = {SumOf("B + C"), own};
+         },
+         "Y.OE, pin 19: the fuses give 1, the equations 0 at B=0 pin_4=1"},
+        {"19 Y D\nY.D = Y.IO A\nY.OE = B", d, "Q A",
+         [](Cell& c) {
+             c.Enable = {SumOf("B"), own};
+         },
+         "Y.D, pin 19: the fuses give 0, the equations 1 at A=1 Y=0 Y.IO=1"},
+    };
+    for (const auto& one : cases) {
+        proof::Chip chip;
+        Cell cell;
+        cell.Pin = cell.Node = 19;
+        cell.Register = one.Register;
+        cell.Rows = SumOf(one.Rows);
+        cell.Enable.When = proof::Always();
+        one.Change(cell);
+        chip.Cells = {cell};
+        const auto design = EquationsOf(test::MakeDesign("2 A\n3 B\n" + std::string(one.Equations)));
+        std::string differences;
+        const auto verdict = proof::Prove(design, chip);
+        for (const auto& finding : verdict.Differences)
+            differences += (differences.empty() ? "" : ";") + finding.Text;
+        EXPECT_EQ(differences, one.Differences) << one.Equations;
+        EXPECT_TRUE(verdict.Open.empty()) << one.Equations;
     }
 }
