@@ -61,6 +61,7 @@ struct Macrocell {
 
     bool PinInverted = false;  // the pin has the complement of the register, or of the function
     Control Enable;            // of the pin. `When` empty: it never drives, the pin is an input or open
+    Term EnableWith;           // what has to be true as well, whatever the fuses say
     Control Clock;             // takes its rising edge; of a latch: open while true. Not for None
     Control ClockEnable{Always(), Source::Device};
     Control Reset, Preset;  // while true the register is 0, 1

@@ -198,10 +198,18 @@ class Prover {
         ProveSum(to, cell_->Rows, rows2 ? &*rows2 : nullptr, inverted, wanted);
     }
 
+    // Where the device enables nothing the equation may have any value.
     void ProveEnable() {
-        if (const Wanted* wanted = Find(name_, Input::Oe))
-            return ProveControl(Input::Oe, cell_->Enable.When, *wanted);
-        if (cell_->Enable.From != Source::Device) ProveConstant(Input::Oe, cell_->Enable.When, true);
+        const Wanted* wanted = Find(name_, Input::Oe);
+        if (wanted == nullptr && cell_->Enable.From == Source::Device) return;
+        Products open = wanted == nullptr ? Products{} : ProductsOf(*wanted, wanted->DontCare);
+        for (Literal literal : cell_->EnableWith) {
+            literal.Negated = !literal.Negated;
+            AddLiteral(open.emplace_back(), literal);
+        }
+        Note(Input::Oe,
+             Compare(ProductsOf(cell_->Enable.When), nullptr, false,
+                     wanted == nullptr ? Products{Cube{}} : ProductsOf(*wanted, wanted->On), open, bound_));
     }
 
     void ProveRegister() {

@@ -44,12 +44,17 @@ class Decoder {
     }
 
   private:
-    // Of uses with the same fuses the one that can do more; null if none has them.
+    // The use that takes the most fuses for itself, of those that take the same the first that is more than an
+    // input; null if the fuses are those of none.
     const CellUse* UseOf(const fit::Cell& cell) const {
+        const auto rank = [](const CellUse& use) {
+            std::size_t taken = 0;
+            for (const auto& run : use.Fuses) taken += run.Count;
+            return std::pair(taken, use.Kind != UseKind::Input);
+        };
         const CellUse* found = nullptr;
         for (const auto& use : cell.Uses) {
-            if (!Has(fuses_, use.Fuses)) continue;
-            if (found == nullptr || found->Kind == UseKind::Input) found = &use;
+            if (Has(fuses_, use.Fuses) && (found == nullptr || rank(use) > rank(*found))) found = &use;
         }
         return found;
     }
@@ -64,8 +69,9 @@ class Decoder {
         const auto& cell = mode_.Cells[index];
         const auto feedback = uses_[index] == nullptr ? FeedbackKind::Pin : uses_[index]->Feedback;
         const bool isRegister = uses_[index] != nullptr && uses_[index]->Kind == UseKind::Register;
-        if (isRegister && (feedback == FeedbackKind::NotSum || feedback == FeedbackKind::Level))
-            return SetColumns(cell.Column, {Signal::Kind::Cell, index}, true);
+        const bool isComplement = feedback == FeedbackKind::NotSum || feedback == FeedbackKind::Level;
+        if (isRegister && (isComplement || feedback == FeedbackKind::Sum))
+            return SetColumns(cell.Column, {Signal::Kind::Cell, index}, isComplement);
         SetColumns(cell.Column, {Signal::Kind::Pin, static_cast<std::size_t>(cell.Pin)}, false);
     }
 
@@ -75,24 +81,35 @@ class Decoder {
             mode_.RowSwitch && *mode_.RowSwitch + row < fuses_.size() && !fuses_[*mode_.RowSwitch + row];
         if (isOut) return std::nullopt;
         Term term;
+        const auto first = mode_.FirstFuse(row);
         for (std::size_t i = 0; i < mode_.Columns; ++i) {
-            if (fuses_[row * mode_.Columns + i]) continue;
-            const bool isBoth = i % 2 == 0 && !fuses_[row * mode_.Columns + i + 1];
+            if (fuses_[first + i]) continue;
+            const bool isBoth = i % 2 == 0 && !fuses_[first + i + 1];
             if (isBoth) return std::nullopt;
             term.push_back(columns_[i]);
         }
         return term;
     }
 
-    Sum SumOf(std::size_t first, std::size_t count) const {
+    Sum RowAt(std::size_t row) const {
         Sum sum;
-        for (auto row = first; row < first + count; ++row)
-            if (auto term = RowOf(row)) sum.push_back(std::move(*term));
+        if (auto term = RowOf(row)) sum.push_back(std::move(*term));
+        return sum;
+    }
+
+    Sum SumOf(const CellUse& use) const {
+        Sum sum;
+        for (auto row = use.FirstRow; row < use.FirstRow + use.Terms; ++row) {
+            const bool isLed =
+                use.OrFuse < 0 || !fuses_[mode_.FirstFuse(row) + static_cast<std::size_t>(use.OrFuse)];
+            auto term = isLed ? RowOf(row) : std::nullopt;
+            if (term) sum.push_back(std::move(*term));
+        }
         return sum;
     }
 
     Control EnableOf(const CellUse& use) const {
-        if (use.Enable == EnableKind::Row) return {SumOf(use.EnableRow, 1), Source::Own};
+        if (use.Enable == EnableKind::Row) return {RowAt(use.EnableRow), Source::Own};
         if (use.Enable == EnableKind::Always) return {Always(), Source::Device};
         if (use.Enable == EnableKind::None) return {};
         return {{{PinLiteral(mode_.EnablePin, true)}}, Source::Device};
@@ -103,7 +120,7 @@ class Decoder {
     }
 
     bool PinHasSum(const fit::Cell& cell) const {
-        return cell.Polarity == PolarityKind::Fuse ? fuses_[cell.PolarityFuse]
+        return cell.Polarity == PolarityKind::Fuse ? fuses_[cell.PolarityFuse] == cell.HighFuse
                                                    : cell.Polarity == PolarityKind::High;
     }
 
@@ -114,8 +131,9 @@ class Decoder {
         result.Known = uses_[index] != nullptr;
         if (!result.Known || uses_[index]->Kind == UseKind::Input) return result;
         const auto& use = *uses_[index];
-        result.Rows = SumOf(use.FirstRow, use.Terms);
+        result.Rows = SumOf(use);
         result.Enable = EnableOf(use);
+        if (use.EnableAndPin) result.EnableWith = {PinLiteral(mode_.EnablePin, true)};
         if (use.Kind == UseKind::Register) {
             SetRegister(result, use, PinHasSum(cell));
         } else {
@@ -124,19 +142,25 @@ class Decoder {
         return result;
     }
 
+    void SetRow(Control& control, int row, Source from) const {
+        if (row >= 0) control = {RowAt(static_cast<std::size_t>(row)), from};
+    }
+
     // The polarity lies behind the register that takes the sum itself, before any other, whose pin has the
     // complement.
     void SetRegister(Macrocell& cell, const CellUse& use, bool pinHasSum) const {
-        const bool isBehind = use.Feedback == FeedbackKind::NotSum;
+        const bool isBehind = use.StoresSum;
         cell.Register = RegisterKind::D;
         cell.Inverted = !isBehind && pinHasSum;
         cell.PinInverted = !isBehind || !pinHasSum;
         cell.PowerUp = '0';
         if (mode_.ClockPin != 0) cell.Clock = {{{PinLiteral(mode_.ClockPin, false)}}, Source::Device};
-        if (mode_.ResetRow >= 0)
-            cell.Reset = {SumOf(static_cast<std::size_t>(mode_.ResetRow), 1), Source::Shared};
-        if (mode_.PresetRow >= 0)
-            cell.SyncPreset = {SumOf(static_cast<std::size_t>(mode_.PresetRow), 1), Source::Shared};
+        SetRow(cell.Reset, mode_.ResetRow, Source::Shared);
+        SetRow(cell.SyncPreset, mode_.PresetRow, Source::Shared);
+        SetRow(cell.Clock, use.ClockRow, Source::Own);
+        SetRow(cell.Reset, use.ResetRow, Source::Own);
+        SetRow(cell.Preset, use.PresetRow, Source::Own);
+        cell.PassesWhenBoth = use.HasOwnRows();
     }
 
     const fit::Mode& mode_;

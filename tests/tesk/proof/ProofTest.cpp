@@ -79,15 +79,18 @@ std::vector<bool> Decisive(const fit::Device& device, const fit::Mode& mode) {
     const auto set = [&](std::size_t first, std::size_t count) {
         std::fill_n(decisive.begin() + static_cast<std::ptrdiff_t>(first), count, true);
     };
+    const auto setRow = [&](std::size_t row) {
+        set(mode.FirstFuse(row), mode.Columns);
+        if (mode.RowSwitch) set(*mode.RowSwitch + row, 1);
+    };
     for (const auto& run : mode.Fuses)
         if (!mode.IsRowSwitch(run.First)) set(run.First, run.Count);
     for (const auto& cell : mode.Cells) {
         const auto& use = cell.Uses.back();
-        set(use.FirstRow * mode.Columns, mode.Columns);
-        if (mode.RowSwitch) set(*mode.RowSwitch + use.FirstRow, 1);
-        if (mode.RowSwitch && use.Enable == fit::EnableKind::Row) set(*mode.RowSwitch + use.EnableRow, 1);
-        if (use.Enable == fit::EnableKind::Row) set(use.EnableRow * mode.Columns, mode.Columns);
+        setRow(use.FirstRow);
+        if (use.Enable == fit::EnableKind::Row) setRow(use.EnableRow);
         if (cell.Polarity == fit::PolarityKind::Fuse) set(cell.PolarityFuse, 1);
+        if (use.OrFuse >= 0) set(static_cast<std::size_t>(use.OrFuse), 1);
         for (const auto& run : use.Fuses) set(run.First, run.Count);
     }
     return decisive;
