@@ -76,16 +76,16 @@ View Parse(const std::string& text) {
     return view;
 }
 
-bool Value(const View& view, const View::Equation& equation, const std::vector<bool>& levels, bool notSum) {
+// `turned`: polarity of the registers that are named by their column, which has the other level than the pin.
+bool Value(const View& view, const View::Equation& equation, const std::vector<bool>& levels,
+           std::optional<bool> turned) {
     for (const auto& term : equation.Terms) {
         bool product = true;
         for (const auto& factor : term) {
             if (factor == "vcc") continue;
             const int pin = PinOf(factor);
             bool level = levels[static_cast<std::size_t>(pin)] != (factor[0] == '/');
-            // It names the column: of a 22V10 register the inverted register, which is the pin if that is
-            // low.
-            if (notSum && factor.find("rf") != factor.npos && view.ActiveHigh.at(pin)) level = !level;
+            if (factor.find("rf") != factor.npos && turned == view.ActiveHigh.at(pin)) level = !level;
             product = product && level;
         }
         if (product) return !equation.Inverted;
@@ -95,7 +95,7 @@ bool Value(const View& view, const View::Equation& equation, const std::vector<b
 
 // The output of a signal for one state of all pins, as jedutil sees it and as the design has it.
 void Compare(const View& view, const fit::Design& design, const fit::Fit& fit, std::size_t signal,
-             const std::vector<bool>& asserted, const std::vector<bool>& levels, bool notSum) {
+             const std::vector<bool>& asserted, const std::vector<bool>& levels, std::optional<bool> notSum) {
     const auto& placement = fit.Placements[signal];
     const bool registered = placement.Use == fit::UseKind::Register;
     const auto* data = test::TrueOf(design, signal, registered ? fit::Input::D : fit::Input::Out);
@@ -122,7 +122,11 @@ void Compare(const View& view, const fit::Design& design, const fit::Fit& fit, s
 
 void CompareSamples(const View& view, const test::Family& family, const fit::Design& design,
                     const fit::Fit& fit, std::mt19937& random) {
-    const bool notSum = std::string_view(family.Jedutil).ends_with("V10");
+    // Of a V10 the column is the inverted register, of an 18CV8 the register. Of that the pin is named in
+    // sums, the column in the rows that all registers share.
+    const auto notSum =
+        std::string_view(family.Jedutil).ends_with("V10") ? std::optional(true) : std::nullopt;
+    const auto inShared = std::string_view(family.Jedutil).ends_with("18CV8") ? std::optional(false) : notSum;
     for (int sample = 0; sample < 30; ++sample) {
         std::vector<bool> asserted(design.Signals.size());
         std::vector<bool> levels(static_cast<std::size_t>(test::DeviceOf(family.Mnemonic).Pins) + 1);
@@ -136,7 +140,7 @@ void CompareSamples(const View& view, const test::Family& family, const fit::Des
         for (const auto& function : design.Functions) {
             if (function.To != fit::Input::Ar && function.To != fit::Input::Sp) continue;
             const auto& row = function.To == fit::Input::Ar ? view.Reset : view.Preset;
-            EXPECT_EQ(Value(view, row, levels, notSum), test::Holds(*function.True, asserted));
+            EXPECT_EQ(Value(view, row, levels, inShared), test::Holds(*function.True, asserted));
         }
     }
 }
