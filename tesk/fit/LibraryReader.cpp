@@ -253,6 +253,8 @@ class Reader {
         const bool rowsTogether =
             (use.ClockRow < 0) == (use.ResetRow < 0) && (use.ResetRow < 0) == (use.PresetRow < 0);
         if (!rowsTogether || (use.HasOwnRows() && use.Kind != UseKind::Register)) return false;
+        const bool takesShared = use.Kind != UseKind::Input && use.FirstRow < CurrentMode()->SharedTerms;
+        if (takesShared && use.OrFuse < 0) return false;
         cell->Uses.push_back(std::move(use));
         return true;
     }

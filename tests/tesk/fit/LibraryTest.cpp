@@ -72,6 +72,7 @@ TEST(Library, FaultsAreToldWithTheirLine) {
         {head + "TERMS 9 12\nEND\n", "7102tc", 4},
         {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 6 always pin or=10\nEND\n", "7102tc", 6},
         {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 5 always pin or=12\nEND\n", "7102tc", 6},
+        {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 4 5 always pin\nEND\n", "7102tc", 6},
     };
     for (const auto& c : cases) {
         const auto library = fit::ReadLibrary(c.text);
@@ -85,7 +86,8 @@ TEST(Library, ChangedBytesNeverBreakTheReader) {
     const auto text = FullSetText();
     std::mt19937 random(5);
     for (int round = 0; round < 300; ++round) {
-        auto changed = text.substr(0, 2000 + random() % 4000);
+        const auto from = text.find("\nDEVICE", random() % (text.size() - 8000));
+        auto changed = "TESK-DL 1" + text.substr(from, 2000 + random() % 4000);
         for (int n = 0; n < 5; ++n) {
             const auto at = random() % changed.size();
             changed.replace(at, random() % 8, text.substr(random() % text.size(), random() % 8));
