@@ -78,9 +78,9 @@ class Kernel : public ::testing::Test {
         return result;
     }
 
-    std::string Run(const std::string& arguments, int& code) const {
+    std::string Run(const std::string& arguments, int& code, const std::string& program = "teskc") const {
         const std::string line =
-            "cd " + folder.string() + " && " STAGE_DIR "/bin/teskc " + arguments + " 2>&1";
+            "cd " + folder.string() + " && " STAGE_DIR "/bin/" + program + " " + arguments + " 2>&1";
         std::FILE* pipe = popen(line.c_str(), "r");
         std::string text;
         for (int c; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
@@ -409,4 +409,48 @@ TEST_F(Kernel, CommandLineWorksOnStandardStreams) {
     }
     const std::size_t after = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     EXPECT_EQ(after, before + 2);
+}
+
+// Names without a pin are told by the fuse map; without its notes, by the letters of the last compile.
+TEST_F(Kernel, TeskproveComparesFusesWithTheDesign) {
+    const std::string design =
+        "Name P; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device G22V10;\n"
+        "PIN 1 = CLK; PIN = [A, B]; PIN = !Y; PIN = Q; PINNODE = N;\n"
+        "N = A & !B; Y = N # Q; Q.T = A $ B; Q.CE = N;\n";
+    WriteText(folder / "P.PLD", design);
+    int code = -1;
+    Run("-o jm4 P.PLD", code);
+    const std::string map = FileText(folder / "P.JED");
+    ASSERT_NE(map.find("*\r\nN PIN 23 Y*\r\n"), std::string::npos) << map;
+    std::string bare = map;
+    for (std::size_t at = 0; (at = bare.find("\nN ")) != bare.npos;)
+        bare.erase(at + 1, bare.find('\n', at + 1) - at);
+    WriteText(folder / "BARE.JED", bare);
+    std::string flipped = map;
+    const std::size_t fuse = flipped.find("01", flipped.find("\nL"));
+    flipped.replace(fuse, 2, "11");
+    WriteText(folder / "FLIP.JED", flipped);
+    WriteText(folder / "CUT.JED", map.substr(0, map.find("*\r\nC")));
+    WriteText(folder / "WRONG.PLD", design + "B = X;\n");
+    const struct {
+        const char* Arguments;
+        const char* Says;
+        int Code;
+    } cases[] = {{"P.PLD P.JED", "[7500tc] Fuse map proved: ", 0},
+                 {"P.PLD BARE.JED", "[7500tc] Fuse map proved: ", 0},
+                 {"P.PLD FLIP.JED", "[7501tc] Error: Fuse map is not the design: ", 1},
+                 {"P.PLD CUT.JED", "[7301tc] Error: Fuse file is cut: ", 1},
+                 {"P.PLD P.PLD", "[7300tc] Error: Not a fuse file (P.PLD line 1)\n", 1},
+                 {"-d P16L8 P.PLD P.JED",
+                  "[7400tc] Error: Fuse map is not of this device: 5892 fuses, P16L8 has 2048", 1},
+                 {"-d virtual P.PLD P.JED", "virtual: no device whose fuses are known\n", 1},
+                 {"P.PLD NONE.JED", "NONE.JED: cannot be read\n", 1},
+                 {"WRONG.PLD P.JED", "[1201ta] Error: Unknown name: \"X\"", 1},
+                 {"P.PLD", "usage: teskprove [-d DEVICE]", 2},
+                 {"--version", "teskprove ", 0}};
+    for (const auto& one : cases) {
+        const std::string said = Run(one.Arguments, code, "teskprove");
+        EXPECT_NE(said.find(one.Says), std::string::npos) << one.Arguments << ": " << said;
+        EXPECT_EQ(code, one.Code) << one.Arguments;
+    }
 }
