@@ -1,23 +1,18 @@
 #include "cpld/JedecText.h"
 
 #include <algorithm>
-#include <map>
 
 namespace cpld {
 namespace {
 
-constexpr std::size_t lineWidth = 100;
-
-// "PIN 4=CLK 5=D0 …", in the order of the pins, as many a line as it takes.
+// In the order of the pins.
 std::vector<std::string> PinNotes(const Package& package, const DesignNames& names) {
-    std::map<int, std::string> pins;
-    for (std::size_t pad = 0; pad < names.Pads.size(); ++pad)
-        if (package.Pins[pad] != 0 && !names.Pads[pad].empty()) pins[package.Pins[pad]] = names.Pads[pad];
     std::vector<std::string> notes;
-    for (const auto& [pin, name] : pins) {
-        const std::string entry = " " + std::to_string(pin) + "=" + name;
-        if (notes.empty() || notes.back().size() + entry.size() > lineWidth) notes.emplace_back("PIN");
-        notes.back() += entry;
+    for (int pin = 1; pin <= package.PinCount; ++pin) {
+        const int pad = package.PadAt(pin);
+        if (pad < 0 || static_cast<std::size_t>(pad) >= names.Pads.size()) continue;
+        const auto& name = names.Pads[static_cast<std::size_t>(pad)];
+        if (!name.empty()) notes.push_back(model::WritePlaceNote({pin, false, false, name}));
     }
     return notes;
 }

@@ -49,7 +49,7 @@ struct JedecMap {
     std::vector<std::pair<std::size_t, std::size_t>> Lines;
 };
 
-// The map as JESD3-C: STX, design specification with the header, N, QP, QF, G, F0, L fields (rows that hold a
+// The map as JESD3-C: STX, design specification with the header, QP, QF, N, G, F0, L fields (rows that hold a
 // 1), C fuse checksum, ETX, transmission checksum. Lines end CR LF.
 std::string WriteJedec(const JedecMap& map);
 

@@ -118,7 +118,7 @@ TEST(CpldFuses, StandInAJedecFileWithTheirPins) {
     EXPECT_TRUE(file.Messages.empty());
     EXPECT_EQ(file.Fuses, fuses);
     EXPECT_EQ(file.Pins, 44u);
-    EXPECT_EQ(file.Notes, (std::vector<std::string>{" DEVICE C1504T44", " PIN 6=RESET? 38=CLK"}));
+    EXPECT_EQ(file.Notes, (std::vector<std::string>{" DEVICE C1504T44", " PIN 6 RESET?", " PIN 38 CLK"}));
 }
 
 TEST(CpldLibrary, IsRefusedWhereItDoesNotHoldTogether) {
