@@ -87,8 +87,8 @@ struct Global {
 };
 
 struct Package {
-    std::string Suffix;     // "T44"
-    int PinCount = 0;       //
+    std::string Suffix;  // "T44"
+    int PinCount = 0;
     std::vector<int> Pins;  // of each pad; 0: the package has no pin for it
 
     int PadAt(int pin) const;  // -1 if the pin is supply or unconnected

@@ -33,6 +33,7 @@ class Port {
             if (!ShiftOf(statement, {}).Tdi.empty()) Refuse("it is for a chain of several devices");
             return;
         }
+        if (word == "STATE" && statement.Words.back() == "RESET") enabled_ = false;
         constexpr std::array quiet{"STATE", "ENDIR", "ENDDR", "RUNTEST", "FREQUENCY", "TRST"};
         if (std::find(quiet.begin(), quiet.end(), word) == quiet.end())
             Refuse("\"" + word + "\" is not known");
@@ -41,6 +42,9 @@ class Port {
     SvfMap Finish() const {
         if (device_ == nullptr)
             throw base::RunTimeError(base::errTypeMismatch, "it programs no device that is known");
+        if (enabled_)
+            throw base::RunTimeError(base::errTypeMismatch,
+                                     "it does not end the programming; the file is cut");
         SvfMap map{device_, std::vector<bool>(device_->Fuses)};
         for (std::size_t i = 0; i < device_->Reserved.size(); ++i)
             map.Fuses[device_->Reserved[i]] = device_->ReservedStates[i];

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <map>
 #include <sstream>
 
@@ -32,14 +33,14 @@ class Chip {
     bool Clock(bool tms, bool tdi) {
         const bool out = (state_ == ShiftDr || state_ == ShiftIr) && !shift_.empty() && shift_.front();
         if (state_ == ShiftDr || state_ == ShiftIr) {
-            shift_.erase(shift_.begin());
+            shift_.pop_front();
             shift_.push_back(tdi);
         }
         state_ = next[state_][tms];
-        if (state_ == CaptureDr) shift_ = Captured();
-        if (state_ == CaptureIr) shift_ = Bits(10);
+        if (state_ == CaptureDr) Load(Captured());
+        if (state_ == CaptureIr) Load(Bits(10));
         if (state_ == UpdateIr) {
-            instruction_ = Value(shift_);
+            instruction_ = Value(Shifted());
             erases_ = instruction_ == 0x2B3 || (erases_ && instruction_ == 0x29E);
         }
         if (state_ == UpdateDr) Update();
@@ -83,6 +84,8 @@ class Chip {
         {Idle, SelectDr},    {CaptureIr, Reset},  {ShiftIr, Exit1Ir},    {ShiftIr, Exit1Ir},
         {PauseIr, UpdateIr}, {PauseIr, Exit2Ir},  {ShiftIr, UpdateIr},   {Idle, SelectDr}};
 
+    void Load(const Bits& bits) { shift_.assign(bits.begin(), bits.end()); }
+    Bits Shifted() const { return {shift_.begin(), shift_.end()}; }
     Bits Captured() const {
         Bits bits(instruction_ == 0x059   ? 32
                   : instruction_ == 0x280 ? 10
@@ -99,9 +102,9 @@ class Chip {
         return IsData() ? widths[instruction_ - 0x290] : 1;
     }
     void Update() {
-        if (instruction_ == 0x280) Enabled = Value(shift_) == 0x1B9;
-        if (instruction_ == 0x2A1) address_ = Value(shift_);
-        if (IsData() && address_ >> 8 == instruction_ - 0x290) data_ = shift_;
+        if (instruction_ == 0x280) Enabled = Value(Shifted()) == 0x1B9;
+        if (instruction_ == 0x2A1) address_ = Value(Shifted());
+        if (IsData() && address_ >> 8 == instruction_ - 0x290) data_ = Shifted();
     }
 
     std::uint32_t id_;
@@ -109,7 +112,8 @@ class Chip {
     State state_ = Reset;
     unsigned instruction_ = 0, address_ = 0;
     bool erases_ = false;
-    Bits shift_, data_;
+    std::deque<bool> shift_;
+    Bits data_;
 };
 
 // Plays the statements that the writer uses.
@@ -237,8 +241,7 @@ TEST_P(Svf, IsRefusedCutOrForeign) {
         }
         return "none";
     };
-    const auto verify = whole.find("! verify");
-    for (std::size_t cut = 0; cut < verify - 40; cut += 997)
+    for (std::size_t cut = 0; cut < whole.size() - 60; cut += 997)
         EXPECT_NE(told(whole.substr(0, cut)), "none") << cut;
     const std::tuple<const char*, std::string, std::string> rows[] = {
         {"SIR 10 TDI (059);", "SIR 10 TDI (1FE);", "line 11: an instruction that the device does not have"},
