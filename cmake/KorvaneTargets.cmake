@@ -104,14 +104,16 @@ function(korvane_test name)
     gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
         PROPERTIES TIMEOUT ${test_seconds} ENVIRONMENT QT_QPA_PLATFORM=offscreen
                    ENVIRONMENT_MODIFICATION XDG_STATE_HOME=set:${CMAKE_BINARY_DIR}/state)
-    # The cases that look for cut texts, once more on a display of twice the scale.
+    # The cases that look for cut texts, once more on displays of other scales.
     foreach(source ${A_SOURCES})
         file(STRINGS ${source} forms REGEX "^TEST_F\\(.*CaptionsInWhole\\)")
-        if(forms AND NOT TEST ${name}.AtTwiceTheScale)
-            add_test(NAME ${name}.AtTwiceTheScale COMMAND test_${name} --gtest_filter=*CaptionsInWhole)
-            set_tests_properties(${name}.AtTwiceTheScale PROPERTIES TIMEOUT ${test_seconds}
-                ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=2")
-        endif()
+        foreach(scale 1.5 2)
+            if(forms AND NOT TEST ${name}.AtScale${scale})
+                add_test(NAME ${name}.AtScale${scale} COMMAND test_${name} --gtest_filter=*CaptionsInWhole)
+                set_tests_properties(${name}.AtScale${scale} PROPERTIES TIMEOUT ${test_seconds}
+                    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=${scale}")
+            endif()
+        endforeach()
     endforeach()
 endfunction()
 

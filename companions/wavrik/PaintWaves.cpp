@@ -9,7 +9,10 @@ namespace {
 
 constexpr int margin = 4;  // above and below a wave, and before a name
 
-QColor MismatchColor() { return {220, 40, 40}; }
+QColor MismatchColor(const QPalette& desktop) {
+    const bool isDark = desktop.color(QPalette::Base).lightness() < 128;
+    return isDark ? QColor(255, 120, 120) : QColor(200, 30, 30);
+}
 QColor MismatchGround() { return {220, 40, 40, 70}; }
 
 }  // namespace
@@ -70,7 +73,7 @@ void WavePane::PaintLeft(QPainter& painter, std::size_t row, int top) const {
     const int indent = signal.IsMember ? 2 * fontMetrics().horizontalAdvance('0') : 0;
     const Mismatch* mismatch = MismatchAt(signal, cursor_.At);
     std::string value = waves_.TextOf(ValueAt(signal, cursor_.At));
-    painter.setPen(mismatch != nullptr ? MismatchColor() : palette().color(QPalette::Text));
+    painter.setPen(mismatch != nullptr ? MismatchColor(palette()) : palette().color(QPalette::Text));
     if (mismatch != nullptr) value += std::string(", expected ") + mismatch->Expected;
     put(indent, nameWidth_ - indent, signal.Name);
     put(nameWidth_, valueWidth_, value);

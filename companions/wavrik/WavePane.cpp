@@ -19,7 +19,9 @@ constexpr int arrowPixels = 40;
 }  // namespace
 
 WavePane::WavePane(QWidget* parent) : QAbstractScrollArea(parent) {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    QFont columns = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    columns.setPointSizeF(font().pointSizeF());
+    setFont(columns);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setBackgroundRole(QPalette::Base);
     viewport()->setAutoFillBackground(true);

@@ -68,6 +68,7 @@ frmMain::frmMain(platform::PathMap paths)
     lblFile_->setText(tr("File, Open shows .SI, .SO and .VCD files"));
     AddMenus();
     platform::qt::On(pane_, &WavePane::CursorMoved, this, [this] { ShowState(); });
+    pane_->setAccessibleName(tr("Waves"));
     pane_->setFocus();
 }
 

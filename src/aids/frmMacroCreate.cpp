@@ -17,6 +17,7 @@ frmMacroCreate::frmMacroCreate(session::App& app, const std::string& macro, QWid
     for (const std::string& name : names_) cmbFiles->addItem(platform::qt::LineOf(name));
     cmbFiles->addItem("New Macro File");
     cmbFiles->setCurrentIndex(cmbFiles->count() - 1);
+    txtMacro->setAccessibleName("Macro");
     txtMacro->SetText(macro);
     if (app_.State.HighlightEnabled) ColorMacro();
     LayOut(

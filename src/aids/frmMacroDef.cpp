@@ -38,6 +38,7 @@ frmMacroDef::frmMacroDef(session::App& app, QWidget* owner)
       txtMacros(new MacroBox("txtMacros", app.State.EditorFont)) {
     app_.Host.Clip.SetText("");
     cmbFiles->setToolTip("Available macro file. Must be included in the source file");
+    lstMacros->setAccessibleName("Macros");
     txtDefinition->ShowMacro({});
     LayOutParts();
     Connect();

@@ -84,7 +84,9 @@ void frmDevices::LayOutControls() {
     txtMnemonic->setReadOnly(true);
     txtDeviceInfo = Named("txtDeviceInfo", new QPlainTextEdit);
     txtDeviceInfo->setReadOnly(true);
-    txtDeviceInfo->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));  // it has columns
+    QFont columns = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    columns.setPointSizeF(font().pointSizeF());
+    txtDeviceInfo->setFont(columns);
     txtDeviceInfo->setMinimumSize(InCharacters(60, 10));
     chkDevInFile = platform::qt::CheckBox({"chkDevInFile", "Device In File"});
     LayOut({ListRow(), Row({Label("Label4", "Device Mnemonic", txtMnemonic), txtMnemonic, chkDevInFile}),

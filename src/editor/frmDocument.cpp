@@ -45,6 +45,7 @@ frmDocument::frmDocument(session::App& app) : app_(app) {
     setObjectName("frmDocument");
     setAttribute(Qt::WA_DeleteOnClose);
     text_ = new platform::qt::TextBox(this);
+    text_->setAccessibleName("Text");
     text_->setObjectName("txtText");
     text_->setProperty("tag", "INS");
     setWidget(text_);

@@ -23,9 +23,7 @@ using platform::qt::Stretch;
 
 void Describe(QLineEdit& box, const session::FontRecord& font) {
     box.setText(platform::qt::Shown(FontDescription(font)));
-    QPalette colors = box.palette();
-    colors.setColor(QPalette::Text, platform::qt::ToColor(font.ForeColor));
-    box.setPalette(colors);
+    platform::qt::ShowOnPaper(box, font.ForeColor);
 }
 
 }  // namespace

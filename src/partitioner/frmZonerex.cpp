@@ -44,6 +44,8 @@ frmZonerex::frmZonerex(session::App& app, QWidget* owner)
                               cmbDevices->Add(line.substr(0, line.empty() ? 0 : line.size() - 1));
                           })),
       run_(app, messages_, solutions_) {
+    cmbDevices->setAccessibleName("Solutions");
+    txtMsgBox->setAccessibleName("Messages");
     txtMsgBox->setReadOnly(true);
     platform::qt::On(cmbDevices, &QListWidget::itemDoubleClicked, this, [this] { cmbDevices_DblClick(); });
     LayOut({Headings(), cmbDevices, txtMsgBox,

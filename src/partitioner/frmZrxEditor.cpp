@@ -10,6 +10,7 @@ frmZrxEditor::frmZrxEditor(session::App& app, QWidget* owner)
       path_(app.State.ZrxDir + "zrxlib.db"),
       devices_(LoadDevices(app.Host.Files, path_)) {
     auto* cmbDevices = new EntryList("cmbDevices", 40);
+    cmbDevices->setAccessibleName("Devices");
     for (const ZrxDevice& device : devices_) cmbDevices->Add(DeviceEntry(device));
     LayOut({cmbDevices, Buttons({{"Done", "Done", [this] { Cancel_Click(); }},
                                  {"Update", "Update", [this] { Update_Click(); }}})},

@@ -16,14 +16,13 @@ namespace project {
 
 using platform::qt::On;
 
-namespace {}  // namespace
-
 frmProject::frmProject(const ProjectDesk& desk) : desk_(desk), TreeView(new QTreeWidget(this)) {
     InitImages();
     imlTree = {QIcon(":/imlTree/1.svg"), QIcon(":/imlTree/2.svg")};
     setObjectName("frmProject");
     setAttribute(Qt::WA_DeleteOnClose);
     TreeView->setObjectName("TreeView");
+    TreeView->setAccessibleName("Project files");
     TreeView->setHeaderHidden(true);
     TreeView->setUniformRowHeights(true);
     TreeView->setExpandsOnDoubleClick(false);  // that opens the file

@@ -63,6 +63,8 @@ frmHelp::frmHelp(HelpLibrary library)
     setWindowFlag(Qt::Window);
     txtFind->setClearButtonEnabled(true);
     lstPages->setHeaderHidden(true);
+    lstPages->setAccessibleName("Pages");
+    txtPage->setAccessibleName("Page");
     txtPage->setOpenLinks(false);
     auto* parts = new QSplitter;
     parts->addWidget(lstPages);

@@ -42,6 +42,7 @@ frmMessage::frmMessage(session::App& app, const ErrorCodes& codes, QWidget* pare
     setObjectName("frmMessage");
     setWindowTitle("Messages");
     lstMessages_->setObjectName("lstMessages");
+    lstMessages_->setAccessibleName("Messages");
     lstMessages_->setModel(&model_);
     lstMessages_->setItemDelegate(new LineDelegate(this));
     lstMessages_->setUniformItemSizes(true);

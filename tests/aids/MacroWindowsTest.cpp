@@ -144,8 +144,12 @@ TEST_F(MacroWindows, AReferenceTakesItsArguments) {
 }
 
 TEST_F(MacroWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<aids::frmMacroDef>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<aids::frmMacroDef>(App); }), "");
+    const aids::frmMacroRef::Design design{"", "B.PLD", "$MACRO OWN a\r\n$MEND\r\n"};
+    const std::vector<std::string> symbols = {"Q1"};
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<aids::frmMacroRef>(App, design, symbols); }),
+              "");
     EXPECT_EQ(
-        doubles::CutTexts([&] { return std::make_unique<aids::frmMacroCreate>(App, "$MACRO\r\n$MEND"); }),
+        doubles::FormFaults([&] { return std::make_unique<aids::frmMacroCreate>(App, "$MACRO\r\n$MEND"); }),
         "");
 }

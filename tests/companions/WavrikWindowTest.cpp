@@ -124,6 +124,12 @@ TEST_F(WavrikTest, WhatIsWrongWithAFileIsToldAndTheWavesStay) {
     EXPECT_EQ(Text("lblMismatches"), "") << "nothing was compared";
 }
 
+TEST_F(WavrikTest, ShowsItsCaptionsInWhole) {
+    window_.reset();
+    const platform::PathMap paths(folder_.Path());
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmMain>(paths); }), "");
+}
+
 TEST_F(WavrikTest, TakesItsPlaceFromTheSettings) {
     doubles::Registry settings;
     auto& key = settings.Keys["Software\\Brennick Labs\\Wavrik\\1.0\\Settings"];

@@ -95,7 +95,7 @@ TEST_F(DeviceWindow, WithoutADatabaseOkIsHarmless) {
 
 TEST_F(DeviceWindow, ShowsItsCaptionsInWhole) {
     MakeFile(HostPath(), catalogue);
-    EXPECT_EQ(doubles::CutTexts([&] { return Make("V2"); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return Make("V2"); }), "");
 }
 
 }  // namespace

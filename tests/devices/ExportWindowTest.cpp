@@ -42,7 +42,7 @@ TEST_F(ExportWindow, TheTokensOfWhatIsCheckedInTheirOrder) {
         EXPECT_EQ(form->Cancelled, c.Answer == No || c.Clicks.back() == "Cancel");
     }
     EXPECT_EQ(Boxes.Shown.size(), 3u) << "Cancel asks nothing";
-    EXPECT_EQ(doubles::CutTexts([this] { return Make(); }), "");
+    EXPECT_EQ(doubles::FormFaults([this] { return Make(); }), "");
 }
 
 }  // namespace

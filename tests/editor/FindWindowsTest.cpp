@@ -106,6 +106,6 @@ TEST_F(SearchWindows, ReplaceKeepsItsFlags) {
 }
 
 TEST_F(SearchWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<editor::frmFindText>(Values); }), "");
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<editor::frmReplace>(Values); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<editor::frmFindText>(Values); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<editor::frmReplace>(Values); }), "");
 }

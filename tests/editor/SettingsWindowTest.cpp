@@ -253,8 +253,8 @@ TEST_F(SettingsWindow, ChoosesTheWorkingDirectoryByItsFolders) {
 
 TEST_F(SettingsWindow, ShowsItsCaptionsInWhole) {
     EXPECT_EQ(
-        doubles::CutTexts([&] { return std::make_unique<editor::frmKorvane>(App); }) + doubles::CutTexts([&] {
-            return std::make_unique<editor::frmUtility>(Desk.Boxes, "", "");
-        }) + doubles::CutTexts([&] { return std::make_unique<editor::frmSelectDirectory>(Files, "C:"); }),
+        doubles::FormFaults([&] { return std::make_unique<editor::frmKorvane>(App); }) +
+            doubles::FormFaults([&] { return std::make_unique<editor::frmUtility>(Desk.Boxes, "", ""); }) +
+            doubles::FormFaults([&] { return std::make_unique<editor::frmSelectDirectory>(Files, "C:"); }),
         "");
 }

@@ -223,9 +223,9 @@ TEST_F(PartitionerWindows, EditorRefusesWhatIsNoLibrary) {
 
 TEST_F(PartitionerWindows, ShowTheirCaptionsInWhole) {
     File("ZRXLIB.DB") = Library(61);
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<frmZrxParams>(App); }), "");
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<frmZonerex>(App); }), "");
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<frmZrxEditor>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZrxParams>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZonerex>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZrxEditor>(App); }), "");
 }
 
 }  // namespace

@@ -239,7 +239,7 @@ TEST_F(ProjectWindows, ANewDesignIsAskedForAndWritten) {
 }
 
 TEST_F(ProjectWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<project::frmNewDesign>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<project::frmNewDesign>(App); }), "");
 }
 
 }  // namespace

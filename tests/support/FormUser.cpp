@@ -44,33 +44,6 @@ std::string NameOf(const QWidget& widget) {
     return isPart && widget.parentWidget() != nullptr ? NameOf(*widget.parentWidget()) : name.toStdString();
 }
 
-// None for a control that shows what is typed or listed.
-QString CaptionOn(const QWidget& control) {
-    if (const auto* label = qobject_cast<const QLabel*>(&control)) return label->text();
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) return button->text();
-    if (const auto* frame = qobject_cast<const QGroupBox*>(&control)) return frame->title();
-    if (const auto* tabs = qobject_cast<const QTabBar*>(&control)) return tabs->tabText(tabs->currentIndex());
-    return {};
-}
-
-bool IsCut(const QWidget& control) {
-    if (control.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // means to be cut
-    const auto* label = qobject_cast<const QLabel*>(&control);
-    const bool wraps = label != nullptr && label->wordWrap();
-    const QSize needed = wraps ? QSize(0, label->heightForWidth(label->width())) : control.minimumSizeHint();
-    return control.width() < needed.width() || control.height() < needed.height() ||
-           !control.parentWidget()->rect().contains(control.geometry());
-}
-
-std::string CutNow(const QWidget& form) {
-    std::string cut;
-    for (const QWidget* control : form.findChildren<QWidget*>()) {
-        const QString caption = CaptionOn(*control);
-        if (control->isVisible() && !caption.isEmpty() && IsCut(*control)) cut += caption.toStdString() + "|";
-    }
-    return cut;
-}
-
 // Gives the steps their turn in every event loop, also in one that a step itself starts.
 class Steps {
   public:
@@ -124,6 +97,14 @@ class Steps {
 };
 
 }  // namespace
+
+QString CaptionOn(const QWidget& control) {
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) return label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) return button->text();
+    if (const auto* frame = qobject_cast<const QGroupBox*>(&control)) return frame->title();
+    if (const auto* tabs = qobject_cast<const QTabBar*>(&control)) return tabs->tabText(tabs->currentIndex());
+    return {};
+}
 
 QWidget& FormUser::Form() const {
     if (form_ == nullptr) throw std::runtime_error("no form is in use");
@@ -231,30 +212,6 @@ void FormUser::Drive(const std::function<void()>& open, std::vector<Step> steps)
     const base::ScopeExit restore([this, form = form_] { form_ = form; });
     const Steps user(*this, std::move(steps));
     open();
-}
-
-std::string CutTexts(const std::function<std::unique_ptr<QWidget>()>& make) {
-    const QFont before = QApplication::font();
-    const base::ScopeExit restore([&] { QApplication::setFont(before); });
-    std::string cut;
-    for (const int points : {8, 16}) {
-        QFont font = before;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-        const auto form = make();
-        form->show();
-        if (!QTest::qWaitForWindowExposed(form.get())) throw std::runtime_error("the form is not shown");
-        cut += CutNow(*form);
-        for (auto* tabs : form->findChildren<QTabWidget*>()) {
-            for (int i = 0; i < tabs->count(); ++i) {
-                if (!tabs->isTabVisible(i)) continue;
-                tabs->setCurrentIndex(i);
-                QApplication::processEvents();
-                cut += CutNow(*tabs);
-            }
-        }
-    }
-    return cut;
 }
 
 }  // namespace doubles

@@ -53,8 +53,16 @@ class FormUser {
     QWidget* form_ = nullptr;
 };
 
-// The captions that are not shown in whole on the form that `make` makes, with the program's font at 8 and at
-// 16 points. Every tab is looked at.
-std::string CutTexts(const std::function<std::unique_ptr<QWidget>()>& make);
+// What stands on a control; none on one that shows what is typed or listed.
+QString CaptionOn(const QWidget& control);
+
+// What keeps a user from the form that `make` makes, as "cut: Caption|", of every tab: captions that are not
+// shown in whole with the program's font at 8 to 16 points; controls that have no name for who cannot see
+// them ("no name"), or that Tab does not reach ("no Tab"); texts that are hard to read on a dark desktop
+// ("pale").
+std::string FormFaults(const std::function<std::unique_ptr<QWidget>()>& make);
+
+// The first of these alone, of a window that stands.
+std::string NamelessControls(QWidget& form);
 
 }  // namespace doubles

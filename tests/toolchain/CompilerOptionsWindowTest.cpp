@@ -123,7 +123,8 @@ TEST_F(CompilerWindow, ApplyTakesTheShowingTabAlone) {
 }
 
 TEST_F(CompilerWindow, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmCompiler>(App, Options); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmCompiler>(App, Options); }),
+              "");
 }
 
 TEST_F(CompilerWindow, FinalMStopsTheOpening) {

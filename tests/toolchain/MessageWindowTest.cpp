@@ -167,9 +167,9 @@ TEST_F(StatusWindow, ClosesByItsButtonOnlyWhenThatIsEnabled) {
 
 TEST_F(StatusWindow, FormsShowTheirCaptionsInWhole) {
     const auto status = [&] { return std::make_unique<frmStatus>(Host.Libraries, Host.Boxes); };
-    EXPECT_EQ(doubles::CutTexts(status), "");
+    EXPECT_EQ(doubles::FormFaults(status), "");
     const auto message = [&] { return std::make_unique<frmErrorMessage>(ErrorEntry{}); };
-    EXPECT_EQ(doubles::CutTexts(message), "");
+    EXPECT_EQ(doubles::FormFaults(message), "");
 }
 
 }  // namespace

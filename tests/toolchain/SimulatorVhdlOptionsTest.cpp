@@ -175,8 +175,8 @@ TEST_F(OptionWindow, VhdlAppliesTheShowingTabAlone) {
 }
 
 TEST_F(OptionWindow, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmSimulator>(App); }), "");
-    EXPECT_EQ(doubles::CutTexts([&] { return std::make_unique<toolchain::frmVhdl>(App, Options); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmSimulator>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmVhdl>(App, Options); }), "");
 }
 
 }  // namespace

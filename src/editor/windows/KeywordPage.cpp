@@ -40,10 +40,7 @@ QLineEdit* TextInStyle(const char* name) {
 }
 
 void SetStyle(QLineEdit& text, const session::KeywordRec& word) {
-    QPalette colors = text.palette();
-    colors.setColor(QPalette::Active, QPalette::Text, platform::qt::ToColor(word.Color));
-    colors.setColor(QPalette::Inactive, QPalette::Text, platform::qt::ToColor(word.Color));
-    text.setPalette(colors);
+    platform::qt::ShowOnPaper(text, word.Color);
     QFont font = text.font();
     font.setBold(word.Bold);
     font.setItalic(word.Italic);
@@ -71,6 +68,7 @@ KeywordPage::KeywordPage(session::App& app) : app_(app), edit_(app.State) {
 
 QLayout* KeywordPage::ListRow() {
     KeywordList = Named("KeywordList", new QListWidget);
+    KeywordList->setAccessibleName("Keywords");
     KeywordList->setMinimumSize(InCharacters(20, 12));
     return Row(
         {KeywordList, Column({PushButton({"AddWord", "&Add"}, this, [this] { AddWord_Click(); }),

@@ -71,6 +71,7 @@ QLayout* ToolsPage::StandardTools() {
 
 QGroupBox* ToolsPage::CustomFrame() {
     lstCustom = Named("lstCustom", new QListWidget);
+    lstCustom->setAccessibleName("Custom tools");
     lstCustom->setMinimumSize(platform::qt::InCharacters(24, 8));
     Edit = PushButton({"Edit", "&Edit Tool"}, this, [this] { Edit_Click(); });
     Remove = PushButton({"Remove", "&Remove"}, this, [this] { Remove_Click(); });

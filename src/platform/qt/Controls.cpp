@@ -67,6 +67,8 @@ QLabel* Label(const std::string& name, const std::string& caption, QWidget* fiel
     auto* label = Named(name, new QLabel(Shown(caption)));
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(field);
+    // Lists are not called by their label otherwise.
+    if (field != nullptr) field->setAccessibleName(Shown(caption).remove('&').remove(':'));
     return label;
 }
 
@@ -147,6 +149,15 @@ QTabWidget* Tabs(const std::string& name, const std::vector<Page>& pages) {
 }
 
 QColor ToColor(std::int32_t color) { return QColor(color & 255, (color >> 8) & 255, (color >> 16) & 255); }
+
+void ShowOnPaper(QWidget& box, std::int32_t color) {
+    QPalette colors = box.palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        colors.setColor(group, QPalette::Text, ToColor(color));
+        colors.setColor(group, QPalette::Base, Qt::white);  // on every desktop
+    }
+    box.setPalette(colors);
+}
 
 QSize InCharacters(int characters, int lines) {
     const QFontMetrics font(QApplication::font());

@@ -43,7 +43,7 @@ QPushButton* PushButton(const ControlRow& row, const QObject* owner, std::functi
 std::vector<QCheckBox*> CheckBoxes(const std::vector<ControlRow>& rows);
 // Radio buttons of which one is on at most; ids are the indices of the rows.
 QButtonGroup* RadioButtons(const std::vector<ControlRow>& rows, QObject* owner);
-// The access key in its caption leads to `field`.
+// The access key in its caption leads to `field`, which is called by it.
 QLabel* Label(const std::string& name, const std::string& caption, QWidget* field = nullptr);
 
 // The state of a box in option records: 0 off, 1 on, 2 greyed.
@@ -99,6 +99,8 @@ struct Page {
 QTabWidget* Tabs(const std::string& name, const std::vector<Page>& pages);  // wide enough for all its tabs
 
 QColor ToColor(std::int32_t color);  // of 0x00BBGGRR
+// Its text in that colour on what documents have for paper, as long as it is enabled.
+void ShowOnPaper(QWidget& box, std::int32_t color);
 
 // The size of so much text in the program's font, for controls that don't know how much they will show.
 QSize InCharacters(int characters, int lines);

@@ -1,6 +1,7 @@
 #include "platform/qt/Form.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <algorithm>
 
 #include "platform/qt/Guard.h"
@@ -32,7 +33,9 @@ void Form::LayOut(const std::vector<Item>& parts, Size size) {
     setLayout(layout);
 }
 
-void Form::ResizeTo(int characters, int lines) { resize(InCharacters(characters, lines)); }
+void Form::ResizeTo(int characters, int lines) {
+    resize(InCharacters(characters, lines).boundedTo(screen()->availableSize()));
+}
 
 QPushButton* Form::Button(const ButtonRow& row) {
     return PushButton({row.Name, row.Caption}, this, row.Click);

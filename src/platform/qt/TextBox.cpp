@@ -68,7 +68,7 @@ void TextBox::SetUpColors() {
     for (int number = STYLE_DEFAULT; number <= STYLE_LASTPREDEFINED; ++number)
         Sci(SCI_STYLESETFORE, number, black);
     SetPaper(paper_);
-    Sci(SCI_STYLESETFORE, STYLE_LINENUMBER, 0x808080);
+    Sci(SCI_STYLESETFORE, STYLE_LINENUMBER, 0x686868);
     Sci(SCI_SETCARETFORE, black);
     Sci(SCI_SETSELBACK, 1, selection);
 }

@@ -87,14 +87,21 @@ TEST_F(FormBase, EscapeTheButtonAndTheTitleBarCancel) {
 }
 
 TEST_F(FormBase, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::CutTexts([] { return std::make_unique<frmSample>(); }), "");
-    EXPECT_EQ(doubles::CutTexts([] {
+    EXPECT_EQ(doubles::FormFaults([] { return std::make_unique<frmSample>(); }), "");
+}
+
+// The check that all forms go through finds what it is for.
+TEST_F(FormBase, FaultsOfAFormAreFound) {
+    EXPECT_EQ(doubles::FormFaults([] {
                   auto form = std::make_unique<frmSample>();
                   form->findChild<QWidget*>("opt1")->setFixedWidth(20);
                   form->findChild<QWidget*>("Label1")->setFixedWidth(4);
+                  form->findChild<QCheckBox*>("chkKeep")->setText("");
+                  form->findChild<QWidget*>("cmdApply")->setFocusPolicy(Qt::NoFocus);
+                  form->findChild<QWidget*>("Label2")->setForegroundRole(QPalette::Window);
                   return form;
               }),
-              "&Name:|Two|&Name:|Two|");
+              "cut: &Name:|cut: Two|no name: chkKeep|no Tab: cmdApply|pale: Label2|");
 }
 
 TEST_F(FormBase, TellsOfControlsThatAUserDoesNotSee) {

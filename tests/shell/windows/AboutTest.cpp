@@ -61,7 +61,7 @@ TEST_F(About, SystemInfoIsLookedForInTwoPlaces) {
 TEST_F(About, ShowsItsCaptionsInWhole) {
     doubles::Desktop desktop(files);
     const auto make = [&] { return std::make_unique<shell::frmAbout>(desktop.Host, nullptr); };
-    EXPECT_EQ(doubles::CutTexts(make), "");
+    EXPECT_EQ(doubles::FormFaults(make), "");
     shell::InitPictures();
     const auto form = make();
     Use(*form);
