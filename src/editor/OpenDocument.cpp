@@ -97,13 +97,12 @@ void UpdateMru(session::App& app, const std::string& path) {
     if (!recent[0].empty()) app.Hall.Main->UpdateMruMenus();
 }
 
-void FileOpen(session::App& app) {
+void FileOpen(session::App& app, const std::string& folder) {
     session::EnterWorkDir(app);
-    const session::Session& state = app.State;
     const auto name = app.Host.Boxes.OpenFile(
         {.Filter = "PLD Files (*.pld)|*.pld|VHDL Files (*.vhd)|*.vhd|Simulation File (*.si)|*.si|Doc Files "
                    "(*.doc)|*.doc|All Files (*.*)|*.*",
-         .InitialFolder = state.LastPath.empty() ? state.ExamplesDir : state.LastPath});
+         .InitialFolder = folder});
     if (name && !name->empty()) session::OpenUnlessOpen(app, *name);
 }
 

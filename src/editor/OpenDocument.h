@@ -33,7 +33,7 @@ void ReadSymbolsAgain(session::App& app, session::Document& document);
 // Enters the path at the head of RecentFiles (without duplicates) and sets LastPath to its folder.
 void UpdateMru(session::App& app, const std::string& path);
 
-// Asks for a file and opens it, unless a window with exactly that caption is open.
-void FileOpen(session::App& app);
+// Asks for a file, in `folder` first, and opens it, unless a window with exactly that caption is open.
+void FileOpen(session::App& app, const std::string& folder);
 
 }  // namespace editor

@@ -8,6 +8,11 @@ TEST_P(Drill, StartsAndEndsWithoutADocument) {
     ExpectSeen("Messages", In::Title);
     ExpectButton("open", true);
     ExpectButton("save", false);
+    Key("Tab", 2);  // to "New design"
+    Key("Return");
+    WaitWindow("Design Properties");
+    Key("Escape");
+    WaitGone("Design Properties");
     Menu({"&File", "E&xit"});
     ExpectEnd();
 }

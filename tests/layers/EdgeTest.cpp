@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 const std::set<std::string> plainHandlers = {"frmMessage::resizeEvent",     "frmMessage::closeEvent",
                                              "ToolHostShield::eventFilter", "TextBox::contextMenuEvent",
                                              "TextBox::dragEnterEvent",     "TextBox::dragMoveEvent",
-                                             "TextBox::keyReleaseEvent"};
+                                             "TextBox::keyReleaseEvent",    "Welcome::eventFilter"};
 
 template <typename Check>
 void ForEachSource(const Check& check) {

@@ -22,7 +22,11 @@ void Send(Document& document, platform::EditMessage message) { document.txtText(
 std::vector<session::MainCommand> CommandsOfMain(session::App& app) {
     return {
         {"mnuNewText", [&app](int) { app.Hall.Editor->OpenDocument(); }},
-        {"mnuFileOpen", [&app](int) { FileOpen(app); }},
+        {"mnuFileOpen",
+         [&app](int) {
+             FileOpen(app, app.State.LastPath.empty() ? app.State.ExamplesDir : app.State.LastPath);
+         }},
+        {"OpenExample", [&app](int) { FileOpen(app, app.State.ExamplesDir); }},  // of no menu
         {"mnuFileMru",
          [&app](int index) {
              app.Hall.Editor->OpenDocument(app.State.RecentFiles.at(static_cast<std::size_t>(index)));

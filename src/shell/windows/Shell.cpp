@@ -13,6 +13,7 @@
 #include "shell/Settings.h"
 #include "shell/frmSplash.h"
 #include "shell/windows/Help.h"
+#include "shell/windows/Welcome.h"
 
 namespace shell {
 
@@ -83,6 +84,7 @@ void Shell::LoadMain() {
     LoadMainSettings();
     ShowRecentFiles();
     ReadConfig(app_.State, app_.Host);
+    LoadWelcome();
     toolChain_.LoadWindows(*main_);
     main_->OnPlaces = [this] { return PlacesOfNew(); };
     project_.LoadWindows(*main_);
@@ -97,6 +99,14 @@ void Shell::LoadMainSettings() {
     MainWindowState window{.Place = MainPlacement()};
     LoadSettings(app_.State, app_.Host, window);
     main_->SetFrame(ToPixels(window.Place));
+}
+
+void Shell::LoadWelcome() {
+    welcome_ = new Welcome(main_->Area(),
+                           {{"OpenExample", "Open an example", "F9 compiles it, F7 simulates it"},
+                            {"mnuNewDesign", "New design", "asks for its header and its pins"},
+                            {"mnuHelpContents", "Read the guide", "F1 in a dialog opens its page"}},
+                           [this](const std::string& command) { main_->RunCommand(command); });
 }
 
 void Shell::ShowMain() {

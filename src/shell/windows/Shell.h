@@ -19,6 +19,7 @@ namespace shell {
 
 class Help;
 class ToolbarView;
+class Welcome;
 class frmSplash;
 
 // Composes the rooms, and holds what is nobody's but the main window's: toolbar, settings, tools, help.
@@ -69,6 +70,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     void OpenHandedOver(const std::string& path);
     void Exit();
     void LoadToolbar();
+    void LoadWelcome();
     void ApplyTick(const TickEffects& effects, const platform::qt::MenuSet* ofChild);
     ToolbarState WithoutMissingCommands() const;
     void TileAllTeskTools();
@@ -94,6 +96,7 @@ class Shell : public session::MainWindow, public session::Utilities, public Star
     std::unique_ptr<frmMain> main_;
     ToolbarState toolbar_;
     ToolbarView* toolbarView_ = nullptr;  // owned by the toolbar
+    Welcome* welcome_ = nullptr;          // owned by the area of the children
     std::unique_ptr<platform::Timer> TBMenuTimer;
     bool configFailed_ = false;
 };

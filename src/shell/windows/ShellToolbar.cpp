@@ -2,6 +2,7 @@
 #include "shell/CompanionTools.h"
 #include "shell/windows/Shell.h"
 #include "shell/windows/ToolbarView.h"
+#include "shell/windows/Welcome.h"
 
 namespace shell {
 namespace {
@@ -35,6 +36,7 @@ void Shell::TickToolbar() {
     toolbarView_->Show(WithoutMissingCommands());
     ApplyTick(effects, active != nullptr ? active->Menus() : nullptr);
     main_->EnableEntries();
+    welcome_->Offer(app_.State.Documents.Count() == 0);
     main_->ShowKeyState(active == nullptr || active->IsInserting());
 }
 
