@@ -38,8 +38,12 @@ bool ProveMap(const Design& design, const Fitted& fitted, std::string_view jedec
     proof::JedecFile file = proof::ReadJedec(jedec);
     const proof::ChipResult chip = proof::ReadBack(fitted.Device, file.Fuses);
     std::vector<Message> messages = std::move(file.Messages);
-    messages.insert(messages.end(), chip.Messages.begin(), chip.Messages.end());
-    if (chip.Found) {
+    if (!chip.Found && !design.Fuses.empty()) {
+        messages.push_back(model::MakeMessage(proof::MessageCode("7503tc").Entry(), {},
+                                              "they fit no mode of " + fitted.Device.Mnemonic));
+    } else if (!chip.Found) {
+        messages.insert(messages.end(), chip.Messages.begin(), chip.Messages.end());
+    } else {
         const proof::Verdict verdict = proof::Prove(equations, *chip.Found);
         const auto told = proof::Tell(verdict, *chip.Found, !design.Fuses.empty());
         messages.insert(messages.end(), told.begin(), told.end());

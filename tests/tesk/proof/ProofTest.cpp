@@ -258,5 +258,7 @@ TEST(Proof, MacrocellsOfEveryKind) {
             differences += (differences.empty() ? "" : ";") + finding.Text;
         EXPECT_EQ(differences, one.Differences) << one.Equations;
         EXPECT_TRUE(verdict.Open.empty()) << one.Equations;
+        const auto bounded = proof::Prove(design, chip, 1);
+        EXPECT_FALSE(chip.Cells[0].Rows2 && bounded.Proved()) << one.Equations;
     }
 }
