@@ -110,6 +110,24 @@ void Tell(std::vector<Message>& messages, MessageCode code, const std::string& d
     messages.push_back(model::MakeMessage(code.Entry(), {}, detail));
 }
 
+const fit::Device* Asked(const proof::JedecFile& file, const fit::Library& library,
+                         const std::string& mnemonic, const Devices& candidates,
+                         std::vector<Message>& messages) {
+    const auto* device = library.Find(mnemonic);
+    if (device != nullptr && (HasAsMany(*device, file) || TakesShorter(*device, file))) return device;
+    if (device == nullptr || device->IsVirtual()) {
+        Tell(messages, "7600tc", base::DisplayUtf8(mnemonic.substr(0, 40)));
+        return nullptr;
+    }
+    const auto pins = file.Pins == 0 ? "" : " and " + std::to_string(file.Pins) + " pins";
+    const auto others = candidates.empty() ? "" : ", as " + NamesOf(WithoutAliases(candidates));
+    Tell(messages, "7601tc",
+         device->Mnemonic + " has " + std::to_string(device->Fuses) + " fuses and " +
+             std::to_string(device->Pins) + " pins, the file " + std::to_string(CountOf(file)) + pins +
+             others);
+    return nullptr;
+}
+
 }  // namespace
 
 const fit::Device* ChooseDevice(const proof::JedecFile& file, const fit::Library& library,
@@ -117,26 +135,13 @@ const fit::Device* ChooseDevice(const proof::JedecFile& file, const fit::Library
     auto candidates = Those(library, [&](const fit::Device& d) { return HasAsMany(d, file); });
     if (candidates.empty())
         candidates = Those(library, [&](const fit::Device& d) { return TakesShorter(d, file); });
-    const auto count = std::to_string(CountOf(file));
-    if (!mnemonic.empty()) {
-        const auto* device = library.Find(mnemonic);
-        if (device != nullptr && (HasAsMany(*device, file) || TakesShorter(*device, file))) return device;
-        if (device == nullptr || device->IsVirtual()) {
-            Tell(messages, "7600tc", base::DisplayUtf8(mnemonic.substr(0, 40)));
-        } else {
-            const auto pins = file.Pins == 0 ? "" : " and " + std::to_string(file.Pins) + " pins";
-            const auto others = candidates.empty() ? "" : ", as " + NamesOf(WithoutAliases(candidates));
-            Tell(messages, "7601tc",
-                 device->Mnemonic + " has " + std::to_string(device->Fuses) + " fuses and " +
-                     std::to_string(device->Pins) + " pins, the file " + count + pins + others);
-        }
-        return nullptr;
-    }
+    if (!mnemonic.empty()) return Asked(file, library, mnemonic, candidates, messages);
     for (const auto& words : WordsOnDevice(file)) {
         const auto named = Named(candidates, words);
         if (named.size() == 1) return named.front();
         if (!named.empty()) candidates = named;
     }
+    const auto count = std::to_string(CountOf(file));
     const auto different = WithoutAliases(candidates);
     if (different.size() == 1) return different.front();
     if (different.empty()) {

@@ -17,6 +17,8 @@ using proof::RegisterKind;
 using proof::Signal;
 using proof::Sum;
 
+constexpr std::size_t kNamesInList = 12;
+
 // The shortest sum for the same function.
 Sum Minimized(const Sum& sum) {
     std::vector<Signal> signals;
@@ -82,9 +84,9 @@ class Writer {
     void AddLevels() {
         std::vector<std::string> names;
         for (const auto cell : cells_) names.push_back(naming_.OfCell(cell));
-        for (std::size_t at = 0; at < names.size(); at += 12) {
+        for (std::size_t at = 0; at < names.size(); at += kNamesInList) {
             const auto first = names.begin() + static_cast<std::ptrdiff_t>(at);
-            const auto count = static_cast<std::ptrdiff_t>(std::min<std::size_t>(12, names.size() - at));
+            const auto count = static_cast<std::ptrdiff_t>(std::min(kNamesInList, names.size() - at));
             Add("MIN " + Listed({first, first + count}) + " = 0");
         }
         file_.Body += "\r\n";
@@ -131,39 +133,43 @@ class Writer {
                           isToggled ? Formula::Not(std::move(value)) : value);
     }
 
-    // What one equation says of several macrocells stands once.
+    struct Group {
+        std::string Extension;
+        Formula Value;
+        std::vector<std::string> Names;
+    };
+
+    // What one equation says of several macrocells stands once; a constant would be spread over their bits.
+    void AddTo(std::vector<Group>& groups, std::size_t cell, const char* extension, const Sum& sum) const {
+        const auto value = Of(sum);
+        auto same = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
+            return !value.Value() && group.Extension == extension && group.Value.Text() == value.Text() &&
+                   group.Names.size() < kNamesInList;
+        });
+        if (same == groups.end()) same = groups.insert(same, {extension, value, {}});
+        same->Names.push_back(naming_.OfCell(cell));
+    }
+
+    void AddControlsOf(std::size_t index, std::vector<Group>& groups) const {
+        const auto& cell = chip_.At(index);
+        const auto unless = [&](const Sum& usual, const char* extension, const Control& control) {
+            if (control.When != usual) AddTo(groups, index, extension, control.When);
+        };
+        if (cell.Pin != 0) unless(proof::Always(), ".OE", cell.Enable);
+        if (cell.Register == RegisterKind::None) return;
+        const bool isOwn = cell.Clock.From == proof::Source::Own;
+        if (isOwn || !cell.Clock.When.empty())
+            AddTo(groups, index, cell.Register == RegisterKind::Latch ? ".LE" : ".CK", cell.Clock.When);
+        unless(proof::Always(), ".CE", cell.ClockEnable);
+        unless({}, cell.Inverted ? ".AP" : ".AR", cell.Reset);
+        unless({}, cell.Inverted ? ".AR" : ".AP", cell.Preset);
+        unless({}, cell.Inverted ? ".SP" : ".SR", cell.SyncReset);
+        unless({}, cell.Inverted ? ".SR" : ".SP", cell.SyncPreset);
+    }
+
     void AddControls() {
-        struct Group {
-            std::string Extension;
-            Formula Value;
-            std::vector<std::string> Names;
-        };
         std::vector<Group> groups;
-        const auto add = [&](std::size_t cell, const char* extension, const Sum& sum) {
-            const auto value = Of(sum);
-            auto same = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
-                return group.Extension == extension && group.Value.Text() == value.Text() &&
-                       group.Names.size() < 12;
-            });
-            if (same == groups.end()) same = groups.insert(same, {extension, value, {}});
-            same->Names.push_back(naming_.OfCell(cell));
-        };
-        for (const auto index : cells_) {
-            const auto& cell = chip_.At(index);
-            const bool isLatch = cell.Register == RegisterKind::Latch;
-            const auto unless = [&](const char* extension, const Control& control, const Sum& usual) {
-                if (control.When != usual) add(index, extension, control.When);
-            };
-            if (cell.Register != RegisterKind::None) {
-                unless(isLatch ? ".LE" : ".CK", cell.Clock, {});
-                unless(".CE", cell.ClockEnable, proof::Always());
-                unless(cell.Inverted ? ".AP" : ".AR", cell.Reset, {});
-                unless(cell.Inverted ? ".AR" : ".AP", cell.Preset, {});
-                unless(cell.Inverted ? ".SP" : ".SR", cell.SyncReset, {});
-                unless(cell.Inverted ? ".SR" : ".SP", cell.SyncPreset, {});
-            }
-            if (cell.Pin != 0) unless(".OE", cell.Enable, proof::Always());
-        }
+        for (const auto index : cells_) AddControlsOf(index, groups);
         std::stable_sort(groups.begin(), groups.end(),
                          [](const Group& a, const Group& b) { return a.Extension < b.Extension; });
         if (!groups.empty()) file_.Body += "\r\n";

@@ -7,6 +7,7 @@
 #include "dis/DesignText.h"
 #include "dis/Trial.h"
 #include "dis/VectorText.h"
+#include "front/Proving.h"
 #include "model/Header.h"
 
 namespace dis {
@@ -91,6 +92,8 @@ class Work {
             if (request_.Minimize)
                 std::erase_if(options.Fuses, [&](const auto& fuse) { return chip.IsInArray(fuse.first); });
             TellOfRows(chip, options.Fuses);
+            const auto verdict = proof::Prove(front::ToEquations(trial.Of()), chip.Chip);
+            if (!verdict.Differences.empty()) Tell("7604tc", verdict.Differences.front().Text);
             if (!options.Fuses.empty()) text = DesignText(design, chip, naming, options);
             return text;
         }

@@ -27,8 +27,8 @@ struct Disassembly {
 };
 
 // The text compiles to the fuses of the map in each row that has an effect, and in those outside of the rows;
-// without `Minimize` this is tried, and a warning tells where it fails. To disassemble what was compiled from
-// it gives the same text. `library` is the text of a device library.
+// with `Minimize` it is proved to do the same. Both are tried on the text; a warning tells where it fails. To
+// disassemble what was compiled from it gives the same text. `library` is the text of a device library.
 Disassembly Disassemble(const proof::JedecFile& file, std::string_view library, const Request& request);
 
 }  // namespace dis

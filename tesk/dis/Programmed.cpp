@@ -1,6 +1,7 @@
 #include "dis/Programmed.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace dis {
@@ -10,42 +11,41 @@ using proof::Macrocell;
 using proof::Signal;
 
 bool IsFalse(const fit::Mode& mode, const std::vector<bool>& fuses, std::size_t row) {
-    for (std::size_t i = row * mode.Columns; i + 1 < (row + 1) * mode.Columns; i += 2)
+    const auto first = mode.FirstFuse(row);
+    for (auto i = first; i + 1 < first + mode.Columns; i += 2)
         if (!fuses[i] && !fuses[i + 1]) return true;
     return false;
 }
 
 bool IsBlank(const fit::Mode& mode, const std::vector<bool>& fuses, std::size_t row) {
-    const auto first = fuses.begin() + static_cast<std::ptrdiff_t>(row * mode.Columns);
+    const auto first = fuses.begin() + static_cast<std::ptrdiff_t>(mode.FirstFuse(row));
     return std::none_of(first, first + static_cast<std::ptrdiff_t>(mode.Columns),
                         [](bool fuse) { return fuse; });
 }
 
-std::size_t RowCount(const fit::Mode& mode) {
-    std::size_t count = static_cast<std::size_t>(std::max({mode.ResetRow, mode.PresetRow, -1}) + 1);
-    for (const auto& cell : mode.Cells) {
-        for (const auto& use : cell.Uses) {
-            count = std::max(count, use.FirstRow + use.Terms);
-            if (use.Enable == fit::EnableKind::Row) count = std::max(count, use.EnableRow + 1);
-        }
-    }
-    return count;
-}
+std::array<int, 3> OwnRows(const fit::CellUse& use) { return {use.ClockRow, use.ResetRow, use.PresetRow}; }
 
 // A mode may have a fuse a row that enables its term: a disabled one is as good as a false one. How many
 // there are that were connected.
 std::size_t ApplyDisabledRows(const fit::Mode& mode, std::vector<bool>& fuses) {
     std::size_t connected = 0;
     for (const auto& run : mode.Fuses) {
-        if (!run.Value || run.Count != RowCount(mode)) continue;
+        if (!mode.IsRowSwitch(run.First)) continue;
         for (std::size_t row = 0; row < run.Count; ++row) {
             if (fuses[run.First + row]) continue;
             fuses[run.First + row] = true;
             connected += IsBlank(mode, fuses, row) ? 0 : 1;
-            std::fill_n(fuses.begin() + static_cast<std::ptrdiff_t>(row * mode.Columns), mode.Columns, false);
+            std::fill_n(fuses.begin() + static_cast<std::ptrdiff_t>(mode.FirstFuse(row)), mode.Columns,
+                        false);
         }
     }
     return connected;
+}
+
+// Beside a term that is always true the others have no effect.
+void LeaveOutBesideTrue(proof::Sum& sum) {
+    const bool isTrue = std::any_of(sum.begin(), sum.end(), [](const auto& term) { return term.empty(); });
+    if (isTrue) sum = proof::Always();
 }
 
 // Lines of the array that no name stands for; their connections are told fuse by fuse.
@@ -61,7 +61,11 @@ void LeaveOutUnknownLines(Macrocell& cell) {
 const fit::CellUse* UseOf(const Programmed& chip, std::size_t cell) {
     const auto kind =
         chip.At(cell).Register == proof::RegisterKind::None ? fit::UseKind::Output : fit::UseKind::Register;
-    const auto has = [&](const fit::FuseRun& run) { return chip.Fuses[run.First] == run.Value; };
+    const auto has = [&](const fit::FuseRun& run) {
+        const auto first = chip.Fuses.begin() + static_cast<std::ptrdiff_t>(run.First);
+        return std::all_of(first, first + static_cast<std::ptrdiff_t>(run.Count),
+                           [&](bool fuse) { return fuse == run.Value; });
+    };
     for (const auto& use : chip.Mode->Cells[cell].Uses)
         if (use.Kind == kind && std::all_of(use.Fuses.begin(), use.Fuses.end(), has)) return &use;
     return nullptr;
@@ -74,7 +78,8 @@ bool IsIdle(const Programmed& chip, std::size_t cell) {
     const auto& uses = chip.Mode->Cells[cell].Uses;
     const bool canBeInput = std::any_of(
         uses.begin(), uses.end(), [](const fit::CellUse& use) { return use.Kind == fit::UseKind::Input; });
-    const bool isDefault = chip.ActiveLow(cell) || chip.Mode->Cells[cell].Polarity == fit::PolarityKind::High;
+    const auto& data = chip.Mode->Cells[cell];
+    const bool isDefault = data.Polarity != fit::PolarityKind::Fuse || !chip.Fuses[data.PolarityFuse];
     return read.Rows.empty() && !read.Rows2 && read.Enable.From == proof::Source::Device && !canBeInput &&
            isDefault;
 }
@@ -103,6 +108,19 @@ void FindLive(Programmed& chip) {
     }
 }
 
+// The same for the same terms, wherever they are.
+proof::Sum InOrder(proof::Sum sum) {
+    const auto key = [](const proof::Term& term) {
+        std::vector<std::array<std::size_t, 2>> literals;
+        for (const auto& literal : term) literals.push_back({literal.Of.At, literal.Negated ? 1u : 0u});
+        return literals;
+    };
+    std::sort(sum.begin(), sum.end(),
+              [&](const proof::Term& a, const proof::Term& b) { return key(a) < key(b); });
+    sum.erase(std::unique(sum.begin(), sum.end()), sum.end());
+    return sum;
+}
+
 // Rows that are not false and belong to what is live.
 std::vector<std::size_t> UsedRows(const Programmed& chip) {
     std::vector<std::size_t> rows;
@@ -113,7 +131,10 @@ std::vector<std::size_t> UsedRows(const Programmed& chip) {
     for (std::size_t i = 0; i < chip.Live.size(); ++i) {
         const auto* use = chip.Live[i] ? UseOf(chip, i) : nullptr;
         if (use == nullptr) continue;
-        for (std::size_t row = use->FirstRow; row < use->FirstRow + use->Terms; ++row) add(row);
+        // Terms that macrocells share have no places of their own.
+        for (auto row = use->FirstRow; use->OrFuse < 0 && row < use->FirstRow + use->Terms; ++row) add(row);
+        for (const int row : OwnRows(*use))
+            if (row >= 0) add(static_cast<std::size_t>(row));
         if (use->Enable == fit::EnableKind::Row) add(use->EnableRow);
         anyRegister = anyRegister || use->Kind == fit::UseKind::Register;
     }
@@ -130,7 +151,7 @@ std::optional<std::size_t> Programmed::LiveAt(std::size_t pin) const {
     return std::nullopt;
 }
 
-bool Programmed::IsInArray(std::size_t fuse) const { return fuse < RowCount(*Mode) * Mode->Columns; }
+bool Programmed::IsInArray(std::size_t fuse) const { return fuse < Mode->FirstFuse(Mode->Rows()); }
 
 std::optional<Programmed> ReadProgrammed(const fit::Device& device, std::vector<bool> fuses,
                                          std::vector<Message>& messages) {
@@ -152,7 +173,10 @@ std::optional<Programmed> ReadProgrammed(const fit::Device& device, std::vector<
         chip.Chip = std::move(*result.Found);
         break;
     }
-    for (auto& cell : chip.Chip.Cells) LeaveOutUnknownLines(cell);
+    for (auto& cell : chip.Chip.Cells) {
+        LeaveOutUnknownLines(cell);
+        for (auto* sum : SumsOf(cell)) LeaveOutBesideTrue(*sum);
+    }
     FindLive(chip);
     return chip;
 }
@@ -160,7 +184,8 @@ std::optional<Programmed> ReadProgrammed(const fit::Device& device, std::vector<
 proof::Sum InPlace(const Programmed& chip, std::size_t cell) {
     const auto& rows = chip.At(cell).Rows;
     const auto* use = UseOf(chip, cell);
-    if (use == nullptr) return rows;
+    if (use == nullptr || rows == proof::Always()) return rows;
+    if (use->OrFuse >= 0) return InOrder(rows);
     proof::Sum result;
     std::size_t next = 0;
     for (std::size_t row = use->FirstRow; row < use->FirstRow + use->Terms && next < rows.size(); ++row) {
@@ -174,7 +199,7 @@ std::vector<std::pair<std::size_t, bool>> Differences(const Programmed& chip,
                                                       const std::vector<bool>& compiled) {
     std::set<std::size_t> compared;
     for (const auto row : UsedRows(chip))
-        for (std::size_t i = 0; i < chip.Mode->Columns; ++i) compared.insert(row * chip.Mode->Columns + i);
+        for (std::size_t i = 0; i < chip.Mode->Columns; ++i) compared.insert(chip.Mode->FirstFuse(row) + i);
     std::set<std::size_t> chosen;
     for (const auto& cell : chip.Mode->Cells) {
         if (cell.Polarity == fit::PolarityKind::Fuse) chosen.insert(cell.PolarityFuse);
@@ -193,7 +218,7 @@ std::size_t RowsWithoutEffect(const Programmed& chip) {
     const auto used = UsedRows(chip);
     const std::set<std::size_t> kept(used.begin(), used.end());
     auto count = chip.DisabledRows;
-    for (std::size_t row = 0; row < RowCount(*chip.Mode); ++row)
+    for (std::size_t row = 0; row < chip.Mode->Rows(); ++row)
         count += !kept.contains(row) && !IsBlank(*chip.Mode, chip.Fuses, row) ? 1 : 0;
     return count;
 }

@@ -43,7 +43,7 @@ auto SumsOf(Cell& cell) {
 }
 
 // The sum of a macrocell with its terms in their rows: a false row before the last term repeats a term, which
-// changes nothing.
+// changes nothing. Terms that macrocells share are sorted, for the compiler gives them their rows.
 proof::Sum InPlace(const Programmed& chip, std::size_t cell);
 
 // Fuses that have an effect, or are told of nothing that has none, and are others in a compiled map: those of

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "Support.h"
@@ -35,8 +36,8 @@ std::string Told(const std::vector<dis::Message>& messages) {
     return text;
 }
 
-bool IsFalse(const Fuses& fuses, std::size_t row, std::size_t columns) {
-    for (std::size_t i = row * columns; i < (row + 1) * columns; i += 2)
+bool IsFalse(const Fuses& fuses, std::size_t first, std::size_t columns) {
+    for (auto i = first; i < first + columns; i += 2)
         if (!fuses[i] && !fuses[i + 1]) return true;
     return false;
 }
@@ -54,12 +55,21 @@ std::string RowsThatDrive(const fit::Device& device, const fit::Mode& mode, cons
                 (chip.Cells[i].PinInverted ? " low" : "") + (chip.Cells[i].Inverted ? " inverted\n" : "\n");
         for (const auto& use : mode.Cells[i].Uses) {
             if (use.Kind != (isRegister ? fit::UseKind::Register : fit::UseKind::Output)) continue;
+            std::vector<std::string> rows;
+            const bool isShared = use.OrFuse >= 0;
             for (auto row = use.FirstRow; row < use.FirstRow + use.Terms; ++row) {
-                if (IsFalse(where, row, mode.Columns)) continue;
-                for (std::size_t c = 0; c < mode.Columns; ++c)
-                    text += fuses[row * mode.Columns + c] ? '1' : '0';
-                text += "\n";
+                const auto first = mode.FirstFuse(row);
+                const bool isCut = isShared && fuses[first + static_cast<std::size_t>(use.OrFuse)];
+                if (isCut || IsFalse(isShared ? fuses : where, first, mode.Columns)) continue;
+                auto& one = rows.emplace_back();
+                for (std::size_t c = 0; c < mode.Columns; ++c) one += fuses[first + c] ? '1' : '0';
             }
+            // Shared terms lie anywhere, and beside one that is always true the others go.
+            const std::string always(mode.Columns, '1');
+            if (isShared && std::find(rows.begin(), rows.end(), always) != rows.end()) rows = {always};
+            if (isShared) std::sort(rows.begin(), rows.end());
+            const auto end = isShared ? std::unique(rows.begin(), rows.end()) : rows.end();
+            for (auto row = rows.begin(); row != end; ++row) text += *row + "\n";
         }
     }
     return text;
@@ -103,11 +113,12 @@ void FillRow(Fuses& fuses, std::size_t first, std::size_t columns, std::mt19937&
 Fuses RandomFuses(const fit::Device& device, const fit::Mode& mode, std::mt19937& random) {
     Fuses fuses(device.Fuses);
     for (std::size_t i = 0; i < fuses.size(); ++i) fuses[i] = random() % 2 != 0;
-    for (std::size_t i = 0; i + mode.Columns <= fuses.size(); i += mode.Columns)
-        FillRow(fuses, i, mode.Columns, random);
+    for (std::size_t row = 0; mode.FirstFuse(row) + mode.Columns <= fuses.size(); ++row)
+        FillRow(fuses, mode.FirstFuse(row), mode.Columns, random);
     for (const auto& cell : mode.Cells) {
         if (cell.Polarity == fit::PolarityKind::Fuse) fuses[cell.PolarityFuse] = random() % 2 != 0;
-        for (const auto& run : cell.Uses[random() % cell.Uses.size()].Fuses) fuses[run.First] = run.Value;
+        for (const auto& run : cell.Uses[random() % cell.Uses.size()].Fuses)
+            for (std::size_t i = 0; i < run.Count; ++i) fuses[run.First + i] = run.Value;
     }
     for (const auto& run : mode.Fuses)
         for (std::size_t i = 0; i < run.Count; ++i) fuses[run.First + i] = run.Value;
@@ -138,6 +149,9 @@ TEST(Loop, RandomDesigns) {
             if (!fit.Ok()) continue;
             ++fitted;
             ExpectLoop(device, fit.Fuses);
+            const auto shorter =
+                dis::Disassemble(FileOf(device, fit.Fuses), Library(), {device.Mnemonic, "T", {}, true});
+            EXPECT_EQ(Told(shorter.Messages), "") << "proved to do the same\n" << shorter.Pld;
         }
     }
 }

@@ -6,6 +6,7 @@
 
 #include "Support.h"
 #include "cpld/Messages.h"
+#include "dis/MessageTable.h"
 #include "fit/MessageTable.h"
 #include "net/MessageTable.h"
 #include "proof/MessageTable.h"
@@ -26,6 +27,7 @@ TEST(Messages, DataFileHoldsEveryCode) {
     EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"), model::MessageData(front::MessageTable()) +
                                                      model::MessageData(fit::kMessages) +
                                                      model::MessageData(proof::kMessages) +
+                                                     model::MessageData(dis::kMessages) +
                                                      model::MessageData(cpld::kMessages) +
                                                      model::MessageData(sim::kMessages) +
                                                      model::MessageData(net::kMessages));
