@@ -13,6 +13,7 @@ test_packages="poppler-utils"
 
 # What VHDLTesk calls.
 synthesis_packages="ghdl yosys"
+
 # What makes the Debian package.
 package_packages="dpkg-dev fakeroot file librsvg2-bin"
 

@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Sources of a run.
-constexpr std::array keptExtensions = {"pld"sv, "si"sv, "m"sv};
+// Sources of a run; of VHDL and Verilog ones the .PLD is made.
+constexpr std::array keptExtensions = {"pld"sv, "si"sv, "m"sv, "vhd"sv, "v"sv};
 
 // What compiler, simulator, VHDL front end, fitters and partitioner can write. Any other file is taken for
 // the user's own, even if it came during a run.

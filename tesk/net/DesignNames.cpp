@@ -38,6 +38,8 @@ DesignNames::Parts DesignNames::PartsOf(int net) const {
 
 std::string DesignNames::Source(int net) const {
     const Parts parts = PartsOf(net);
+    if (const auto made = names_.find(net); parts.Base.starts_with('$') && made != names_.end())
+        return made->second;
     if (parts.Index.empty()) return parts.Base;
     return parts.Base + (wishes_.IsVhdl ? "(" + parts.Index + ")" : "[" + parts.Index + "]");
 }

@@ -83,7 +83,12 @@ class FrontEnd {
             fs::remove_all(folder, error);
         });
         Synthesis synthesis(folder, fs::path(source_).parent_path().string(), call_.Seconds);
-        const bool isClean = ReadPins() && Synthesize(synthesis);
+        bool isClean = false;
+        try {
+            isClean = ReadPins() && Synthesize(synthesis);
+        } catch (const base::RunTimeError& failure) {
+            Fails("0101vh", folder + ": " + failure.Description());
+        }
         if (flags_.CreateLog) WriteFile(base_ + ".LOG", base::ToCrLf(synthesis.Log));
         return isClean;
     }
@@ -121,6 +126,7 @@ class FrontEnd {
         const bool goesOn = isElaborated && !analyzes_;
         const std::string netlist = goesOn ? synthesis.Synthesize(top, tongue_, Wanted()) : "";
         const bool isClean = TellAll(synthesis.Notes) && isElaborated;
+        if (isClean && analyzes_) Tell(Say("0305vh", top));
         if (!isClean || !goesOn) return isClean;
         return !netlist.empty() && Compile(netlist, synthesis.SignalNames);
     }
@@ -203,8 +209,9 @@ class FrontEnd {
 
     bool CompileDesign(const Design& design, const std::string& device) {
         std::vector<std::string> said;
-        const std::string outputs = device == "virtual" ? "axlkb" : "jaxlkb";
-        const std::string letters = outputs + (flags_.Optimize >= 5 ? "m2" : "m4");
+        std::string letters = device == "virtual" ? "axlkb" : "jaxlkb";
+        letters += flags_.Optimize >= 5 ? "m2" : "m4";
+        if (kernel::IsFile(base_ + ".SI")) letters += "s";
         const bool isClean = compile_(base_, device, letters, call_.Library, said);
         for (const std::string& line : said) {
             lines_.push_back(line);

@@ -37,6 +37,8 @@ inline constexpr MessageEntry kMessages[] = {
      "Name it: a line \"top NAME\" in the -PINS.TXT beside the source, or the option --top NAME."},
     {"0304vh", Severity::Information, "No unit with ports, nothing is elaborated",
      "The text was read without errors.", "Packages and test benches become no design."},
+    {"0305vh", Severity::Information, "Analysed without errors", "The source can be compiled.",
+     "For a design compile without Analyze Only."},
     {"0400vh", Severity::Error, "The netlist can't become a design",
      "The synthesis left something that the compiler has no words for.", "See the message for the reason."},
     {"0401vh", Severity::Warning, "Latch",

@@ -56,7 +56,8 @@ bool Compile(const std::string& base, const std::string& device, const std::stri
     const std::string found = LibraryOf(library);
     constexpr std::size_t most = base::RunRecord::TextSize;
     if (base.size() >= most || device.size() >= most || found.size() >= most) {
-        lines.push_back("The path is too long for the compiler: " + base);
+        lines.push_back(
+            model::Headline(net::Say("0101vh", "the path is too long for the compiler: " + base)));
         return false;
     }
     base::SetText(record.szLibrary, found);

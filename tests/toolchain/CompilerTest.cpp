@@ -264,15 +264,15 @@ TEST_F(CompilerTest, StagesOutsideTheChainLoadNothing) {
 }
 
 TEST_F(CompilerTest, StaleOutputsGoAndSourcesStay) {
-    for (const char* name : {"COUNT8.SI", "COUNT8.M", "COUNT8.JED", "COUNT8.VHD", "COUNT8.LST.BAK", "COUNT8.",
-                             "COUNT8.ABS", "COUNT80.LST"}) {
+    for (const char* name : {"COUNT8.SI", "COUNT8.M", "COUNT8.JED", "COUNT8.VHD", "COUNT8.V", "COUNT8.TXT",
+                             "COUNT8.LST.BAK", "COUNT8.", "COUNT8.ABS", "COUNT80.LST"}) {
         Files.Files[std::string("C:\\WORK\\") + name] = "";
     }
     Files.Locked = "C:\\WORK\\COUNT8.ABS";
     Driver.DeleteStaleOutputs();
-    EXPECT_EQ(Files.Names(), "COUNT8.ABS COUNT8.M COUNT8.PLD COUNT8.SI COUNT80.LST ");
+    EXPECT_EQ(Files.Names(), "COUNT8.ABS COUNT8.M COUNT8.PLD COUNT8.SI COUNT8.V COUNT8.VHD COUNT80.LST ");
     EXPECT_EQ(Files.Trash, (std::vector<std::string>{"C:\\WORK\\COUNT8.", "C:\\WORK\\COUNT8.jed",
-                                                     "C:\\WORK\\COUNT8.lst.bak", "C:\\WORK\\COUNT8.vhd"}));
+                                                     "C:\\WORK\\COUNT8.lst.bak", "C:\\WORK\\COUNT8.txt"}));
     // The extension of a name with a dot of its own is taken too long, and names no file.
     State.sProject = "C:\\WORK\\A.B";
     Files.Files["C:\\WORK\\A.B.PLD"] = Files.Files["C:\\WORK\\A.B.LST"] = "";
