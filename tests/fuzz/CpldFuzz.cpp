@@ -18,7 +18,8 @@ using test::LibraryText;
 // Three bytes of a place and one that is put there, inserted or taken out.
 std::string Edited(std::string text, const std::uint8_t* data, std::size_t size) {
     for (; size >= 4; data += 4, size -= 4) {
-        const std::size_t place = (data[0] | data[1] << 8 | (data[2] & 15) << 16) % (text.size() + 1);
+        const auto number = static_cast<unsigned>(data[0] | data[1] << 8 | (data[2] & 15) << 16);
+        const std::size_t place = number % (text.size() + 1);
         if (data[2] >> 6 == 0)
             text.insert(place, 1, static_cast<char>(data[3]));
         else if (data[2] >> 6 == 1)
