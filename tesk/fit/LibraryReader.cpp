@@ -42,15 +42,21 @@ class Reader {
 
     // False where reading ends.
     bool TakeLine(const Words& words) {
-        static const std::map<std::string_view, Record> records{
-            {"DEVICE", &Reader::TakeDevice},       {"POWER", &Reader::TakePower},
-            {"SIGNATURE", &Reader::TakeSignature}, {"MODE", &Reader::TakeMode},
-            {"TERMS", &Reader::TakeTerms},         {"SET", &Reader::TakeSet},
-            {"ROWS", &Reader::TakeRows},
-            {"INPUT", &Reader::TakeInput},         {"CLOCK", &Reader::TakeClock},
-            {"ENABLE", &Reader::TakeEnable},       {"RESET", &Reader::TakeReset},
-            {"PRESET", &Reader::TakePreset},       {"PRELOAD", &Reader::TakePreload},
-            {"CELL", &Reader::TakeCell},           {"USE", &Reader::TakeUse}};
+        static const std::map<std::string_view, Record> records{{"DEVICE", &Reader::TakeDevice},
+                                                                {"POWER", &Reader::TakePower},
+                                                                {"SIGNATURE", &Reader::TakeSignature},
+                                                                {"MODE", &Reader::TakeMode},
+                                                                {"TERMS", &Reader::TakeTerms},
+                                                                {"SET", &Reader::TakeSet},
+                                                                {"ROWS", &Reader::TakeRows},
+                                                                {"INPUT", &Reader::TakeInput},
+                                                                {"CLOCK", &Reader::TakeClock},
+                                                                {"ENABLE", &Reader::TakeEnable},
+                                                                {"RESET", &Reader::TakeReset},
+                                                                {"PRESET", &Reader::TakePreset},
+                                                                {"PRELOAD", &Reader::TakePreload},
+                                                                {"CELL", &Reader::TakeCell},
+                                                                {"USE", &Reader::TakeUse}};
         if (line_ == 1) {
             if (words == Words{"TESK-DL", "1"}) return true;
             Fault("7101tc", "");
