@@ -6,13 +6,28 @@
 
 namespace fit {
 
+bool CellUse::SharesSum(const CellUse& other) const {
+    return OrFuse < 0 && other.OrFuse < 0 && Terms > 0 && FirstRow == other.FirstRow &&
+           Terms == other.Terms && XorRow == other.XorRow && XorTerms == other.XorTerms;
+}
+
+bool CellUse::Collides(const CellUse& other) const {
+    const auto overlap = [](std::size_t a, std::size_t aCount, std::size_t b, std::size_t bCount) {
+        return a < b + bCount && b < a + aCount;
+    };
+    if (SharesSum(other) || OrFuse >= 0 || other.OrFuse >= 0) return false;
+    return overlap(FirstRow, Terms, other.FirstRow, other.Terms) ||
+           overlap(FirstRow, Terms, other.XorRow, other.XorTerms) ||
+           overlap(XorRow, XorTerms, other.FirstRow, other.Terms) ||
+           overlap(XorRow, XorTerms, other.XorRow, other.XorTerms);
+}
+
 std::size_t Mode::Rows() const {
     std::size_t rows = 0;
     for (const int row : {ResetRow, PresetRow})
         if (row >= 0) rows = std::max(rows, static_cast<std::size_t>(row) + 1);
     for (const auto& cell : Cells)
-        for (const auto& use : cell.Uses)
-            rows = std::max({rows, use.FirstRow + use.Terms, use.EnableRow + 1});
+        for (const auto& use : cell.Uses) rows = std::max({rows, use.EndRow(), use.EnableRow + 1});
     return rows;
 }
 

@@ -28,10 +28,13 @@
 //   PRESET 131                  row of their synchronous preset
 //   PRELOAD 1                   pin that loads the registers from outside; no input of the array
 //   CELL 18 6 2049              a macrocell: pin, column of its feedback or -, polarity fuse or low or high; with
-//                               !2049 the fuse has the other sense
+//                               !2049 the fuse has the other sense. A number above the pins is a buried one,
+//                               for nodes
 //   USE input 2121=1            a use of the macrocell, and the fuses that choose it
 //   USE output 9 7 8 pin 2121=1     first row, product terms, enable, feedback, fuses
 //   USE register 8 8 pin level      the same of a use with its register
+//   USE register 0 2 pin level xor=2*2    of one that takes the exclusive or of two sums: first row and terms of
+//                               the second one
 //   USE register 4 4 0&pin pin clock=1 reset=2 preset=3    rows of the register's own
 //   USE output 0 48 pin none or=32     of the rows those whose fuse 32, counted in the row, is 0
 //   DEVICE G16V8MA LIKE G16V8 complex   the modes named of a device before it; without names all of them
@@ -41,6 +44,8 @@
 // Feedback is none, pin, level, notsum or sum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
 // times the columns. A fuse of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are
 // 1 is true. With a polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
+// Macrocells may share the rows of their sum, all of them or none: each pin has its own polarity. A buried one
+// is always enabled and leads back its level or `notsum`.
 // clang-format on
 namespace fit {
 
@@ -50,7 +55,8 @@ enum class EnableKind { None, Always, Pin, Row };
 enum class FeedbackKind {
     None,
     Pin,     // what is at the pin
-    Level,   // the register, as the level that it gives to the pin; the register's state 0 is pin high
+    Level,   // the register, as the level that it gives to the pin; the register's state 0 is pin high. Of a
+             // buried output its level
     NotSum,  // the complement of the register, which takes the sum itself: polarity comes behind it
     Sum,     // the register, which takes the sum itself
 };
@@ -65,6 +71,8 @@ struct CellUse {
     UseKind Kind = UseKind::Input;
     std::size_t FirstRow = 0;
     std::size_t Terms = 0;
+    std::size_t XorRow = 0;    // the second sum of an exclusive or,
+    std::size_t XorTerms = 0;  // 0: the use has none
     EnableKind Enable = EnableKind::None;
     std::size_t EnableRow = 0;
     bool EnableAndPin = false;  // with Row: the mode's enable pin must be low, too
@@ -81,12 +89,18 @@ struct CellUse {
     int OrFuse = -1;
 
     bool HasOwnRows() const { return ClockRow >= 0; }
+    // Of its sums, the row behind the last one.
+    std::size_t EndRow() const { return std::max(FirstRow + Terms, XorRow + XorTerms); }
+    // Whether two uses of different macrocells have the same sum, and whether their rows get into each
+    // other's way. Rows that a fuse each leads to macrocells are no one's.
+    bool SharesSum(const CellUse& other) const;
+    bool Collides(const CellUse& other) const;
 };
 
 enum class PolarityKind { Fuse, Low, High };
 
 struct Cell {
-    int Pin = 0;
+    int Pin = 0;      // above the device's pins: buried
     int Column = -1;  // -1: no feedback
     PolarityKind Polarity = PolarityKind::Fuse;
     std::size_t PolarityFuse = 0;

@@ -26,8 +26,8 @@ std::vector<std::string> PinLabels(const Device& device, const Design& design, c
 
 class Plot {
   public:
-    Plot(const Mode& mode, const std::vector<bool>& fuses)
-        : mode_(mode), fuses_(fuses), listed_(fuses.size(), false) {}
+    Plot(int pins, const Mode& mode, const std::vector<bool>& fuses)
+        : pins_(pins), mode_(mode), fuses_(fuses), listed_(fuses.size(), false) {}
 
     std::string Text() {
         if (mode_.ResetRow >= 0) AddRows("Asynchronous reset", static_cast<std::size_t>(mode_.ResetRow), 1);
@@ -51,14 +51,26 @@ class Plot {
                 end = std::max(end, use.EnableRow + 1);
             }
             if (use.OrFuse >= 0) continue;
-            first = std::min(first, use.FirstRow);
-            end = std::max(end, use.FirstRow + use.Terms);
+            first = std::min({first, use.FirstRow, use.XorTerms > 0 ? use.XorRow : first});
+            end = std::max(end, use.EndRow());
         }
-        std::string title = "Pin " + std::to_string(cell.Pin);
+        if (first < end && listed_[mode_.FirstFuse(first)]) return;
+        std::string title = Title(cell);
         if (cell.Polarity == PolarityKind::Fuse)
             title +=
                 ", polarity fuse " + model::FuseNumber(cell.PolarityFuse) + " " + Symbol(cell.PolarityFuse);
         if (first < end) AddRows(title, first, end - first);
+    }
+
+    // "Pin 12", with the other macrocells of the same sum.
+    std::string Title(const Cell& cell) const {
+        std::string title = (cell.Pin > pins_ ? "Node " : "Pin ") + std::to_string(cell.Pin);
+        for (const auto& other : mode_.Cells) {
+            const bool shares = &other != &cell && !cell.Uses.empty() && !other.Uses.empty() &&
+                                cell.Uses.back().SharesSum(other.Uses.back());
+            if (shares) title += " and " + std::to_string(other.Pin);
+        }
+        return title;
     }
 
     char Symbol(std::size_t fuse) const { return fuses_[fuse] ? '-' : 'x'; }
@@ -95,6 +107,7 @@ class Plot {
         }
     }
 
+    int pins_;
     const Mode& mode_;
     const std::vector<bool>& fuses_;
     std::vector<bool> listed_;
@@ -127,7 +140,7 @@ std::string FusePlot(const Device& device, const Fit& fit) {
                                    [&](const Mode& m) { return m.Name == fit.Mode; });
     if (fit.Fuses.empty() || mode == device.Modes.end()) return {};
     return "Fuses: x connected, - not connected" + std::string(lineEnd) + std::string(lineEnd) +
-           Plot(*mode, fit.Fuses).Text();
+           Plot(device.Pins, *mode, fit.Fuses).Text();
 }
 
 }  // namespace fit

@@ -43,8 +43,10 @@ Placement PlacementOf(const ModeFit& modeFit, std::size_t signal) {
     placement.Use = choice->Use->Kind;
     placement.Complemented = choice->Complemented;
     placement.PolarityHigh = choice->Low == choice->Complemented;
-    placement.Used = choice->Rows->size();
-    placement.Available = choice->Use->Terms;
+    placement.Used = choice->Size();
+    placement.Exclusive = choice->Kind;
+    placement.LeftComplemented = choice->LeftComplemented;
+    placement.Available = choice->Use->Terms + choice->Use->XorTerms;
     if (choice->Use->Kind != UseKind::Register) return placement;
     const bool asserted = choice->Use->StoresSum ? choice->Complemented : !choice->Low;
     placement.PowerUp = asserted ? '1' : '0';

@@ -28,6 +28,12 @@ struct Literal {
 using Term = std::vector<Literal>;  // a product; empty: always true
 using Sum = std::vector<Term>;      // empty: constant 0
 
+// The sides of an exclusive or, each with its complement.
+struct Sides {
+    Sum Left, NotLeft;
+    Sum Right, NotRight;
+};
+
 // Give both sums, minimised, where it can be done: the fitter needs the complement for active-low outputs and
 // for the choice of polarity. A missing one is made from the other, with absorption only.
 struct Function {
@@ -38,6 +44,8 @@ struct Function {
     // The design was written for the complement ("!Y = …"), see Polarity. The compiler never sets it, for it
     // has made asserted states of all equations; kept for callers that fit equations as they are written.
     bool Inverted = false;
+    // The function as an exclusive or: taken by the macrocells that have one, before a single sum.
+    std::optional<Sides> Xor = std::nullopt;
 };
 
 struct Signal {
@@ -67,6 +75,13 @@ struct Options {
     bool DropUnused = false;
 };
 
+// What the rows of a macrocell with an exclusive or hold.
+enum class Exclusive {
+    None,      // a single sum
+    Constant,  // a single sum in the other sense, and true
+    Sides,     // the sides of the function
+};
+
 // Where a signal went.
 struct Placement {
     int Pin = 0;  // 0: nowhere (`virtual` without a number, or a signal that nothing needs)
@@ -75,7 +90,11 @@ struct Placement {
     bool PolarityHigh = true;   // the pin carries the sum of the rows
     std::size_t Used = 0;       // product terms, shared ones among them, without the one of the output enable
     std::size_t Available = 0;  // 0 for inputs and for `virtual`
-    char PowerUp = 'X';         // asserted state of its register at power-up: '0' or '1'; 'X' if not known
+    // Of an exclusive or. Which of its sides are complemented in the rows: the left one, and the right one if
+    // that does not give what `Complemented` tells.
+    fit::Exclusive Exclusive = fit::Exclusive::None;
+    bool LeftComplemented = false;
+    char PowerUp = 'X';  // asserted state of its register at power-up: '0' or '1'; 'X' if not known
 };
 
 struct Fit {

@@ -47,6 +47,8 @@ class Mapper {
             fuses_[cell.PolarityFuse] = (choice.Low == choice.Complemented) == cell.HighFuse;
         for (std::size_t i = 0; choice.Use->OrFuse < 0 && i < choice.Rows->size(); ++i)
             SetRow(choice.Use->FirstRow + i, (*choice.Rows)[i]);
+        for (std::size_t i = 0; choice.XorRows != nullptr && i < choice.XorRows->size(); ++i)
+            SetRow(choice.Use->XorRow + i, (*choice.XorRows)[i]);
         if (choice.Use->Enable == EnableKind::Row) SetEnable(signal, *choice.Use);
         if (choice.Use->HasOwnRows()) SetOwnRows(signal, choice);
     }

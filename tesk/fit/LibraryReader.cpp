@@ -221,13 +221,14 @@ class Reader {
 
     bool TakeCell(const Words& words) {
         auto* mode = CurrentMode();
-        if (mode == nullptr || words.size() != 4 || !Pin(words[1])) return false;
-        if (mode->Cells.size() >= LibraryLimits::Cells || mode->CellAt(*Pin(words[1])) != nullptr)
-            return false;
-        if (mode->InputColumn(*Pin(words[1])) >= 0) return false;
+        if (mode == nullptr || words.size() != 4 || mode->Cells.size() >= LibraryLimits::Cells) return false;
+        const auto number = Number(words[1], LibraryLimits::Pins + 1);  // above the pins: buried
+        if (!number || *number == 0) return false;
+        const auto pin = static_cast<int>(*number);
+        if (mode->CellAt(pin) != nullptr || mode->InputColumn(pin) >= 0) return false;
         if (words[2] != "-" && !Column(words[2])) return false;
         Cell cell;
-        cell.Pin = *Pin(words[1]);
+        cell.Pin = pin;
         cell.Column = words[2] == "-" ? -1 : *Column(words[2]);
         if (words[3] == "low" || words[3] == "high") {
             cell.Polarity = words[3] == "low" ? PolarityKind::Low : PolarityKind::High;
@@ -251,6 +252,7 @@ class Reader {
             if (use.Feedback != FeedbackKind::None && cell->Column < 0) return false;
             fuses = 6;
         } else {
+            if (IsBuried(*cell)) return false;
             use.Feedback = cell->Column < 0 ? FeedbackKind::None : FeedbackKind::Pin;
         }
         for (auto i = fuses; i < words.size(); ++i) {
@@ -259,13 +261,16 @@ class Reader {
         const bool rowsTogether =
             (use.ClockRow < 0) == (use.ResetRow < 0) && (use.ResetRow < 0) == (use.PresetRow < 0);
         if (!rowsTogether || (use.HasOwnRows() && use.Kind != UseKind::Register)) return false;
-        const bool takesShared = use.Kind != UseKind::Input && use.FirstRow < CurrentMode()->SharedTerms;
-        if (takesShared && use.OrFuse < 0) return false;
+        const auto shared = CurrentMode()->SharedTerms;
+        const bool takesShared = use.Kind != UseKind::Input &&
+                                 (use.FirstRow < shared || (use.XorTerms > 0 && use.XorRow < shared));
+        if (takesShared && (use.OrFuse < 0 || use.XorTerms > 0)) return false;
+        if (use.Kind != UseKind::Input && !FitsOthers(*cell, use)) return false;
         cell->Uses.push_back(std::move(use));
         return true;
     }
 
-    // "behind" is the polarity's place, "clock=1" a row, "2121=1" a fuse, "80=1*40" a run of them.
+    // "behind" is the polarity's place, "clock=1" a row, "xor=14*2" rows, "2121=1" a fuse, "80=1*40" a run.
     bool TakeProperty(std::string_view word, CellUse& use) {
         static const std::map<std::string_view, int CellUse::*> rows{
             {"clock", &CellUse::ClockRow}, {"reset", &CellUse::ResetRow}, {"preset", &CellUse::PresetRow}};
@@ -275,6 +280,7 @@ class Reader {
         const auto name = word.substr(0, equals);
         const auto value = word.substr(equals + 1);
         if (name == "or") return TakeOr(value, use);
+        if (name == "xor") return TakeXor(value, use);
         if (const auto row = rows.find(name); row != rows.end()) {
             if (!Row(value)) return false;
             use.*row->second = static_cast<int>(*Row(value));
@@ -294,6 +300,32 @@ class Reader {
         if (!fuse || *fuse < CurrentMode()->Columns || !shared) return false;
         use.OrFuse = static_cast<int>(*fuse);
         return true;
+    }
+
+    // "14*2": first row and terms.
+    bool TakeXor(std::string_view value, CellUse& use) {
+        const auto times = value.find('*');
+        const auto row = Row(value.substr(0, times));
+        const auto terms =
+            times == value.npos ? std::nullopt : Number(value.substr(times + 1), RowCount() + 1);
+        if (!row || !terms || *terms == 0 || *row + *terms > RowCount() || use.Kind == UseKind::Input)
+            return false;
+        use.XorRow = *row;
+        use.XorTerms = *terms;
+        return *row >= use.FirstRow + use.Terms || *row + *terms <= use.FirstRow;
+    }
+
+    bool IsBuried(const Cell& cell) { return cell.Pin > CurrentDevice()->Pins; }
+
+    // Nothing leads out of a buried macrocell but its feedback, and rows belong to one sum.
+    bool FitsOthers(const Cell& cell, const CellUse& use) {
+        const bool ledBack = use.Feedback == FeedbackKind::Level || use.Feedback == FeedbackKind::NotSum;
+        if (IsBuried(cell) && (!ledBack || use.Enable != EnableKind::Always)) return false;
+        const auto& cells = CurrentMode()->Cells;
+        return std::all_of(cells.begin(), cells.end(), [&](const Cell& other) {
+            return &other == &cell || std::none_of(other.Uses.begin(), other.Uses.end(),
+                                                   [&](const CellUse& u) { return u.Collides(use); });
+        });
     }
 
     bool TakeOutput(const Words& words, CellUse& use) {

@@ -60,6 +60,9 @@ inline constexpr MessageEntry kMessages[] = {
     {"7215tc", Severity::Error, "Too many product terms together",
      "All outputs of the device take theirs from the same ones; equal terms count once.",
      "Reduce with ks, so that outputs have terms in common, or with kb. Else split the design."},
+    {"7216tc", Severity::Error, "Two functions for one sum",
+     "The pins share a sum: one carries it, the other one its complement.",
+     "Give both names the same equation, one of them complemented, or choose a device with a sum for each."},
 };
 using MessageCode = model::MessageCode<kMessages>;
 

@@ -16,9 +16,11 @@ bool ModeFit::IsEnableOnly(std::size_t signal) const {
 
 std::optional<ModeFit::Refusal> ModeFit::Refuse(std::size_t signal, int pin) const {
     const auto& name = needs_.At(signal).Name;
-    if (pin > device_.Pins)
+    if (pin > places_)
         return Refusal{"7202tc",
                        name + ", " + device_.Mnemonic + " has " + std::to_string(device_.Pins) + " pins"};
+    if (pin > device_.Pins && !needs_.At(signal).Node)
+        return Refusal{"7202tc", name + ", " + Place(pin) + " has no pin"};
     if (pin == device_.GroundPin || pin == device_.SupplyPin)
         return Refusal{"7202tc", name + ", " + Place(pin) + " is power"};
     const auto isClock = clock_ == signal && pin != mode_.ClockPin;
@@ -164,10 +166,10 @@ std::optional<bool> ModeFit::RequiredSense(std::size_t signal) const {
     return std::nullopt;
 }
 
-// The ways to put a signal into a macrocell, the preferred one first.
-std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const {
+// The levels and polarities that a signal may have in a macrocell, the preferred one first.
+std::vector<Choice> ModeFit::Senses(std::size_t signal, const Cell& cell, const Choice& base) const {
     const auto& record = needs_.At(signal);
-    std::vector<Choice> choices;
+    std::vector<Choice> senses;
     const bool inverted = needs_.WrittenInverted(signal, needs_.DataInput(signal));
     for (const bool complemented : {inverted, !inverted}) {
         for (const bool low : {false, true}) {
@@ -178,19 +180,97 @@ std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, co
             if (cell.Polarity == PolarityKind::High && complemented != low) continue;
             const auto required = base.Use->HasOwnRows() ? std::nullopt : RequiredSense(signal);
             if (required && *required != complemented) continue;
-            auto choice = base;
-            choice.Low = low;
-            choice.Complemented = complemented;
-            choice.Rows = needs_.SumOf(signal, needs_.DataInput(signal), complemented);
-            if (choice.Rows != nullptr) choices.push_back(choice);
+            senses.push_back(base);
+            senses.back().Low = low;
+            senses.back().Complemented = complemented;
         }
     }
-    if (options_.Choose == Polarity::Complement) std::reverse(choices.begin(), choices.end());
+    if (options_.Choose == Polarity::Complement) std::reverse(senses.begin(), senses.end());
+    return senses;
+}
+
+// An exclusive or is complemented by complementing one of its sides. A single sum is one with a constant:
+// with true it is there that a macrocell of one polarity takes either.
+void ModeFit::AddXorChoices(std::size_t signal, const Choice& sense, std::vector<Choice>& choices) const {
+    static const Sum never;
+    static const Sum always{Term{}};
+    const auto add = [&](Exclusive kind, bool leftComplemented, const Sum* first, const Sum* second) {
+        if (first == nullptr) return;
+        auto choice = sense;
+        choice.Kind = kind;
+        choice.LeftComplemented = leftComplemented;
+        choice.Rows = first;
+        choice.XorRows = second;
+        auto swapped = choice;
+        std::swap(swapped.Rows, swapped.XorRows);
+        choices.push_back(swapped.Fits() && !choice.Fits() ? swapped : choice);
+    };
+    const auto* sides = needs_.SidesOf(signal, needs_.DataInput(signal));
+    for (const bool left : {sense.Complemented, !sense.Complemented}) {
+        if (sides == nullptr) break;
+        add(Exclusive::Sides, left, left ? &sides->NotLeft : &sides->Left,
+            left != sense.Complemented ? &sides->NotRight : &sides->Right);
+    }
+    const auto data = needs_.DataInput(signal);
+    add(Exclusive::None, false, needs_.SumOf(signal, data, sense.Complemented), &never);
+    add(Exclusive::Constant, false, needs_.SumOf(signal, data, !sense.Complemented), &always);
+}
+
+// The ways to put a signal into a macrocell, the preferred one first.
+std::vector<Choice> ModeFit::SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const {
+    std::vector<Choice> choices;
+    for (auto sense : Senses(signal, cell, base)) {
+        if (base.Use->XorTerms > 0) {
+            AddXorChoices(signal, sense, choices);
+            continue;
+        }
+        sense.Rows = needs_.SumOf(signal, needs_.DataInput(signal), sense.Complemented);
+        if (sense.Rows != nullptr) choices.push_back(sense);
+    }
     if (options_.Choose == Polarity::Best) {
         std::stable_sort(choices.begin(), choices.end(),
-                         [](const Choice& a, const Choice& b) { return a.Rows->size() < b.Rows->size(); });
+                         [](const Choice& a, const Choice& b) { return a.Size() < b.Size(); });
     }
     return choices;
+}
+
+// The signal of a macrocell with the same rows, if it has one.
+std::optional<std::size_t> ModeFit::SharedWith(std::size_t signal, const Cell& cell,
+                                               const CellUse& use) const {
+    for (const auto& other : mode_.Cells) {
+        const auto owner = &other == &cell ? std::nullopt : SignalAt(other.Pin);
+        if (owner && owner != signal && Choices[*owner] && Choices[*owner]->Use->SharesSum(use)) return owner;
+    }
+    return std::nullopt;
+}
+
+// The rows are those that are there, if they are the same function.
+bool ModeFit::TakeShared(const Choice& shared, Choice& choice) const {
+    const bool same = (shared.XorRows == nullptr) == (choice.XorRows == nullptr) &&
+                      needs_.AreEqual(*shared.Rows, *choice.Rows) &&
+                      (shared.XorRows == nullptr || needs_.AreEqual(*shared.XorRows, *choice.XorRows));
+    choice.Rows = shared.Rows;
+    choice.XorRows = shared.XorRows;
+    return same;
+}
+
+// By what is kept as an exclusive or, else by the shorter one of the sums that would do.
+ModeFit::Refusal ModeFit::TooManyTerms(std::size_t signal, int pin,
+                                       const std::vector<Choice>& choices) const {
+    const auto& first = choices.front();
+    const auto less = [&](const Choice& a, const Choice& b) {
+        return std::pair(a.Complemented != first.Complemented, a.Size()) <
+               std::pair(b.Complemented != first.Complemented, b.Size());
+    };
+    const bool kept = first.Kind == Exclusive::Sides;
+    const auto& choice = kept ? first : *std::min_element(choices.begin(), choices.end(), less);
+    const auto text = [](std::size_t sum, bool two, std::size_t second) {
+        return std::to_string(sum) + (two ? " $ " + std::to_string(second) : "");
+    };
+    return {"7201tc", needs_.Name(signal, needs_.DataInput(signal)) + " needs " +
+                          text(choice.Rows->size(), kept, kept ? choice.XorRows->size() : 0) +
+                          ", the limit of " + Place(pin) + " is " +
+                          text(choice.Use->Terms, choice.Use->XorTerms > 0, choice.Use->XorTerms)};
 }
 
 bool ModeFit::ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Refusal& why) const {
@@ -208,10 +288,20 @@ bool ModeFit::ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Re
         return false;
     }
     choice = choices.front();
-    if (choice.Rows->size() <= choice.Use->Terms) return true;
-    why = {"7201tc", name + " needs " + std::to_string(choice.Rows->size()) + ", the limit of " +
-                         Place(cell.Pin) + " is " + std::to_string(choice.Use->Terms)};
-    return false;
+    if (const auto owner = SharedWith(signal, cell, *choice.Use)) {
+        why = {"7216tc", name + " differs from " + needs_.Name(*owner, needs_.DataInput(*owner)) +
+                             ", which has the sum of " + Place(cell.Pin)};
+        return TakeShared(*Choices[*owner], choice);
+    }
+    const auto fits = std::find_if(choices.begin(), choices.end(), [&](const Choice& other) {
+        return other.Low == choice.Low && other.Complemented == choice.Complemented && other.Fits();
+    });
+    if (fits == choices.end()) {
+        why = TooManyTerms(signal, cell.Pin, choices);
+        return false;
+    }
+    choice = *fits;
+    return true;
 }
 
 }  // namespace fit

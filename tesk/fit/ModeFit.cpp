@@ -1,10 +1,16 @@
 #include "fit/ModeFit.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "fit/Sums.h"
 
 namespace fit {
+namespace {
+
+constexpr std::string_view sharedSum = MessageCode("7216tc").Entry().Number;
+
+}  // namespace
 
 ModeFit::ModeFit(const Device& device, const Mode& mode, const Needs& needs, const Options& options)
     : Pins(needs.Count(), 0),
@@ -13,7 +19,9 @@ ModeFit::ModeFit(const Device& device, const Mode& mode, const Needs& needs, con
       mode_(mode),
       needs_(needs),
       options_(options),
-      owners_(static_cast<std::size_t>(device.Pins) + 1, 0) {
+      places_(device.Pins) {
+    for (const auto& cell : mode.Cells) places_ = std::max(places_, cell.Pin);
+    owners_.assign(static_cast<std::size_t>(places_) + 1, 0);
     const auto enabledByPin = [&](UseKind kind) {
         return mode.AnyUse([&](const CellUse& u) { return u.Kind == kind && u.Enable == EnableKind::Pin; });
     };
@@ -59,7 +67,8 @@ void ModeFit::Add(std::size_t signal, const Refusal& refusal) {
 }
 
 std::string ModeFit::Place(int pin) const {
-    return "pin " + std::to_string(pin) + " of " + device_.Mnemonic + " (" + mode_.Name + ")";
+    return (pin > device_.Pins ? "node " : "pin ") + std::to_string(pin) + " of " + device_.Mnemonic + " (" +
+           mode_.Name + ")";
 }
 
 // What no macrocell of the mode can do.
@@ -93,8 +102,13 @@ void ModeFit::FindClock() {
         const auto literal = needs_.SingleLiteral(signal, Input::Ck);
         const auto name = needs_.Name(signal, Input::Ck);
         const bool rising = literal && literal->Negated == LowAt(literal->Signal);
-        const bool same = literal && (!clock_ || *clock_ == literal->Signal);
-        if (!rising || !same) {
+        if (rising && clock_ && *clock_ != literal->Signal) {
+            Add(signal, {"7207tc", name + " is " + needs_.At(literal->Signal).Name + ", " + device_.Mnemonic +
+                                       " has one clock, " + needs_.At(*clock_).Name + " at pin " +
+                                       std::to_string(mode_.ClockPin)});
+            continue;
+        }
+        if (!rising) {
             Add(signal, {"7207tc", name + ", " + device_.Mnemonic + " takes the rising edge of pin " +
                                        std::to_string(mode_.ClockPin)});
             continue;
@@ -152,7 +166,8 @@ void ModeFit::FindShared(Shared& shared, Input positive, Input negative, int row
                 Add(signal, {"7209tc", name + " needs " + (sum ? std::to_string(sum->size()) : "too many") +
                                            " terms, the limit of " + device_.Mnemonic + " is 1"});
             } else if (first != nullptr && !IsSame(*first, *sum)) {
-                Add(signal, {"7209tc", name + " differs from " + needs_.Name(*shared.Signal, shared.From)});
+                Add(signal, {"7209tc", name + " differs from " + needs_.Name(*shared.Signal, shared.From) +
+                                           ", " + device_.Mnemonic + " has one for all registers"});
             } else if (first == nullptr) {
                 first = sum;
                 shared.Signal = signal;
@@ -220,27 +235,32 @@ bool ModeFit::Augment(std::size_t signal, std::vector<bool>& seen) {
         const auto owner = SignalAt(pin);
         const bool fixed = owner && (needs_.At(*owner).Pin != 0 || owner == clock_ || owner == enable_);
         if (fixed || (owner && !Augment(*owner, seen))) continue;
+        // The one that went away may have gone to the other pin of the same sum.
+        if (owner && Refuse(signal, pin)) {
+            owners_[at] = 0;
+            continue;
+        }
         PlaceOne(signal, pin);
         return true;
     }
     return false;
 }
 
-// The pins that could take the signal: macrocells with just enough terms before larger ones; for inputs
-// plain inputs before pins with a purpose of their own.
+// The pins that could take the signal: macrocells with just enough terms before larger ones, for nodes buried
+// ones before those with a pin; for inputs plain inputs before pins with a purpose of their own.
 std::vector<int> ModeFit::Candidates(std::size_t signal) const {
-    std::vector<std::pair<std::size_t, int>> ranked;
-    for (int pin = 1; pin <= device_.Pins; ++pin) {
+    std::vector<std::tuple<bool, std::size_t, int>> ranked;
+    for (int pin = 1; pin <= places_; ++pin) {
         if (Refuse(signal, pin)) continue;
         std::size_t rank = mode_.InputColumn(pin) >= 0 ? 0 : 2;
         if (pin == mode_.ClockPin || pin == mode_.EnablePin) rank = 1;
         Refusal ignored;
         if (needs_.Driven(signal)) rank = Choose(signal, pin, ignored)->Use->Terms;
-        ranked.emplace_back(rank, pin);
+        ranked.emplace_back(needs_.At(signal).Node && pin <= device_.Pins, rank, pin);
     }
     std::sort(ranked.begin(), ranked.end());
     std::vector<int> pins;
-    for (const auto& candidate : ranked) pins.push_back(candidate.second);
+    for (const auto& candidate : ranked) pins.push_back(std::get<int>(candidate));
     return pins;
 }
 
@@ -248,7 +268,11 @@ std::vector<int> ModeFit::Candidates(std::size_t signal) const {
 void ModeFit::ExplainNoPin(std::size_t signal) {
     std::optional<Refusal> reason;
     std::size_t most = 0;
-    for (int pin = 1; pin <= device_.Pins; ++pin) {
+    for (int pin = 1; pin <= places_; ++pin) {
+        const auto refusal = Refuse(signal, pin);
+        if (refusal && refusal->Code.Entry().Number == sharedSum) return Add(signal, *refusal);
+    }
+    for (int pin = 1; pin <= places_; ++pin) {
         const auto refusal = Refuse(signal, pin);
         if (!refusal) {
             const auto limit = std::to_string(Candidates(signal).size());

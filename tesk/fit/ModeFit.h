@@ -12,8 +12,16 @@ namespace fit {
 struct Choice {
     const CellUse* Use = nullptr;
     const Sum* Rows = nullptr;
-    bool Low = false;  // the pin is low while the signal is asserted
+    const Sum* XorRows = nullptr;  // the second sum of an exclusive or; null: none is needed
+    bool Low = false;              // the pin is low while the signal is asserted
     bool Complemented = false;
+    Exclusive Kind = Exclusive::None;
+    bool LeftComplemented = false;
+
+    std::size_t Size() const { return Rows->size() + (XorRows == nullptr ? 0 : XorRows->size()); }
+    bool Fits() const {
+        return Rows->size() <= Use->Terms && (XorRows == nullptr || XorRows->size() <= Use->XorTerms);
+    }
 };
 
 // One attempt to fit a design into one mode of a device: places and choices, or messages.
@@ -79,7 +87,12 @@ class ModeFit {
     std::optional<Refusal> CheckRows(std::size_t signal, const Cell& cell, const CellUse& use) const;
     std::optional<Refusal> CheckFeedback(std::size_t signal, const Cell& cell, const CellUse& use) const;
     bool ChooseSum(std::size_t signal, const Cell& cell, Choice& choice, Refusal& why) const;
+    std::vector<Choice> Senses(std::size_t signal, const Cell& cell, const Choice& base) const;
+    void AddXorChoices(std::size_t signal, const Choice& sense, std::vector<Choice>& choices) const;
     std::vector<Choice> SumChoices(std::size_t signal, const Cell& cell, const Choice& base) const;
+    std::optional<std::size_t> SharedWith(std::size_t signal, const Cell& cell, const CellUse& use) const;
+    bool TakeShared(const Choice& shared, Choice& choice) const;
+    Refusal TooManyTerms(std::size_t signal, int pin, const std::vector<Choice>& choices) const;
     std::optional<bool> RequiredSense(std::size_t signal) const;
     bool ReadsArray(std::size_t signal, bool pin) const;
     bool IsEnableOnly(std::size_t signal) const;
@@ -89,6 +102,7 @@ class ModeFit {
     const Mode& mode_;
     const Needs& needs_;
     const Options& options_;
+    int places_;  // pins, and the numbers of buried macrocells
     std::optional<std::size_t> clock_;
     std::optional<std::size_t> enable_;
     Needs::Common common_;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "fit/Sums.h"
-
 namespace fit {
 
 Needs::Needs(const Design& design)
@@ -13,20 +11,30 @@ Needs::Needs(const Design& design)
       readers_(design.Signals.size()) {
     for (const auto& function : design.Functions) {
         functions_[function.Signal][Index(function.To)] = &function;
-        const bool registered = Registered(function.Signal);
-        for (const auto* sum : {&function.True, &function.False}) {
-            if (!*sum) continue;
-            for (const auto& term : **sum) {
-                for (const auto& literal : term) {
-                    auto& readers = readers_[literal.Signal][literal.Pin ? 1 : 0];
-                    auto& enable = registered ? readers.RegisterEnable : readers.OutputEnable;
-                    (function.To == Input::Ck   ? readers.Clock
-                     : function.To == Input::Oe ? enable
-                                                : readers.Array) = true;
-                }
-            }
+        if (function.True) AddReaders(function, *function.True);
+        if (function.False) AddReaders(function, *function.False);
+        if (!function.Xor) continue;
+        AddReaders(function, function.Xor->Left);
+        AddReaders(function, function.Xor->Right);
+    }
+}
+
+void Needs::AddReaders(const Function& function, const Sum& sum) {
+    const bool registered = Registered(function.Signal);
+    for (const auto& term : sum) {
+        for (const auto& literal : term) {
+            auto& readers = readers_[literal.Signal][literal.Pin ? 1 : 0];
+            auto& enable = registered ? readers.RegisterEnable : readers.OutputEnable;
+            (function.To == Input::Ck   ? readers.Clock
+             : function.To == Input::Oe ? enable
+                                        : readers.Array) = true;
         }
     }
+}
+
+const Sides* Needs::SidesOf(std::size_t signal, Input input) const {
+    const auto* function = functions_[signal][Index(input)];
+    return function == nullptr || !function->Xor ? nullptr : &*function->Xor;
 }
 
 const Sum* Needs::SumOf(std::size_t signal, Input input, bool complement) const {

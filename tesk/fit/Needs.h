@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fit/Fitter.h"
+#include "fit/Sums.h"
 
 namespace fit {
 
@@ -22,6 +23,11 @@ class Needs {
     // The sum of a function or of its complement; null if there is no such function, or if it can't be made.
     // A missing function is not made up.
     const Sum* SumOf(std::size_t signal, Input input, bool complement) const;
+
+    // The function as an exclusive or; null if it has none.
+    const Sides* SidesOf(std::size_t signal, Input input) const;
+    // Whether two sums are the same function; false, too, if that can't be told in short time.
+    bool AreEqual(const Sum& a, const Sum& b) const { return IsSameFunction(a, b, budget_); }
 
     bool Driven(std::size_t signal) const;
     bool Registered(std::size_t signal) const { return At(signal).Register != RegisterKind::None; }
@@ -49,6 +55,7 @@ class Needs {
     bool ReadAtAll(std::size_t signal) const;
 
   private:
+    void AddReaders(const Function& function, const Sum& sum);
     static std::size_t Index(Input input) { return static_cast<std::size_t>(input); }
 
     struct Sums {

@@ -112,6 +112,18 @@ class Complementer {
     std::size_t& budget_;
 };
 
+// Whether no point is in a term of each.
+bool AreApart(const Sum& a, const Sum& b) {
+    const auto apart = [](const Term& x, const Term& y) {
+        return std::any_of(x.begin(), x.end(), [&](const Literal& l) {
+            return std::find(y.begin(), y.end(), Literal{l.Signal, !l.Negated, l.Pin}) != y.end();
+        });
+    };
+    return std::all_of(a.begin(), a.end(), [&](const Term& x) {
+        return std::all_of(b.begin(), b.end(), [&](const Term& y) { return apart(x, y); });
+    });
+}
+
 }  // namespace
 
 void Sort(Sum& sum) {
@@ -139,6 +151,13 @@ bool IsSame(Sum a, Sum b) {
     Sort(a);
     Sort(b);
     return a == b;
+}
+
+bool IsSameFunction(const Sum& a, const Sum& b, std::size_t& budget) {
+    if (IsSame(a, b)) return true;
+    const auto notA = ComplementOf(a, budget);
+    const auto notB = ComplementOf(b, budget);
+    return notA && notB && AreApart(a, *notB) && AreApart(b, *notA);
 }
 
 }  // namespace fit

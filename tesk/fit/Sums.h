@@ -15,5 +15,7 @@ void Sort(Sum& sum);
 
 bool IsTrue(const Sum& sum);  // it holds an empty term
 bool IsSame(Sum a, Sum b);    // the same terms, in any order
+// Whether they are the same function, in whatever terms; false once the budget is used up.
+bool IsSameFunction(const Sum& a, const Sum& b, std::size_t& budget);
 
 }  // namespace fit

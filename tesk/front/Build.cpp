@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "front/Exclusive.h"
 #include "front/Expander.h"
 #include "front/Limits.h"
 #include "logic/Minimize.h"
@@ -72,7 +73,7 @@ logic::Cover Outside(const logic::Cover& sum, const logic::Cover& dontCare) {
     return outside;
 }
 
-void BuildOne(const Definition& definition, Expander& expander, Design& design) {
+void BuildOne(const Definition& definition, bool keep, Expander& expander, Analysis& analysis) {
     const TermList on = expander.Expand(definition.On);
     const TermList dontCare = expander.Expand(definition.DontCare);
     Equation equation;
@@ -82,7 +83,8 @@ void BuildOne(const Definition& definition, Expander& expander, Design& design) 
     equation.Inputs = Expander::SignalsOf(on, dontCare);
     equation.On = Expander::ToCover(on, equation.Inputs);
     equation.DontCare = Outside(equation.On, Expander::ToCover(dontCare, equation.Inputs));
-    design.Equations.push_back(std::move(equation));
+    if (keep) equation.Sides = SidesOf(definition, analysis, expander);
+    analysis.Result.Equations.push_back(std::move(equation));
 }
 
 }  // namespace
@@ -94,7 +96,7 @@ void Build(Analysis& analysis, const Options& options, Report& report) {
         if (report.Full()) return;
         const Variable& variable = design.Variables[static_cast<std::size_t>(definition.Variable)];
         try {
-            BuildOne(definition, expander, design);
+            BuildOne(definition, options.Keep && design.Device != "virtual", expander, analysis);
             const int own = variable.Minimization;
             design.Equations.back().Level = own >= 0 ? own : options.Minimization;
         } catch (const TermsExceeded& exceeded) {

@@ -46,11 +46,16 @@ struct Equation {
     logic::Cover Off;                // the reduced complement, if HasOff
     bool HasOff = false;             // for real devices and where polarities were to be chosen
     bool Inverted = false;           // Off is the cover to realize, inverted behind it
+    std::vector<Equation> Sides;     // the same as an exclusive or: its two sides; empty: not known as one
     int Level = 1;                   // minimization asked for
     int Available = -1;              // product terms that the macrocell has, -1: no limit
     Place At;
 
     const logic::Cover& Chosen() const { return Inverted ? Off : On; }
+    // Product terms that a macrocell needs for it.
+    std::size_t Terms() const {
+        return Sides.empty() ? Chosen().Size() : Sides[0].Chosen().Size() + Sides[1].Chosen().Size();
+    }
 };
 
 struct Field {

@@ -29,12 +29,21 @@ std::string TermText(const Design& design, const Equation& equation, std::size_t
     return text.empty() ? "'b'1" : text;
 }
 
-std::string EquationText(const Design& design, const Equation& equation) {
+std::string SumText(const Design& design, const Equation& equation, const std::string& lead) {
     const logic::Cover& cover = equation.Chosen();
-    std::string text = (equation.Inverted ? "!" : "") + design.EquationName(equation) + " =>\r\n";
-    if (cover.Empty()) text += "    'b'0\r\n";
+    if (cover.Empty()) return lead + "'b'0\r\n";
+    std::string text;
     for (std::size_t i = 0; i < cover.Size(); ++i)
-        text += (i == 0 ? "    " : "  # ") + TermText(design, equation, i) + "\r\n";
+        text += (i == 0 ? lead : "  # ") + TermText(design, equation, i) + "\r\n";
+    return text;
+}
+
+std::string EquationText(const Design& design, const Equation& equation) {
+    std::string text = (equation.Inverted ? "!" : "") + design.EquationName(equation) + " =>\r\n";
+    if (equation.Sides.empty())
+        text += SumText(design, equation, "    ");
+    else
+        text += SumText(design, equation.Sides[0], "    ") + SumText(design, equation.Sides[1], "  $ ");
     return text + "\r\n";
 }
 
@@ -75,7 +84,7 @@ std::string SymbolLine(const Variable& variable, const Equation* equation) {
                        Padded(std::string(KindName(variable.Kind)), 13);
     if (equation == nullptr) return line + "-     -      -\r\n";
     const std::string most = equation->Available < 0 ? "-" : std::to_string(equation->Available);
-    return line + Padded(std::to_string(equation->Chosen().Size()), 5) + Padded(most, 6) +
+    return line + Padded(std::to_string(equation->Terms()), 5) + Padded(most, 6) +
            std::to_string(equation->Level) + "\r\n";
 }
 

@@ -1,5 +1,6 @@
 #include "front/Fitting.h"
 
+#include "front/Exclusive.h"
 #include "front/Remedies.h"
 
 namespace front {
@@ -20,6 +21,12 @@ fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cove
         }
     }
     return sum;
+}
+
+fit::Sides SidesOf(const Design& design, const std::vector<Equation>& sides,
+                   const std::vector<std::size_t>& signals) {
+    return {SumOf(design, sides[0], sides[0].On, signals), SumOf(design, sides[0], sides[0].Off, signals),
+            SumOf(design, sides[1], sides[1].On, signals), SumOf(design, sides[1], sides[1].Off, signals)};
 }
 
 // The equation that a message names; else where its name is declared, else the design's first line.
@@ -43,6 +50,23 @@ Equation* Find(Design& design, int variable, Extension to) {
     return nullptr;
 }
 
+// What the rows hold.
+void NoteSides(Equation& equation, const fit::Placement& placement) {
+    if (placement.Exclusive == fit::Exclusive::Sides) {
+        equation.Sides[0].Inverted = placement.LeftComplemented;
+        equation.Sides[1].Inverted = placement.LeftComplemented != placement.Complemented;
+        return;
+    }
+    equation.Sides.clear();
+    if (placement.Exclusive == fit::Exclusive::None) return;
+    Equation sum = equation;
+    sum.Inverted = !equation.Inverted;
+    Equation always;
+    always.On = logic::Cover(0, 1);
+    always.On.Form().SetOutput(always.On.Append(), 0, true);
+    equation.Sides = {std::move(sum), std::move(always)};
+}
+
 void Note(Design& design, const Fitted& fitted) {
     design.PinCount = fitted.Device.Pins;
     for (std::size_t i = 0; i < design.Variables.size(); ++i) {
@@ -55,19 +79,33 @@ void Note(Design& design, const Fitted& fitted) {
         Equation* equation = Find(design, static_cast<int>(i), data);
         if (equation == nullptr) continue;
         equation->Available = static_cast<int>(placement.Available);
-        if (placement.Complemented && !equation->HasOff) continue;
+        if (placement.Complemented && !equation->HasOff) {
+            equation->Sides.clear();
+            continue;
+        }
         equation->Inverted = placement.Complemented;
+        NoteSides(*equation, placement);
     }
 }
 
+// Of the library, with exclusive ors where that may help.
+const fit::Device* OtherFor(Design design, const fit::Library& devices, const fit::Device& instead,
+                            const fit::Options& options) {
+    XorRoom room;
+    for (const fit::Device& device : devices.Devices) room.Add(device);
+    SplitSums(design, room);
+    std::vector<std::size_t> signals;
+    return fit::FindOther(devices, instead, ToFitter(design, signals), options);
+}
+
 // Errors that no other reduction mends end with a device that would do.
-void AddOther(const fit::Library& devices, Fitted& fitted, const fit::Options& options,
+void AddOther(const Design& design, const fit::Library& devices, Fitted& fitted, const fit::Options& options,
               const std::set<std::string>& helped) {
     const fit::Device* other = nullptr;
     bool sought = false;
     for (Message& message : fitted.Result.Messages) {
         if (message.Level != Severity::Error || helped.contains(message.Subject)) continue;
-        if (!sought) other = fit::FindOther(devices, fitted.Device, fitted.Input, options);
+        if (!sought) other = OtherFor(design, devices, fitted.Device, options);
         sought = true;
         if (other != nullptr) message.Text += "; would fit " + other->Mnemonic;
     }
@@ -98,6 +136,7 @@ fit::Design ToFitter(const Design& design, std::vector<std::size_t>& signals) {
         function.To = InputOf(equation.To);
         function.True = SumOf(design, equation, equation.On, signals);
         if (equation.HasOff) function.False = SumOf(design, equation, equation.Off, signals);
+        if (!equation.Sides.empty()) function.Xor = SidesOf(design, equation.Sides, signals);
         result.Functions.push_back(std::move(function));
     }
     for (const Fuse& fuse : design.Fuses)
@@ -129,10 +168,14 @@ std::optional<Fitted> FitInto(Design& design, std::string_view library, const Op
     if (device->IsVirtual()) return std::nullopt;
     Fitted fitted;
     fitted.Device = *device;
+    XorRoom room;
+    room.Add(*device);
+    if (options.Keep && room.First == 0) report.Add(Code::XorExpanded, {});
+    SplitSums(design, room);
     fitted.Input = ToFitter(design, fitted.Signals);
     fitted.Result = fit::FitDesign(fitted.Device, fitted.Input, ToFitter(options));
     const auto helped = AddRemedies(design, options, fitted.Device, fitted.Result.Messages);
-    AddOther(devices, fitted, ToFitter(options), helped);
+    AddOther(design, devices, fitted, ToFitter(options), helped);
     ReportWhereDeclared(design, fitted.Result.Messages, report);
     if (!fitted.Result.Ok()) return std::nullopt;
     Note(design, fitted);

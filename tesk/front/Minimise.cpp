@@ -4,6 +4,7 @@
 
 #include "front/Build.h"
 #include "front/Effort.h"
+#include "front/Exclusive.h"
 #include "front/Expander.h"
 #include "front/Limits.h"
 #include "front/Quick.h"
@@ -100,7 +101,10 @@ void ReduceGroups(Design& design, std::vector<bool>& done) {
         }
         if (group.size() < 2 || group.size() > Limits::SharedOutputs || terms > Limits::SharedTerms) continue;
         ReduceGroup(group, level);
-        for (std::size_t place : places) done[place] = true;
+        for (std::size_t place : places) {
+            ReduceSides(design.Equations[place]);
+            done[place] = true;
+        }
     }
 }
 
@@ -155,6 +159,7 @@ void ReduceOn(Design& design, std::size_t place, double effort, Report& report) 
     Equation& equation = design.Equations[place];
     bool fellBack = false;
     equation.On = Reduce(equation, equation.On, effort, fellBack);
+    ReduceSides(equation);
     if (fellBack) report.Add(Code::ExactFallback, equation.At, design.EquationName(equation));
 }
 
@@ -170,7 +175,7 @@ void AddComplements(Design& design, const Options& options, const std::vector<st
 }  // namespace
 
 void Minimise(Design& design, const Options& options, Report& report) {
-    if (options.Keep) report.Add(Code::XorExpanded, {});
+    if (options.Keep && design.Device == "virtual") report.Add(Code::XorExpanded, {});
     if (design.Device != "virtual") design.Written = design.Equations;
     std::vector<bool> done(design.Equations.size());
     if (options.Share) ReduceGroups(design, done);

@@ -29,8 +29,8 @@ bool IsIn(const fit::Mode& mode, const std::vector<bool>& fuses) {
 // What the columns of a mode carry, and its rows as products of that.
 class Decoder {
   public:
-    Decoder(const fit::Mode& mode, const std::vector<bool>& fuses)
-        : mode_(mode), fuses_(fuses), columns_(mode.Columns) {
+    Decoder(const fit::Mode& mode, int pins, const std::vector<bool>& fuses)
+        : mode_(mode), pins_(pins), fuses_(fuses), columns_(mode.Columns) {
         for (const auto& cell : mode.Cells) uses_.push_back(UseOf(cell));
         for (const auto& [pin, column] : mode.Inputs)
             SetColumns(column, {Signal::Kind::Pin, static_cast<std::size_t>(pin)}, false);
@@ -68,10 +68,13 @@ class Decoder {
     void SetFeedback(std::size_t index) {
         const auto& cell = mode_.Cells[index];
         const auto feedback = uses_[index] == nullptr ? FeedbackKind::Pin : uses_[index]->Feedback;
-        const bool isRegister = uses_[index] != nullptr && uses_[index]->Kind == UseKind::Register;
-        const bool isComplement = feedback == FeedbackKind::NotSum || feedback == FeedbackKind::Level;
-        if (isRegister && (isComplement || feedback == FeedbackKind::Sum))
+        if (feedback != FeedbackKind::Pin && feedback != FeedbackKind::None) {
+            // The level of an output is that behind its polarity.
+            const bool isOutput = uses_[index]->Kind == UseKind::Output;
+            const bool isComplement =
+                feedback == FeedbackKind::Level && isOutput ? !PinHasSum(cell) : feedback != FeedbackKind::Sum;
             return SetColumns(cell.Column, {Signal::Kind::Cell, index}, isComplement);
+        }
         SetColumns(cell.Column, {Signal::Kind::Pin, static_cast<std::size_t>(cell.Pin)}, false);
     }
 
@@ -97,11 +100,11 @@ class Decoder {
         return sum;
     }
 
-    Sum SumOf(const CellUse& use) const {
+    // `orFuse`: as of a use.
+    Sum SumOf(std::size_t first, std::size_t rows, int orFuse) const {
         Sum sum;
-        for (auto row = use.FirstRow; row < use.FirstRow + use.Terms; ++row) {
-            const bool isLed =
-                use.OrFuse < 0 || !fuses_[mode_.FirstFuse(row) + static_cast<std::size_t>(use.OrFuse)];
+        for (auto row = first; row < first + rows; ++row) {
+            const bool isLed = orFuse < 0 || !fuses_[mode_.FirstFuse(row) + static_cast<std::size_t>(orFuse)];
             auto term = isLed ? RowOf(row) : std::nullopt;
             if (term) sum.push_back(std::move(*term));
         }
@@ -127,11 +130,13 @@ class Decoder {
     Macrocell CellOf(std::size_t index) const {
         const auto& cell = mode_.Cells[index];
         Macrocell result;
-        result.Pin = result.Node = cell.Pin;
+        result.Node = cell.Pin;
+        result.Pin = cell.Pin > pins_ ? 0 : cell.Pin;
         result.Known = uses_[index] != nullptr;
         if (!result.Known || uses_[index]->Kind == UseKind::Input) return result;
         const auto& use = *uses_[index];
-        result.Rows = SumOf(use);
+        result.Rows = SumOf(use.FirstRow, use.Terms, use.OrFuse);
+        if (use.XorTerms > 0) result.Rows2 = SumOf(use.XorRow, use.XorTerms, -1);
         result.Enable = EnableOf(use);
         if (use.EnableAndPin) result.EnableWith = {PinLiteral(mode_.EnablePin, true)};
         if (use.Kind == UseKind::Register) {
@@ -164,6 +169,7 @@ class Decoder {
     }
 
     const fit::Mode& mode_;
+    const int pins_;
     const std::vector<bool>& fuses_;
     std::vector<const CellUse*> uses_;  // of each cell
     std::vector<Literal> columns_;      // pin 0: what the device library does not tell
@@ -192,7 +198,7 @@ ChipResult ReadBack(const fit::Device& device, const std::vector<bool>& fuses) {
     map.resize(device.Fuses, false);
     for (const auto& mode : device.Modes) {
         if (!IsIn(mode, map)) continue;
-        result.Found = Chip{device.Mnemonic, mode.Name, device.Pins, Decoder(mode, map).Cells()};
+        result.Found = Chip{device.Mnemonic, mode.Name, device.Pins, Decoder(mode, device.Pins, map).Cells()};
         return result;
     }
     refuse("7401tc", device.Mnemonic);

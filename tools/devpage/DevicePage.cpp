@@ -12,9 +12,9 @@ constexpr const char* preface =
     "Made of `data/devices/Fullset.dl` by `tools/devpage`; [TeskRef.md](help/TeskRef.md) tells how "
     "designs\n"
     "use them. A device is tried in its modes in their order. Of each pin the table tells what it can be:\n\n"
-    "- *terms*: product terms of its sum, without the one of an output enable. Where all outputs share "
-    "theirs\n"
-    "  equal terms of several outputs count once.\n"
+    "- *terms*: product terms of its sum, without the one of an output enable; `2 $ 2`: of two sums whose "
+    "exclusive\n"
+    "  or it takes. Where all outputs share theirs equal terms of several outputs count once.\n"
     "- *polarity*: `fuse`, either; `high`, the sum; `low`, its complement. The compiler complements the "
     "equation\n"
     "  where that is needed.\n"
@@ -55,13 +55,24 @@ std::string FeedbackText(fit::FeedbackKind feedback) {
     return feedback == fit::FeedbackKind::Pin ? "pin" : "register";
 }
 
+std::string TermsText(const fit::Cell& cell, const fit::CellUse& use, const fit::Mode& mode) {
+    std::string text = std::to_string(use.Terms);
+    if (use.XorTerms > 0) text += " $ " + std::to_string(use.XorTerms);
+    for (const auto& other : mode.Cells) {
+        const bool shares = &other != &cell && std::any_of(other.Uses.begin(), other.Uses.end(),
+                                                           [&](const auto& u) { return u.SharesSum(use); });
+        if (shares) text += ", the sum of pin " + std::to_string(other.Pin);
+    }
+    return text;
+}
+
 std::string RowOf(const fit::Cell& cell, const fit::CellUse& use, const fit::Mode& mode) {
     if (use.Kind == fit::UseKind::Input) return inputRow;
     const std::string polarity = cell.Polarity == fit::PolarityKind::Fuse  ? "fuse"
                                  : cell.Polarity == fit::PolarityKind::Low ? "low"
                                                                            : "high";
     return std::string("| ") + (use.Kind == fit::UseKind::Register ? "register" : "output") + " | " +
-           std::to_string(use.Terms) + " | " + polarity + " | " + EnableText(use, mode) + " | " +
+           TermsText(cell, use, mode) + " | " + polarity + " | " + EnableText(use, mode) + " | " +
            FeedbackText(use.Feedback) + " |";
 }
 

@@ -81,6 +81,8 @@ Chip::Chip(const std::string& kind, std::vector<bool> fuses) : kind_(kind), fuse
         Decode22V10();
     } else if (kind == "20RA10") {
         Decode20Ra10();
+    } else if (kind[2] == 'X') {
+        DecodeXor();
     } else {
         DecodePal();
     }
@@ -154,6 +156,18 @@ void Chip::DecodePal() {
     }
 }
 
+void Chip::DecodeXor() {
+    columns_ = registered20;
+    const int plain = (10 - std::stoi(kind_.substr(3))) / 2;  // at each end
+    for (int i = 0; i < 10; ++i) {
+        const auto first = static_cast<std::size_t>(4 * i);
+        if (i < plain || i >= 10 - plain)
+            cells_.push_back({23 - i, first + 1, 3, 4 * i, true, false});
+        else
+            cells_.push_back({23 - i, first, 2, -2, true, true, 2});
+    }
+}
+
 const Chip::Macrocell& Chip::At(int pin) const {
     return *std::find_if(cells_.begin(), cells_.end(), [&](const Macrocell& c) { return c.Pin == pin; });
 }
@@ -188,11 +202,16 @@ std::vector<Chip::Output> Chip::Outputs() const {
     return outputs;
 }
 
+bool Chip::SumOf(std::size_t first, std::size_t rows, const std::vector<bool>& levels) const {
+    bool sum = false;
+    for (std::size_t i = 0; i < rows; ++i) sum = sum || Row(first + i, levels);
+    return sum;
+}
+
 bool Chip::Next(int pin, const std::vector<bool>& levels) const {
     const auto& cell = At(pin);
-    bool sum = false;
-    for (std::size_t i = 0; i < cell.Rows; ++i) sum = sum || Row(cell.FirstRow + i, levels);
-    return sum != cell.Inverts;
+    const bool sum = SumOf(cell.FirstRow, cell.Rows, levels);
+    return (sum != SumOf(cell.FirstRow + cell.Rows, cell.XorRows, levels)) != cell.Inverts;
 }
 
 bool Chip::Enabled(int pin, const std::vector<bool>& levels) const {

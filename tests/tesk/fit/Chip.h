@@ -19,7 +19,7 @@ Jedec ReadJedec(const std::string& text);
 
 class Chip {
   public:
-    // `kind`: the device family, "16V8" "20V8" "22V10" "20RA10" "16L8" "16R4" … "20R8".
+    // `kind`: the device family, "16V8" "20V8" "22V10" "20RA10" "16L8" "16R4" … "20R8" "20X4" … "20X10".
     Chip(const std::string& kind, std::vector<bool> fuses);
 
     struct Output {
@@ -54,6 +54,7 @@ class Chip {
         int EnableRow = -1;  // -1: always, -2: by the enable pin, -3: never
         bool Inverts = false;
         bool Registered = false;
+        std::size_t XorRows = 0;  // behind the others: a second sum
     };
 
     void DecodeGal8();
@@ -62,6 +63,8 @@ class Chip {
     void DecodePal();
     static std::size_t BlockOf(int pin) { return 8 * static_cast<std::size_t>(23 - pin); }
     bool IsBlank(std::size_t row, bool value) const;  // all its fuses have the value
+    void DecodeXor();
+    bool SumOf(std::size_t first, std::size_t rows, const std::vector<bool>& levels) const;
     bool Row(std::size_t row, const std::vector<bool>& levels) const;
     bool ColumnLevel(std::size_t pair, const std::vector<bool>& levels) const;
     const Macrocell& At(int pin) const;

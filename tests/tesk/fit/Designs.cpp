@@ -5,6 +5,8 @@
 #include <map>
 #include <sstream>
 
+#include "fit/Sums.h"
+
 namespace test {
 
 std::string FullSetText() {
@@ -125,6 +127,11 @@ const std::vector<Family>& Families() {
         {"F101", "", "82S101"},
         {"F153", "", "82S153"},
         {"P18CV8", "", "18CV8"},
+        {"P20X4", "20X4", "PAL20X4"},
+        {"P20X8", "20X8", "PAL20X8"},
+        {"P20X10", "20X10", "PAL20X10"},
+        {"P16C1", "", "PAL16C1"},
+        {"P20C1", "", "PAL20C1"},
     };
     return families;
 }
@@ -186,6 +193,49 @@ void ReadPins(fit::Design& design, const std::vector<std::pair<std::size_t, cons
             for (auto& literal : term) literal.Pin = pins[literal.Signal];
 }
 
+fit::Sum Product(const fit::Sum& a, const fit::Sum& b) {
+    fit::Sum product;
+    for (const auto& x : a) {
+        for (auto y : b) {
+            y.insert(y.end(), x.begin(), x.end());
+            product.push_back(std::move(y));
+        }
+    }
+    return product;
+}
+
+fit::Function RandomExclusiveOr(std::mt19937& random, const std::vector<std::size_t>& sources,
+                                const fit::CellUse& use) {
+    fit::Sides sides;
+    std::size_t budget = 1'000'000;
+    while (sides.Left.empty()) sides.Left = RandomSum(random, sources, use.Terms);
+    while (sides.Right.empty()) sides.Right = RandomSum(random, sources, use.XorTerms);
+    sides.NotLeft = fit::ComplementOf(sides.Left, budget).value();
+    sides.NotRight = fit::ComplementOf(sides.Right, budget).value();
+    fit::Function function;
+    function.True = Product(sides.Left, sides.NotRight);
+    for (const auto& term : Product(sides.NotLeft, sides.Right)) function.True->push_back(term);
+    function.Xor = std::move(sides);
+    return function;
+}
+
+// For a macrocell: an exclusive or where it has one, the function of a macrocell with the same rows, of shared
+// terms some of another one's.
+fit::Function RandomData(std::mt19937& random, const std::vector<std::size_t>& sources, const fit::Mode& mode,
+                         const fit::CellUse& use, const fit::CellUse* last, const fit::Design& design) {
+    if (last != nullptr && use.SharesSum(*last)) return design.Functions.back();
+    if (use.XorTerms > 0 && random() % 2) return RandomExclusiveOr(random, sources, use);
+    const bool shares = use.OrFuse >= 0;
+    fit::Function function;
+    function.True =
+        RandomSum(random, sources, shares ? 2 * mode.SharedTerms / mode.Cells.size() : use.Terms);
+    if (shares && !design.Functions.empty()) {
+        const auto& other = *design.Functions[random() % design.Functions.size()].True;
+        function.True->insert(function.True->end(), other.begin(), other.end());
+    }
+    return function;
+}
+
 }  // namespace
 
 fit::Design RandomDesign(std::mt19937& random, const Family& family) {
@@ -223,16 +273,13 @@ fit::Design RandomDesign(std::mt19937& random, const Family& family) {
     }
     const bool common = mode.AnyUse([](const fit::CellUse& use) { return use.EnableAndPin; });
     if (common && random() % 2) add(mode.EnablePin).Pin = mode.EnablePin;
+    const fit::CellUse* last = nullptr;
     for (const auto& [i, use] : driven) {
-        const auto data = use->Kind == fit::UseKind::Register ? fit::Input::D : fit::Input::Out;
-        const bool shares = use->OrFuse >= 0;
-        const auto most = shares ? 2 * mode.SharedTerms / mode.Cells.size() : use->Terms;
-        auto sum = RandomSum(random, sources, most);
-        if (shares && !design.Functions.empty()) {
-            const auto& other = *design.Functions[random() % design.Functions.size()].True;
-            sum.insert(sum.end(), other.begin(), other.end());
-        }
-        design.Functions.push_back({i, data, sum, {}});
+        auto function = RandomData(random, sources, mode, *use, last, design);
+        function.Signal = i;
+        function.To = use->Kind == fit::UseKind::Register ? fit::Input::D : fit::Input::Out;
+        design.Functions.push_back(std::move(function));
+        last = use;
         AddRows(random, design, sources, i, *use, mode.EnablePin);
     }
     if (mode.ResetRow >= 0) AddShared(random, design, sources, fit::Input::Ar);

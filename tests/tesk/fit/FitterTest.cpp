@@ -134,22 +134,14 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
         {"G16V8", inputs + "0 Y\nY" + nine, "7201tc", "Y needs 9"},
         {"G16V8", "2 A\n10 Y\nY = A\n", "7202tc", "pin 10 of G16V8"},
         {"G16V8", "2 A\n3 Y\nY = A\n", "7202tc", "pin 3 of G16V8 (simple) is no output"},
-        {"G16V8", "2 A\n25 Y\nY = A\n", "7202tc", "G16V8 has 20 pins"},
         {"G16V8", "1 A\n11 B\n12 Q D\nQ.D = A\n", "7202tc", "pin 1 of G16V8 (registered) is no input"},
-        {"G16V8S", "1 C\n2 A\n12 Q D\nQ.D = A\n", "7203tc", "Q.D, G16V8S"},
         {"G22V10", "1 C\n2 A\n14 Q T\nQ.T = A\n", "7203tc", "Q.T, G22V10"},
-        {"G22V10", "1 C\n2 A\n14 Q LATCH\nQ.L = A\n", "7203tc", "Q.L, G22V10"},
         {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.AR = A\n", "7203tc", "Q.AR, G16V8"},
-        {"P16R8", "1 C\n2 A\n12 Y\nY = A\n", "7202tc", "pin 12 of P16R8 (registered) is always a register"},
         {"G16V8", "2 A\n12 Y\n12 Z\nY = A\nZ = A\n", "7204tc", "Y and Z at pin 12"},
-        {"P16L8", "2 A\n19 Y\n18 Z\nY = A\nZ = Y\n", "7206tc", "Y, pin 19 of P16L8"},
         {"G16V8MA", "2 A\n12 Y\nnode N\nY = A\n0 Z\nZ = N\n", "7213tc", "N"},
         {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.CK = A\n", "7207tc", "not pin 1"},
         {"G16V8", "1 C\n2 A\n12 Q D\nQ.D = A\nQ.CK = !C\n", "7207tc", "rising edge of pin 1"},
         {"G16V8", "1 C\n2 A\n11 E\n12 Q D\nQ.D = A\nQ.OE = E\n", "7208tc", "pin 11 low"},
-        {"G22V10", "1 C\n2 A\n3 B\n14 Q D\nQ.D = A\nQ.OE = A + B\n", "7208tc",
-         "Q.OE needs 2 terms, the limit is 1"},
-        {"G22V10", "1 C\n2 A\n3 B\n14 Q D\nQ.D = A\nQ.AR = A + B\n", "7209tc", "Q.AR needs 2 terms"},
         {"G22V10", "1 C\n2 A\n3 B\n14 Q D\n15 R D\nQ.D = A\nR.D = A\nQ.AR = A\nR.AR = B\n", "7209tc",
          "R.AR differs from Q.AR"},
         {"G22V10", "1 C\n2 A\n14 Q D\nQ.D = A\nQ.AR = A\nQ.SR = A\n", "7209tc", "Q, its .AR"},
@@ -167,11 +159,6 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
          "7201tc", "Y needs 9, the limit of pin 12 of P18CV8 (cells) is 8"},
         {"F100", "9 A\n19 E\n10 Y\nY = A\nY.OE = E\n", "7208tc", "F100 enables its outputs with pin 19 low"},
         {"F100", "9 A\n10 Y\n11 Z\nY = A\nZ = Y\n", "7206tc", "Y, pin 10 of F100 (terms)"},
-        {"P16R8",
-         "1 C\n2 A\n0 Q0 D\n0 Q1 D\n0 Q2 D\n0 Q3 D\n0 Q4 D\n0 Q5 D\n0 Q6 D\n0 Q7 D\n0 Q8 D\nQ0.D = A\nQ1.D = "
-         "A\n"
-         "Q2.D = A\nQ3.D = A\nQ4.D = A\nQ5.D = A\nQ6.D = A\nQ7.D = A\nQ8.D = A\n",
-         "7205tc", "Q8, P16R8 has 8 that could take it"},
     };
     for (const auto& c : cases) {
         const auto fit = fit::FitDesign(DeviceOf(c.device), MakeDesign(c.design), {});
@@ -185,6 +172,54 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
     EXPECT_EQ(fit::FitDesign(DeviceOf("G16V8"), design, {}).Messages.at(0).Number, "7210tc");
     design.Fuses = {{2060, true}};
     EXPECT_TRUE(fit::FitDesign(DeviceOf("G16V8"), design, {}).Fuses[2060]);
+}
+
+TEST(Fitter, PinsOfOneSumTakeOneFunction) {
+    const std::string head = "2 A\n3 B\n";
+    const struct {
+        const char *device, *design, *fault;
+    } cases[] = {
+        {"P16C1", "16 Y\n15 !Z\nY = A + B\nZ = B + A\n", ""},
+        {"P20C1", "0 Y\n0 Z\nY = A + !A B\nZ = !A !B\n", ""},
+        {"P16C1", "16 Y\n15 Z\nY = A + B\nZ = A + B\n",
+         "Z differs from Y, which has the sum of pin 15 of P16C1 (combinational)"},
+        {"P16C1", "0 Y\n0 Z\nY = A + B\nZ = A B\n", "Z differs from Y, which has the sum of pin 15 of P16C1"},
+        {"P16C1", "16 Y\n15 Z\nY = A\n", "Z, pin 15 of P16C1 (combinational) is no input"},
+        {"P16C1", "16 Y\n15 Z\nY = A\nZ = Y\n", "No feedback: Y"},
+    };
+    for (const auto& c : cases) {
+        const auto fit = fit::FitDesign(DeviceOf(c.device), MakeDesign(head + c.design), {});
+        const auto text = fit.Ok() ? "" : fit.Messages[0].Text;
+        EXPECT_TRUE(text.find(c.fault) != text.npos && fit.Ok() == (*c.fault == 0)) << c.design << text;
+    }
+}
+
+TEST(Fitter, BuriedMacrocellsTakeNodes) {
+    const auto library = fit::ReadLibrary(
+        "TESK-DL 1\nDEVICE B 6 24\nMODE only 6\nINPUT 1 0\nINPUT 2 2\nCELL 5 - high\nUSE output 2 2 always "
+        "none\n"
+        "CELL 7 4 low\nUSE output 0 2 always level\nEND\n");
+    ASSERT_TRUE(library.Ok());
+    const auto& device = library.Devices[0];
+    const auto fitted = [&](const std::string& y, const std::string& n) {
+        const auto lines = "1 A\n2 B\n" + y + " Y\n" + n + " N\nN = A + B\nY = N !A\n";
+        return fit::FitDesign(device, MakeDesign(lines), {});
+    };
+    const auto fit = fitted("0", "node");
+    ASSERT_TRUE(fit.Ok());
+    EXPECT_EQ(fit.Placements[3].Pin, 7);
+    std::string fuses;
+    for (const bool fuse : fit.Fuses) fuses += fuse ? '1' : '0';
+    EXPECT_EQ(fuses,
+              "011111"
+              "110111"
+              "101110"
+              "000000")
+        << "its column is low while N is 1";
+    EXPECT_NE(fit::FusePlot(device, fit).find("Node 7\r\n00000  x---"), std::string::npos);
+    EXPECT_NE(fitted("7", "0").Messages.at(0).Text.find("Y, node 7 of B (only) has no pin"),
+              std::string::npos);
+    EXPECT_NE(fitted("5", "8").Messages.at(0).Text.find("N, B has 6 pins"), std::string::npos);
 }
 
 TEST(Fitter, PolarityFollowsTheOption) {

@@ -73,6 +73,16 @@ TEST(Library, FaultsAreToldWithTheirLine) {
         {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 6 always pin or=10\nEND\n", "7102tc", 6},
         {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 0 5 always pin or=12\nEND\n", "7102tc", 6},
         {head + "TERMS 5 12\nCELL 3 0 low\nUSE output 4 5 always pin\nEND\n", "7102tc", 6},
+        {head + "CELL 3 - low\nUSE output 0 2 always none xor=1*2\nEND\n", "7102tc", 5},
+        {head + "CELL 3 - low\nUSE output 0 2 always none xor=9*2\nEND\n", "7102tc", 5},
+        {head + "CELL 3 - low\nUSE output 0 4 always none\nCELL 4 - low\nUSE output 3 4 always none\nEND\n",
+         "7102tc", 7},
+        {head + "CELL 3 - low\nUSE output 0 4 always none\nCELL 4 - low\nUSE output 5 2 always none xor=3*2\n"
+                "END\n",
+         "7102tc", 7},
+        {head + "CELL 21 0 low\nUSE output 0 2 always none\nEND\n", "7102tc", 5},
+        {head + "CELL 21 0 low\nUSE output 0 2 4 level\nEND\n", "7102tc", 5},
+        {head + "CELL 21 0 low\nUSE input\nEND\n", "7102tc", 5},
     };
     for (const auto& c : cases) {
         const auto library = fit::ReadLibrary(c.text);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "Support.h"
 #include "base/Text.h"
 #include "tesk/fit/Chip.h"
@@ -13,6 +15,27 @@ std::string AbsOf(const Compiled& done) {
     const std::string text = base::ReplaceAll(done.Text(".ABS"), "\r\n", "\n");
     const std::size_t from = text.find("\nNET ") + 1;
     return text.substr(from, text.find("END\n") - from);
+}
+
+// The registers Q0 to Q3 at pins 20 to 23 of a P20X10, as the chip and as the reduced equations have them.
+void CompareNextStates(const Compiled& done, bool low, std::mt19937& random) {
+    const test::Chip chip("20X10", test::ReadJedec(done.Text(".JED")).Fuses);
+    const Table table(done.Text(".PLA"));
+    for (int sample = 0; sample < 100; ++sample) {
+        std::map<std::string, bool> point;
+        std::vector<bool> levels(25);
+        const auto set = [&](const std::string& name, int pin, bool inverted) {
+            point[name] = random() % 2;
+            levels[static_cast<std::size_t>(pin)] = point[name] != inverted;
+        };
+        for (int i = 0; i < 6; ++i) set(std::string(1, "ABCELG"[i]), 2 + i, false);
+        for (int i = 0; i < 4; ++i) set("Q" + std::to_string(i), 20 + i, low);
+        for (const auto& output : table.Outputs) {
+            if (output[0] != 'Q' || !output.ends_with(".D")) continue;
+            EXPECT_EQ(chip.Next(20 + output[1] - '0', levels) != low, table.At(output, point) == '1')
+                << output;
+        }
+    }
 }
 
 }  // namespace
@@ -147,33 +170,103 @@ TEST(Fitted, OtherRegistersAreBuiltFromD) {
     }
 }
 
-// What no reduction mends ends with a device that does, and a run for that has no error.
-TEST(Fitted, RefusalsNameADeviceThatWouldDo) {
+// Exclusive ors in the rows, kept as they are written or found for the device, give the equations' next
+// states.
+TEST(Fitted, ExclusiveOrsAreKeptOrFound) {
+    const std::string count =
+        "Q3.D = L & A # !L & (Q3 $ Q2 & Q1 & Q0); Q2.D = L & B # !L & (Q2 $ Q1 & Q0);\n"
+        "Q1.D = L & C # !L & (Q1 $ Q0); Q0.D = L & E # !L & !Q0;";
+    const std::string upDown =
+        "Q3.D = Q3 $ (A & Q2 & Q1 & Q0 # B & !Q2 & !Q1 & !Q0); Q2.D = Q2 $ (A & Q1 & Q0 # "
+        "B & !Q1 & !Q0);\nQ1.D = Q1 $ (A & Q0 # B & !Q0); Q0.D = Q0 $ (A # B);";
     const struct {
-        const char *Device, *Body, *Other;
+        std::string Pins, Body, Options, Rows;
     } cases[] = {
-        {"G16V8S", "Q.D = A; Q.CK = K;", "G16V8"},
-        {"P10L8", "Q = !(A # B # C);", "P10H8"},
-        {"P16L8", "Q = A # B; Q.AR = K;", ""},
-        {"P16R4", "Q.D = A; Q.CK = K; Q.AR = B;", "P18CV8"},
-        {"G16V8", "Q = [A,B,C,E,G]:$;", "G22V10"},
-        {"G22V10", "Q.L = A;", ""},
-        {"G16V8", "Q.D = A; Q.CK = K; FUSE(3000,1);", ""},
+        {"PIN 20=Q0;", "Q0.D = (A # B & C) $ (E & L # !G);", "kx",
+         "!Q0.D =>\r\n    !A & !B\r\n  # !A & !C\r\n  $ E & L\r\n"},
+        {"PIN [20,21]=[!Q0,!Q1];", "T = B # C; Q0.D = !(A $ T); Q1.D = A $ B $ C $ E;", "kx", "  $ "},
+        {"PIN [23..20]=[Q3..0];",
+         "Q3.T = Q2 & Q1 & Q0 & A; Q2.T = Q1 & Q0 & A; Q1.T = Q0 & A; Q0.T = A; Q3.CE = E;", "", "  $ "},
+        {"PIN [23..20]=[Q3..0];", count, "", "  $ "},
+        {"PIN [20..23]=[!Q0,!Q1,!Q2,!Q3];", count, "m4", "  $ "},
+        {"PIN [23..20]=[Q3..0];", upDown, "", "  $ "},
+        {"PIN [23..20]=[Q3..0];", upDown, "kx", "  $ "},
+        {"PIN 20=!Q0;", "Q0.D = A & B # !A & C & E # !B & !C & L & G;", "", "  $ "},
+        {"PIN 20=!Q0;", "Q0.D = A & B # C & E;", "kb", "Q0.D =>\r\n    C & E\r\n  # A & B\r\n\r\n"},
+        {"PIN 20=Q0;", "Q0.D = A & B # C & E;", "", "  $ 'b'1\r\n"},
     };
-    const auto compile = [](const std::string& device, const std::string& body) {
-        return CompileFor(device, "PIN=[K,A,B,C,E,G,Q];\n" + body, "m2");
+    std::mt19937 random(3);
+    for (const auto& test : cases) {
+        const auto pins = "PIN 1=K; PIN [2..7]=[A,B,C,E,L,G]; " + test.Pins + "\n";
+        const auto done = CompileFor("P20X10", pins + test.Body, "bjx" + test.Options);
+        ASSERT_TRUE(done->Run->Ok()) << test.Body << done->Lines().front();
+        EXPECT_TRUE(base::Contains(done->Text(".DOC"), test.Rows)) << test.Rows << done->Text(".DOC");
+        CompareNextStates(*done, base::Contains(test.Pins, "!"), random);
+        if (HasFailure()) return;
+    }
+    const auto none = CompileFor("G22V10", "PIN [2,3]=[A,B]; PIN 23=Q; Q = A $ B;", "jm1kx");
+    EXPECT_TRUE(base::Contains(none->Lines().front(), "3002tm")) << none->Lines().front();
+}
+
+// A design that fits, and what takes it one over a limit: what is told is the need, the limit and a device
+// that takes it, if there is one.
+TEST(Fitted, OneOverALimitIsToldWithADeviceThatWouldDo) {
+    const struct {
+        const char *Device, *Body, *Over, *Told, *Other;
+    } cases[] = {
+        {"P10H8", "PIN=Y; Y = A # B;", "APPEND Y = C;",
+         "Too many product terms: Y needs 3, the limit of pin 12 of P10H8 (combinational) is 2; fits with no "
+         "level of reduction",
+         "P10L8"},
+        {"P20X10", "PIN 20=!Y; Y.D = A & B # C & E;", "APPEND Y.D = G & H;",
+         "Too many product terms: Y.D needs 3, the limit of pin 20 of P20X10 (registered) is 2 $ 2; fits "
+         "with no level of reduction",
+         "P20R4"},
+        {"P16L8", "PIN 19=!Y; Y = A;", "PIN 21=!Z; Z = A;", "Pin can't be used so: Z, P16L8 has 20 pins",
+         "P6L16"},
+        {"P16R4", "PIN=[Q3..0]; [Q3..0].D = A;", "PIN=Z; Z.D = A;",
+         "No pin left: Z, P16R4 has 4 that could take it", "P16R6"},
+        {"P16L8", "PIN=[!Y7..0]; [Y7..0] = A;", "PIN=!Z; Z = A;",
+         "No pin left: Z, P16L8 has 8 that could take it", "P6L16"},
+        {"P10L8", "PIN=[D3..0]; PIN=!Y; Y = A & [D3..0]:&;", "PIN=D4; PIN=!Z; Z = D4;",
+         "No pin left: D4, P10L8 has 10 that could take it", "P12L6"},
+        {"P16L8", "PIN=!Y; Y = A; Y.OE = B;", "APPEND Y.OE = C;",
+         "Output enable does not fit: Y.OE needs 2 terms, the limit is 1", ""},
+        {"P10H8", "PIN=Y; Y = A;", "Y.OE = B;",
+         "Output enable does not fit: Y.OE, outputs of P10H8 (combinational) are always enabled", "P16L8"},
+        {"P16R4", "PIN=[!Y,!Z]; Y.D = A; Y.OE = !B;", "Z.D = A; Z.OE = C;",
+         "Output enable does not fit: Z.OE, P16R4 enables its registers with pin 11 low", "P22V10"},
+        {"G22V10", "PIN=[Y,Z]; Y.D = A; Y.CK = B;", "Z.D = A; Z.CK = C;",
+         "Clock does not fit: Z.CK is C, G22V10 has one clock, B at pin 1", ""},
+        {"G22V10", "PIN=Y; Y.D = A; Y.AR = B;", "APPEND Y.AR = C;",
+         "Reset or preset does not fit: Y.AR needs 2 terms, the limit of G22V10 is 1", ""},
+        {"G22V10", "PIN=[Y,Z]; Y.D = A; Y.SP = B;", "Z.D = A; Z.SP = C;",
+         "Reset or preset does not fit: Z.SP differs from Y.SP, G22V10 has one for all registers", ""},
+        {"P16R8", "PIN=!Y; Y.D = A;", "Y.AR = B;", "Extension that the device lacks: Y.AR, P16R8", "P22V10"},
+        {"P16L8", "PIN 19=!Y; Y = A;", "PIN=!Z; Z = Y;", "No feedback: Y, pin 19 of P16L8 (combinational)",
+         "P16R4"},
+        {"P16L8", "PIN=[!Y,!Z]; Y = A;", "Z.D = B;", "Extension that the device lacks: Z.D, P16L8", "P16R4"},
+        {"P16R8", "PIN=[!Y,!Z]; Y.D = A;", "Z = B;",
+         "Pin can't be used so: Z, pin 12 of P16R8 (registered) is always a register", "P16R4"},
+        {"P16C1", "PIN 16=Y; Y = A & B;", "PIN 15=Z; Z = A # B;",
+         "Two functions for one sum: Z differs from Y, which has the sum of pin 15 of P16C1 (combinational)",
+         "P10L8"},
+        {"G22V10", "PIN=[Y,Z]; Y.D = A;", "Z.L = B;", "Extension that the device lacks: Z.L, G22V10", ""},
+        {"G16V8", "PIN=Y; Y = A; FUSE(2193,0);", "FUSE(2194,1);", "No such fuse: 2194, G16V8 has 2194 fuses",
+         ""},
     };
     for (const auto& test : cases) {
-        const auto done = compile(test.Device, test.Body);
-        ASSERT_FALSE(done->Run->Ok()) << test.Body;
-        const std::string line = done->Lines().front();
-        const std::string told = "; would fit ";
-        const std::size_t at = line.find(told);
-        EXPECT_EQ(
-            at == line.npos ? "" : line.substr(at + told.size(), line.find(" (T.PLD") - at - told.size()),
-            test.Other)
-            << line;
-        EXPECT_TRUE(*test.Other == 0 || compile(test.Other, test.Body)->Run->Ok()) << test.Body;
+        const auto compile = [&](const std::string& device, const std::string& over) {
+            return CompileFor(device, "PIN=[A,B,C,E,G,H];\n" + std::string(test.Body) + over, "m2");
+        };
+        EXPECT_TRUE(compile(test.Device, "")->Run->Ok())
+            << test.Body << compile(test.Device, "")->Lines().front();
+        const auto done = compile(test.Device, test.Over);
+        ASSERT_FALSE(done->Run->Ok()) << test.Over;
+        const auto line = done->Lines().front();
+        const auto told = std::string(test.Told) + (*test.Other == 0 ? "" : "; would fit ") + test.Other;
+        EXPECT_TRUE(base::Contains(line, " Error: " + told + " (T.PLD")) << line;
+        EXPECT_TRUE(*test.Other == 0 || compile(test.Other, test.Over)->Run->Ok()) << test.Over;
     }
 }
 
