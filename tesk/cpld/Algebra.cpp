@@ -9,8 +9,8 @@
 namespace cpld {
 namespace {
 
-constexpr std::size_t mostTerms = 600;
-constexpr std::uint64_t mostSteps = 2'000'000;
+constexpr std::size_t mostTerms = 200;  // a device of 64 macrocells has 320
+constexpr std::uint64_t mostSteps = 300'000;
 
 using Variable = std::pair<std::size_t, bool>;
 Variable VariableOf(const Literal& literal) { return {literal.Signal, literal.Pin}; }
@@ -69,7 +69,8 @@ Sum SumOf(const logic::Cover& cover, const std::vector<Variable>& variables) {
 
 logic::Cover Minimised(const logic::Cover& cover) {
     constexpr logic::Options quick{false, 0.05};
-    return logic::Minimize(cover, logic::Cover(cover.Form()), logic::Level::m4, quick).Terms;
+    const auto level = cover.Size() > 40 ? logic::Level::m3 : logic::Level::m4;
+    return logic::Minimize(cover, logic::Cover(cover.Form()), level, quick).Terms;
 }
 
 }  // namespace

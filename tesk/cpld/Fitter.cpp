@@ -24,7 +24,7 @@ class Attempt {
         for (const auto signal : options_.OpenDrain) wants.Names[signal].Plain = false;
         for (const auto& function : wants.Implied)
             wants.Names[function.True->front().front().Signal].Read = true;
-        for (std::size_t i = 0; i < wants.Names.size(); ++i) FixPlace(wants, i);
+        for (std::size_t i = 0; i < needs_.Count(); ++i) FixPlace(wants, i);
         if (!fit_.Ok()) return std::move(fit_);
         CountPins(wants);
         const auto globals = ChooseGlobals(device_, package_, wants);
@@ -85,47 +85,49 @@ class Attempt {
     // By cascades alone, then with the means that make large equations smaller.
     void Place(const Wants& wants, const Globals& globals) {
         constexpr Means ways[] = {{0, BlockCells}, {3, BlockCells}, {2, BlockCells}, {0, 1}, {3, 1}};
-        std::optional<std::vector<Message>> nearest;
-        std::size_t shortest = 0, steps = options_.Steps / 2;
+        std::size_t steps = options_.Steps / 2;
         std::vector<std::size_t> tried;
-        const auto before = fit_.Messages;
+        auto told = fit_.Messages;
+        FormCache forms;
         for (const auto& means : ways) {
-            const auto plans = MakePlans(wants, globals, means);
+            const auto plans = MakePlans(wants, globals, means, forms);
             std::vector<std::size_t> sizes{plans.Foldbacks.size()};
             for (const auto& plan : plans.All) sizes.push_back(plan.Terms.size());
             if (std::exchange(tried, sizes) == sizes) continue;
-            fit_.Messages = before;
-            const auto lacking = TryWith(plans, globals, steps);
-            if (lacking == 0) return;
+            const bool first = &means == &ways[0];
+            auto messages = fit_.Messages;
+            if (TryWith(plans, globals, steps)) return;
+            if (first) told = fit_.Messages;
+            if (plans.Unplanned > 0) break;
+            fit_.Messages = std::move(messages);
             steps = options_.Steps / 8;
-            if (nearest && lacking >= shortest) continue;
-            nearest = fit_.Messages;
-            shortest = lacking;
         }
-        fit_.Messages = *nearest;
+        // How far it is without the means for emergencies says the most.
+        fit_.Messages = std::move(told);
     }
 
-    // What is missing; 0: it fits.
-    std::size_t TryWith(const Plans& plans, const Globals& globals, std::size_t steps) {
-        fit_.Messages.insert(fit_.Messages.end(), plans.Messages.begin(), plans.Messages.end());
-        std::size_t cells = 0;
+    bool TryWith(const Plans& plans, const Globals& globals, std::size_t steps) {
+        auto cells = plans.Unplanned;
         for (const auto& plan : plans.All) cells += plan.Cells();
         if (cells > device_.CellCount()) {
             Tell("7801tc", std::to_string(cells) + " needed, " + device_.Name + " has " +
                                std::to_string(device_.CellCount()));
-            return 1000 + cells;
+            return false;
         }
-        if (!fit_.Ok()) return 500;
-        const Problem problem(plans, false);
+        if (!fit_.Ok()) return false;
+        const Problem problem(plans);
         const auto found = Search(device_, package_, problem, options_.JtagPins, steps);
         fit_.Steps += found.Steps;
-        if (!found.Found) return Explain(plans, found.Missing);
+        if (!found.Found) {
+            Explain(plans, found.Missing);
+            return false;
+        }
         Assemble(device_, plans, globals, problem, *found.Found, fit_);
         NamePlaces(plans, problem, *found.Found);
-        return 0;
+        return true;
     }
 
-    std::size_t Explain(const Plans& plans, const Shortage& missing) {
+    void Explain(const Plans& plans, const Shortage& missing) {
         if (missing.Unit) {
             const bool unit = *missing.Unit < plans.All.size();
             const auto& plan = plans.All[unit ? *missing.Unit : 0];
@@ -134,7 +136,7 @@ class Attempt {
                  unit ? name + " needs " + std::to_string(plan.Cells()) + " macrocells in a row"
                       : std::string("no pin is left for an input"),
                  name);
-            return 100;
+            return;
         }
         for (std::size_t block = 0; block < missing.Unswitched.size(); ++block) {
             const auto in = std::string(", block ") + device_.Blocks[block].Name + " of " + Whole();
@@ -143,7 +145,6 @@ class Attempt {
             if (missing.Foldbacks[block] > 0)
                 Tell("7800tc", std::to_string(missing.Foldbacks[block]) + " foldbacks too few" + in);
         }
-        return missing.Total;
     }
 
     void NamePlaces(const Plans& plans, const Problem& problem, const Layout& layout) {

@@ -65,17 +65,21 @@ class Chooser {
 
     void OfferToggles() {
         Offer({Shape::Toggle, low_, *toggle_, {}});
+        if (toggle_->size() <= own_) return;
         if (const auto keep = Not(*toggle_)) Offer({Shape::ToggleComplement, low_, *keep, {}});
     }
 
     void OfferExclusives() {
-        std::vector<Literal> variables;
+        std::vector<Literal> literals, variables;
         for (const auto& term : *on_)
-            for (auto literal : term) {
-                literal.Negated = false;
-                if (std::find(variables.begin(), variables.end(), literal) == variables.end())
-                    variables.push_back(literal);
-            }
+            for (const auto& literal : term) literals.push_back(literal);
+        const auto known = [](const std::vector<Literal>& all, const Literal& literal) {
+            return std::find(all.begin(), all.end(), literal) != all.end();
+        };
+        // What stands in the terms in one sense only has seldom a part in an exclusive or.
+        for (const auto& literal : literals)
+            if (!literal.Negated && known(literals, Negated(literal)) && !known(variables, literal))
+                variables.push_back(literal);
         if (variables.size() > mostInputs) return;
         for (const auto& literal : variables) {
             const auto sum = With(literal);
@@ -156,8 +160,11 @@ Literal FoldbackOf(const Product& product, std::vector<Product>& foldbacks) {
     return {firstFoldback + index, false, false};
 }
 
+// A run has fewer terms than this, and a block sixteen foldbacks.
+constexpr std::size_t mostToFactor = 96;
+
 void Factor(Sum& sum, std::size_t most, std::size_t smallest, std::vector<Product>& foldbacks) {
-    while (sum.size() > most) {
+    while (sum.size() > most && sum.size() <= mostToFactor) {
         const auto group = LargestGroup(sum, smallest);
         if (!group) return;
         Product product;

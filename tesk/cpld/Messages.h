@@ -31,10 +31,6 @@ inline constexpr MessageEntry kMessages[] = {
     {"7806tc", Severity::Error, "Register has no clock",
      "It has no .CK or .LE equation, and no input is declared at the pin CLK1.",
      "Add the equation, or declare the clock at the pin that the message names."},
-    {"7807tc", Severity::Error, "Clock does not fit",
-     "A macrocell takes one of three global clocks, or one product term that enables the clock or clocks "
-     "itself.",
-     "Give the clock one of the clock pins, or write the equation as one product."},
     {"7808tc", Severity::Error, "Equation is too large",
      "Its complement or exclusive or takes too many terms.", "Split the equation by a node."},
     {"7809tc", Severity::Error, "Extension that the device lacks", "The macrocells have no such function.",

@@ -11,18 +11,20 @@ constexpr std::size_t mostWork = 2'000;  // macrocells of a design, before it is
 
 class Planner {
   public:
-    Planner(const Wants& wants, const Globals& globals, const Means& means)
-        : globals_(globals), means_(means), wants_(wants.All) {
+    Planner(const Wants& wants, const Globals& globals, const Means& means, FormCache& forms)
+        : globals_(globals), means_(means), forms_(forms), wants_(wants.All) {
         result_.Names = wants.Names;
         for (std::size_t i = 0; i < result_.Names.size(); ++i)
             if (result_.Names[i].Place && result_.Names[i].Driven) fixed_.push_back(*result_.Names[i].Place);
     }
 
     Plans Run() {
-        for (std::size_t i = 0; i < wants_.size() && wants_.size() < mostWork; ++i) {
-            const auto& name = result_.Names[wants_[i].Owner];
-            if (name.Drives || name.Read || name.Place) Add(wants_[i]);
+        std::size_t next = 0;
+        for (; next < wants_.size() && wants_.size() < mostWork; ++next) {
+            const auto& name = result_.Names[wants_[next].Owner];
+            if (name.Drives || name.Read || name.Place) Add(wants_[next]);
         }
+        result_.Unplanned = wants_.size() - next;
         return std::move(result_);
     }
 
@@ -31,32 +33,31 @@ class Planner {
     Literal HelperFor(const Sum& sum, std::size_t owner) {
         for (const auto& [known, index] : helpers_)
             if (fit::IsSame(known, sum)) return {index, false, false};
+        const auto literal = NewHelper(sum, owner);
+        helpers_.emplace_back(sum, literal.Signal);
+        return literal;
+    }
+
+    Literal NewHelper(const Sum& sum, std::size_t owner) {
         Want want;
-        want.Owner = AddName(owner);
+        want.Owner = AddPart(result_.Names, owner);
         want.On = sum;
-        helpers_.emplace_back(sum, want.Owner);
         wants_.push_back(want);
         return {want.Owner, false, false};
     }
 
-    std::size_t AddName(std::size_t owner) {
-        const auto index = result_.Names.size();
-        Name name;
-        name.Text = result_.Names[owner].Text + "." + std::to_string(++parts_[owner]);
-        name.Driven = name.Read = true;
-        name.State = index;
-        result_.Names.push_back(std::move(name));
-        return index;
-    }
-
     // The sum as one product: through a foldback, or through a macrocell of its own.
     Product ProductOf(const Sum& sum, std::size_t owner) {
-        if (IsProduct(sum)) return sum.front();
+        if (sum.size() == 1) return sum.front();
         const auto single = [](const Product& term) { return term.size() == 1; };
         if (sum.empty() || !std::all_of(sum.begin(), sum.end(), single)) return {HelperFor(sum, owner)};
         Product none;
         for (const auto& term : sum) none.push_back(Negated(term.front()));
         return {FoldbackOf(none, result_.Foldbacks)};
+    }
+    Sum ComplementOf(const Sum& sum, std::size_t owner) {
+        if (auto complement = Not(sum)) return *complement;
+        return {{Negated(HelperFor(sum, owner))}};
     }
     std::optional<Product> Asynchronous(const Sum& sum, std::size_t owner) {
         if (sum.empty()) return std::nullopt;
@@ -80,10 +81,10 @@ class Planner {
             want.ClockEnable.reset();
             return;
         }
-        const auto off = Not(*want.ClockEnable);
-        if (!off) return Tell(want.Owner, "7808tc", result_.Names[want.Owner].Text + ".CE");
+        want.Sides.reset();
+        const auto off = ComplementOf(*want.ClockEnable, want.Owner);
         const Sum state{{{want.Owner, false, false}}};
-        want.On = Minimised(Or(And(*want.ClockEnable, *want.On), And(*off, state)));
+        want.On = Minimised(Or(And(*want.ClockEnable, *want.On), And(off, state)));
         want.ClockEnable.reset();
     }
 
@@ -118,7 +119,7 @@ class Planner {
         output.Owner = want.Owner;
         output.Enable = std::move(want.Enable);
         want.Enable.reset();
-        const auto state = AddName(want.Owner);
+        const auto state = AddPart(result_.Names, want.Owner);
         result_.Names[state].Register = true;
         result_.Names[want.Owner].State = state;
         output.On = {{{state, false, false}}};
@@ -153,31 +154,37 @@ class Planner {
 
     void AddData(const Want& want, Plan& plan, bool flip) {
         const auto own = plan.OwnTerms();
-        static_cast<Form&>(plan) =
-            want.Xor ? Exclusive(want, plan.Low, own) : ChooseForm(want, plan.Low, flip, own);
+        static_cast<Form&>(plan) = Chosen(want, plan.Low, flip, own);
+        if (want.Sides && plan.Terms.size() > own) KeepExclusive(want, plan);
         plan.LongestRun = RunAt(plan.Owner);
         if (means_.Smallest > 0) Factor(plan.Terms, plan.OwnTerms(), means_.Smallest, result_.Foldbacks);
         Split(plan);
     }
 
-    // A kept exclusive or, unless the function is small without it.
-    Form Exclusive(const Want& want, bool low, std::size_t own) {
-        Want expanded = want;
-        if (const auto whole = ExclusiveOr(*want.On, *want.Xor)) {
-            expanded.On = *whole;
-            auto form = ChooseForm(expanded, low, false, own);
-            if (form.Terms.size() <= own) return form;
-        }
-        const bool second = want.Xor->size() == 1 || want.On->size() != 1;
-        const Sum& terms = second ? *want.On : *want.Xor;
-        auto product = ProductOf(second ? *want.Xor : *want.On, want.Owner);
-        if (!low) return {Shape::Exclusive, low, terms, product};
-        // The complement is that of one side.
-        if (product.size() == 1 && product.front().Signal < firstFoldback)
-            return {Shape::Exclusive, low, terms, {Negated(product.front())}};
-        const auto complement = Not(terms);
-        if (!complement) Tell(want.Owner, "7808tc", result_.Names[want.Owner].Text);
-        return {Shape::Exclusive, low, complement.value_or(Sum{}), product};
+    const Form& Chosen(const Want& want, bool low, bool flip, std::size_t own) {
+        auto& entry = forms_.ByOwner[want.Owner];
+        const bool same = entry.Own == own && entry.Low == low && entry.Flip == flip &&
+                          entry.Of.On == want.On && entry.Of.Toggle == want.Toggle;
+        if (!same) entry = {want, low, flip, own, ChooseForm(want, low, flip, own)};
+        return entry.Chosen;
+    }
+
+    // One side as the terms, the other one as the product that they are taken with: complemented both or
+    // none, or one of them for the complement.
+    void KeepExclusive(const Want& want, Plan& plan) {
+        const auto& sides = *want.Sides;
+        const bool low = result_.Names[plan.Owner].Low;
+        const Sum &left = low ? sides.NotLeft : sides.Left, &notLeft = low ? sides.Left : sides.NotLeft;
+        const std::pair<const Sum*, const Sum*> ways[] = {{&left, &sides.Right},
+                                                          {&notLeft, &sides.NotRight},
+                                                          {&sides.Right, &left},
+                                                          {&sides.NotRight, &notLeft}};
+        const auto cost = [](const auto& way) { return way.first->size() + 4 * (way.second->size() - 1); };
+        const auto best = std::min_element(std::begin(ways), std::end(ways),
+                                           [&](const auto& a, const auto& b) { return cost(a) < cost(b); });
+        if (best->second->empty() || best->first->size() >= plan.Terms.size()) return;
+        const auto product = ProductOf(*best->second, want.Owner);
+        static_cast<Form&>(plan) = {Shape::Exclusive, low, *best->first, product};
     }
 
     // Macrocells that a run may take which ends where the name is fixed.
@@ -194,33 +201,31 @@ class Planner {
     // The terms beyond the run go to buried macrocells.
     void Split(Plan& plan) {
         const auto most = plan.OwnTerms() + CellTerms * (plan.LongestRun - 1);
-        while (plan.Terms.size() > most) {
-            const auto excess = plan.Terms.size() - most + 1;
-            const auto count =
-                static_cast<std::ptrdiff_t>(std::min(CellTerms, std::max<std::size_t>(excess, 2)));
-            const Sum part(plan.Terms.begin(), plan.Terms.begin() + count);
-            plan.Terms.erase(plan.Terms.begin(), plan.Terms.begin() + count);
-            plan.Terms.push_back({HelperFor(part, plan.Owner)});
+        std::size_t first = 0;
+        while (plan.Terms.size() - first > most) {
+            const auto excess = plan.Terms.size() - first - most + 1;
+            const auto begin = plan.Terms.begin() + static_cast<std::ptrdiff_t>(first);
+            const auto count = std::min(CellTerms, std::max<std::size_t>(excess, 2));
+            const Sum part(begin, begin + static_cast<std::ptrdiff_t>(count));
+            first += count;
+            plan.Terms.push_back({NewHelper(part, plan.Owner)});
         }
-    }
-
-    void Tell(std::size_t owner, MessageCode code, const std::string& detail) {
-        result_.Messages.push_back(model::MakeMessage(code.Entry(), {}, detail, result_.Names[owner].Text));
+        plan.Terms.erase(plan.Terms.begin(), plan.Terms.begin() + static_cast<std::ptrdiff_t>(first));
     }
 
     const Globals& globals_;
     Means means_;
+    FormCache& forms_;
     std::vector<Want> wants_;
     std::vector<std::size_t> fixed_;
     std::vector<std::pair<Sum, std::size_t>> helpers_;
-    std::map<std::size_t, std::size_t> parts_;
     Plans result_;
 };
 
 }  // namespace
 
-Plans MakePlans(const Wants& wants, const Globals& globals, const Means& means) {
-    return Planner(wants, globals, means).Run();
+Plans MakePlans(const Wants& wants, const Globals& globals, const Means& means, FormCache& forms) {
+    return Planner(wants, globals, means, forms).Run();
 }
 
 }  // namespace cpld

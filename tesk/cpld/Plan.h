@@ -68,10 +68,21 @@ struct Plans {
     std::vector<Name> Names;
     std::vector<Plan> All;
     std::vector<Product> Foldbacks;
-    std::vector<Message> Messages;
+    std::size_t Unplanned = 0;  // macrocells and more that were not looked at, for there are far too many
 };
 
-Plans MakePlans(const Wants& wants, const Globals& globals, const Means& means);
+// Forms that were chosen, for the next time that the same is asked.
+struct FormCache {
+    struct Entry {
+        Want Of;
+        bool Low = false, Flip = false;
+        std::size_t Own = 0;
+        Form Chosen;
+    };
+    std::map<std::size_t, Entry> ByOwner;
+};
+
+Plans MakePlans(const Wants& wants, const Globals& globals, const Means& means, FormCache& forms);
 
 // The form of a function that takes the fewest macrocells; among them one that powers up at 0, then the
 // fewest terms. `own` are the terms of its macrocell for the sum, `flip`: it may give the complement.

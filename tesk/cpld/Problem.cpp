@@ -4,12 +4,12 @@
 
 namespace cpld {
 
-Problem::Problem(const Plans& plans, bool allInputs)
+Problem::Problem(const Plans& plans)
     : plans_(plans), unitOf_(plans.Names.size()), inputOf_(plans.Names.size()) {
     for (std::size_t i = 0; i < plans.All.size(); ++i) unitOf_[plans.All[i].Owner] = i;
     for (std::size_t i = 0; i < plans.Names.size(); ++i) {
         const auto& name = plans.Names[i];
-        if (name.Driven || !(name.Read || name.Place || allInputs)) continue;
+        if (name.Driven || !(name.Read || name.Place)) continue;
         inputOf_[i] = Inputs.size();
         Inputs.push_back({i, name.Place});
     }

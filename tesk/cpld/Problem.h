@@ -34,7 +34,7 @@ struct Problem {
     std::vector<InputPin> Inputs;
     std::vector<Source> Sources;
 
-    Problem(const Plans& plans, bool allInputs);
+    explicit Problem(const Plans& plans);
     // The source that a literal reads; none for a foldback.
     std::optional<std::size_t> SourceOf(const Literal& literal) const;
 

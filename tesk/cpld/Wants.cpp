@@ -84,10 +84,15 @@ class Builder {
     }
     void TooLarge(std::size_t signal, Input input) { Tell(signal, "7808tc", needs_.Name(signal, input)); }
 
+    // Where it takes too many terms, of a macrocell of its own.
     Sum Complement(std::size_t signal, Input input) {
-        auto sum = Not(Get(signal, input));
-        if (!sum) TooLarge(signal, input);
-        return sum.value_or(Sum{});
+        const auto sum = Get(signal, input);
+        if (auto complement = Not(sum)) return *complement;
+        Want want;
+        want.Owner = AddPart(result_.Names, signal);
+        want.On = sum;
+        result_.All.push_back(want);
+        return {{{want.Owner, true, false}}};
     }
 
     // Of RS registers set wins.
@@ -129,6 +134,7 @@ class Builder {
         const auto signal = want.Owner;
         const bool reset = needs_.Has(signal, Input::Sr), preset = needs_.Has(signal, Input::Sp);
         if (!reset && !preset) return;
+        want.Sides.reset();
         const Sum always{{}};
         const auto noReset = reset ? Complement(signal, Input::Sr) : always;
         const auto set = Get(signal, Input::Sp);
@@ -185,6 +191,9 @@ class Builder {
             kind == RegisterKind::None || kind == RegisterKind::D || kind == RegisterKind::Latch;
         want.Register = plain ? kind : RegisterKind::D;
         AddData(want);
+        const auto data = kind == RegisterKind::Latch ? Input::L : needs_.DataInput(signal);
+        if (const auto* sides = needs_.SidesOf(signal, data); sides != nullptr && want.On)
+            want.Sides = *sides;
         want.Enable = GetMaybe(signal, Input::Oe);
         if (want.Enable && (!result_.Names[signal].Drives || fit::IsTrue(*want.Enable))) want.Enable.reset();
         if (want.Register == RegisterKind::None) {
@@ -210,6 +219,13 @@ Wants WantsOf(const fit::Needs& needs, std::optional<std::size_t> clockInput) {
     return Builder(needs, clockInput).Run();
 }
 
-bool IsProduct(const Sum& sum) { return sum.size() == 1; }
+std::size_t AddPart(std::vector<Name>& names, std::size_t owner) {
+    Name name;
+    name.Text = names[owner].Text + "." + std::to_string(++names[owner].Parts);
+    name.Driven = name.Read = true;
+    name.State = names.size();
+    names.push_back(std::move(name));
+    return names.size() - 1;
+}
 
 }  // namespace cpld

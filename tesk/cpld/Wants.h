@@ -24,6 +24,7 @@ struct Name {
     // The pin is what the macrocell gives, always: either of them can be read.
     bool Plain = true;
     bool Read = false;      // by anyone
+    std::size_t Parts = 0;  // buried functions that were added for it
     std::size_t State = 0;  // whose register is read for it: its own index, or that of an added name
     std::optional<std::size_t> Place;  // pad, or macrocell of a name without a pin, if it is fixed
 };
@@ -35,7 +36,7 @@ struct Want {
     // The function, or for a register when it changes; at least one of them, a missing one is made where it
     // can be.
     std::optional<Sum> On, Toggle;
-    std::optional<Sum> Xor;  // kept exclusive or: the function is On $ Xor
+    std::optional<fit::Sides> Sides;  // the same function as an exclusive or that is to be kept
     Sum Clock;
     std::optional<Sum> ClockEnable;
     Sum Reset, Preset;          // asynchronous, of the asserted state
@@ -52,7 +53,7 @@ struct Wants {
 // `clockInput` is the signal at the pin that clocks registers without a clock of their own, if there is one.
 Wants WantsOf(const fit::Needs& needs, std::optional<std::size_t> clockInput);
 
-// Whether the sum is one product; a constant 1 is.
-bool IsProduct(const Sum& sum);
+// Adds a buried function for a name, told by its number behind it. Gives its index.
+std::size_t AddPart(std::vector<Name>& names, std::size_t owner);
 
 }  // namespace cpld
