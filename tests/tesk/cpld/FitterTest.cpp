@@ -116,8 +116,9 @@ TEST(CpldFitter, TakesWhatASmallerDeviceTakes) {
             design.Signals[k].Pin = 0;
             if (design.Signals[k].Register == model::RegisterKind::None) continue;
             for (const auto input : {model::Input::Ck, model::Input::Ar, model::Input::Sp})
-                design.Functions.push_back(
-                    {k, input, fit::Sum{{{static_cast<std::size_t>(input) % 5, i % 2 == 0}}}, {}});
+                if (test::TrueOf(design, k, input) == nullptr)
+                    design.Functions.push_back(
+                        {k, input, fit::Sum{{{static_cast<std::size_t>(input) % 5, i % 2 == 0}}}, {}});
         }
         BreakLoops(design);
         const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
