@@ -44,8 +44,8 @@ class Decoder {
     }
 
   private:
-    // The use that takes the most fuses for itself, of those that take the same the first that is more than an
-    // input; null if the fuses are those of none.
+    // The use that takes the most fuses for itself, of those that take the same the first that is more than
+    // an input; null if the fuses are those of none.
     const CellUse* UseOf(const fit::Cell& cell) const {
         const auto rank = [](const CellUse& use) {
             std::size_t taken = 0;
@@ -71,8 +71,9 @@ class Decoder {
         if (feedback != FeedbackKind::Pin && feedback != FeedbackKind::None) {
             // The level of an output is that behind its polarity.
             const bool isOutput = uses_[index]->Kind == UseKind::Output;
-            const bool isComplement =
-                feedback == FeedbackKind::Level && isOutput ? !PinHasSum(cell) : feedback != FeedbackKind::Sum;
+            const bool isComplement = feedback == FeedbackKind::Level && isOutput
+                                          ? !PinHasSum(cell)
+                                          : feedback != FeedbackKind::Sum;
             return SetColumns(cell.Column, {Signal::Kind::Cell, index}, isComplement);
         }
         SetColumns(cell.Column, {Signal::Kind::Pin, static_cast<std::size_t>(cell.Pin)}, false);

@@ -145,7 +145,7 @@ TEST(Loop, RandomDesigns) {
     for (const auto& family : test::Families()) {
         for (int round = 0, fitted = 0; round < 300 && fitted < 1 && !HasFatalFailure(); ++round) {
             const auto& device = test::DeviceOf(family.Mnemonic);
-            const auto fit = fit::FitDesign(device, test::RandomDesign(random, family), {});
+            const auto fit = fit::FitDesign(device, test::RandomDesign(random, device), {});
             if (!fit.Ok()) continue;
             ++fitted;
             ExpectLoop(device, fit.Fuses);

@@ -72,66 +72,36 @@ fit::Design MakeDesign(const std::string& lines) {
 
 const std::vector<Family>& Families() {
     static const std::vector<Family> families{
-        {"G16V8S", "16V8", "GAL16V8"},
-        {"G16V8MA", "16V8", "GAL16V8"},
-        {"G16V8MS", "16V8", "GAL16V8"},
-        {"G16V8", "16V8", "GAL16V8"},
-        {"G20V8S", "20V8", "GAL20V8"},
-        {"G20V8MA", "20V8", "GAL20V8"},
-        {"G20V8MS", "20V8", "GAL20V8"},
-        {"G20V8", "20V8", "GAL20V8"},
-        {"G22V10", "22V10", "GAL22V10"},
-        {"G22V10PD", "22V10", "ATF22V10"},
-        {"P22V10", "22V10", "PAL22V10"},
-        {"G18V10", "", "GAL18V10"},
-        {"P16L8", "16L8", "PAL16L8"},
-        {"P16R4", "16R4", "PAL16R4"},
-        {"P16R6", "16R6", "PAL16R6"},
-        {"P16R8", "16R8", "PAL16R8"},
-        {"P20L8", "20L8", "PAL20L8"},
-        {"P20R4", "20R4", "PAL20R4"},
-        {"P20R6", "20R6", "PAL20R6"},
-        {"P20R8", "20R8", "PAL20R8"},
-        {"P10L8", "", "PAL10L8"},
-        {"P10H8", "", "PAL10H8"},
-        {"P10P8", "", "PAL10P8"},
-        {"P12L6", "", "PAL12L6"},
-        {"P12H6", "", "PAL12H6"},
-        {"P12P6", "", "PAL12P6"},
-        {"P14L4", "", "PAL14L4"},
-        {"P14H4", "", "PAL14H4"},
-        {"P14P4", "", "PAL14P4"},
-        {"P16L2", "", "PAL16L2"},
-        {"P16H2", "", "PAL16H2"},
-        {"P16P2", "", "PAL16P2"},
-        {"P12L10", "", "PAL12L10"},
-        {"P12H10", "", "PAL12H10"},
-        {"P14L8", "", "PAL14L8"},
-        {"P14H8", "", "PAL14H8"},
-        {"P16L6", "", "PAL16L6"},
-        {"P16H6", "", "PAL16H6"},
-        {"P18L4", "", "PAL18L4"},
-        {"P18H4", "", "PAL18H4"},
-        {"P20L2", "", "PAL20L2"},
-        {"P6L16", "", "PAL6L16"},
-        {"P8L14", "", "PAL8L14"},
-        {"P16P8", "", "PAL16P8"},
-        {"P20L10", "", "PAL20L10"},
-        {"P16RP4", "", "PAL16RP4"},
-        {"P16RP6", "", "PAL16RP6"},
-        {"P16RP8", "", "PAL16RP8"},
-        {"P18P8", "", "AMPAL18P8"},
-        {"P20RA10", "20RA10", ""},
-        {"G20RA10", "20RA10", ""},
-        {"F100", "", "82S100"},
-        {"F101", "", "82S101"},
-        {"F153", "", "82S153"},
-        {"P18CV8", "", "18CV8"},
-        {"P20X4", "20X4", "PAL20X4"},
-        {"P20X8", "20X8", "PAL20X8"},
-        {"P20X10", "20X10", "PAL20X10"},
-        {"P16C1", "", "PAL16C1"},
-        {"P20C1", "", "PAL20C1"},
+        {"G16V8S", "16V8", "GAL16V8"},   {"G16V8MA", "16V8", "GAL16V8"},
+        {"G16V8MS", "16V8", "GAL16V8"},  {"G16V8", "16V8", "GAL16V8"},
+        {"G20V8S", "20V8", "GAL20V8"},   {"G20V8MA", "20V8", "GAL20V8"},
+        {"G20V8MS", "20V8", "GAL20V8"},  {"G20V8", "20V8", "GAL20V8"},
+        {"G22V10", "22V10", "GAL22V10"}, {"G22V10PD", "22V10", "ATF22V10"},
+        {"P22V10", "22V10", "PAL22V10"}, {"G18V10", "", "GAL18V10"},
+        {"P16L8", "16L8", "PAL16L8"},    {"P16R4", "16R4", "PAL16R4"},
+        {"P16R6", "16R6", "PAL16R6"},    {"P16R8", "16R8", "PAL16R8"},
+        {"P20L8", "20L8", "PAL20L8"},    {"P20R4", "20R4", "PAL20R4"},
+        {"P20R6", "20R6", "PAL20R6"},    {"P20R8", "20R8", "PAL20R8"},
+        {"P10L8", "", "PAL10L8"},        {"P10H8", "", "PAL10H8"},
+        {"P10P8", "", "PAL10P8"},        {"P12L6", "", "PAL12L6"},
+        {"P12H6", "", "PAL12H6"},        {"P12P6", "", "PAL12P6"},
+        {"P14L4", "", "PAL14L4"},        {"P14H4", "", "PAL14H4"},
+        {"P14P4", "", "PAL14P4"},        {"P16L2", "", "PAL16L2"},
+        {"P16H2", "", "PAL16H2"},        {"P16P2", "", "PAL16P2"},
+        {"P12L10", "", "PAL12L10"},      {"P12H10", "", "PAL12H10"},
+        {"P14L8", "", "PAL14L8"},        {"P14H8", "", "PAL14H8"},
+        {"P16L6", "", "PAL16L6"},        {"P16H6", "", "PAL16H6"},
+        {"P18L4", "", "PAL18L4"},        {"P18H4", "", "PAL18H4"},
+        {"P20L2", "", "PAL20L2"},        {"P6L16", "", "PAL6L16"},
+        {"P8L14", "", "PAL8L14"},        {"P16P8", "", "PAL16P8"},
+        {"P20L10", "", "PAL20L10"},      {"P16RP4", "", "PAL16RP4"},
+        {"P16RP6", "", "PAL16RP6"},      {"P16RP8", "", "PAL16RP8"},
+        {"P18P8", "", "AMPAL18P8"},      {"P20RA10", "20RA10", ""},
+        {"G20RA10", "20RA10", ""},       {"F100", "", "82S100"},
+        {"F101", "", "82S101"},          {"F153", "", "82S153"},
+        {"P18CV8", "", "18CV8"},         {"P20X4", "20X4", "PAL20X4"},
+        {"P20X8", "20X8", "PAL20X8"},    {"P20X10", "20X10", "PAL20X10"},
+        {"P16C1", "", "PAL16C1"},        {"P20C1", "", "PAL20C1"},
     };
     return families;
 }
@@ -197,8 +167,12 @@ fit::Sum Product(const fit::Sum& a, const fit::Sum& b) {
     fit::Sum product;
     for (const auto& x : a) {
         for (auto y : b) {
+            const bool isFalse = std::any_of(x.begin(), x.end(), [&](fit::Literal literal) {
+                literal.Negated = !literal.Negated;
+                return std::find(y.begin(), y.end(), literal) != y.end();
+            });
             y.insert(y.end(), x.begin(), x.end());
-            product.push_back(std::move(y));
+            if (!isFalse) product.push_back(std::move(y));
         }
     }
     return product;
@@ -219,16 +193,15 @@ fit::Function RandomExclusiveOr(std::mt19937& random, const std::vector<std::siz
     return function;
 }
 
-// For a macrocell: an exclusive or where it has one, the function of a macrocell with the same rows, of shared
-// terms some of another one's.
+// For a macrocell: an exclusive or where it has one, the function of a macrocell with the same rows, of
+// shared terms some of another one's.
 fit::Function RandomData(std::mt19937& random, const std::vector<std::size_t>& sources, const fit::Mode& mode,
                          const fit::CellUse& use, const fit::CellUse* last, const fit::Design& design) {
     if (last != nullptr && use.SharesSum(*last)) return design.Functions.back();
     if (use.XorTerms > 0 && random() % 2) return RandomExclusiveOr(random, sources, use);
     const bool shares = use.OrFuse >= 0;
     fit::Function function;
-    function.True =
-        RandomSum(random, sources, shares ? 2 * mode.SharedTerms / mode.Cells.size() : use.Terms);
+    function.True = RandomSum(random, sources, shares ? 2 * mode.SharedTerms / mode.Cells.size() : use.Terms);
     if (shares && !design.Functions.empty()) {
         const auto& other = *design.Functions[random() % design.Functions.size()].True;
         function.True->insert(function.True->end(), other.begin(), other.end());
@@ -238,9 +211,8 @@ fit::Function RandomData(std::mt19937& random, const std::vector<std::size_t>& s
 
 }  // namespace
 
-fit::Design RandomDesign(std::mt19937& random, const Family& family) {
-    const auto& modes = DeviceOf(family.Mnemonic).Modes;
-    const auto& mode = modes[random() % modes.size()];
+fit::Design RandomDesign(std::mt19937& random, const fit::Device& device) {
+    const auto& mode = device.Modes[random() % device.Modes.size()];
     fit::Design design;
     std::vector<std::size_t> sources;
     const auto add = [&](int pin) -> fit::Signal& {
@@ -267,7 +239,7 @@ fit::Design RandomDesign(std::mt19937& random, const Family& family) {
         // The complement of a sum seldom fits.
         if (cell.Polarity != fit::PolarityKind::Fuse && random() % 8 != 0)
             signal.ActiveLow = cell.Polarity == fit::PolarityKind::Low;
-        signal.Node = drives && random() % 6 == 0;
+        signal.Node = (drives && random() % 6 == 0) || cell.Pin > device.Pins;
         if (signal.Node) signal.ActiveLow = false;
         if (use.Kind == fit::UseKind::Register) signal.Register = fit::RegisterKind::D;
     }

@@ -25,7 +25,7 @@ const std::vector<Family>& Families();
 
 // Random outputs and inputs as one of the device's modes may have them, some for the fitter to place; not
 // each one fits.
-fit::Design RandomDesign(std::mt19937& random, const Family& family);
+fit::Design RandomDesign(std::mt19937& random, const fit::Device& device);
 
 const fit::Sum* TrueOf(const fit::Design& design, std::size_t signal, fit::Input input);
 bool Holds(const fit::Sum& sum, const std::vector<bool>& asserted);

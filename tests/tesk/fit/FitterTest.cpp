@@ -84,7 +84,7 @@ TEST(Fitter, RandomDesignsCompareWithTheProgrammedChip) {
         if (*d.Kind == 0) continue;
         int fitted = 0;
         for (int round = 0; round < 3000 && fitted < 12; ++round) {
-            const auto design = test::RandomDesign(random, d);
+            const auto design = test::RandomDesign(random, DeviceOf(d.Mnemonic));
             const auto choose = static_cast<fit::Polarity>(random() % 3);
             const auto fit = fit::FitDesign(DeviceOf(d.Mnemonic), design, {choose});
             EXPECT_EQ(fit.Ok(), !fit.Fuses.empty());

@@ -168,7 +168,7 @@ TEST(Jedutil, SeesTheEquationsOfTheDesign) {
         const auto& device = test::DeviceOf(family.Mnemonic);
         int fitted = 0;
         for (int round = 0; round < 4000 && fitted < 5; ++round) {
-            const auto design = test::RandomDesign(random, family);
+            const auto design = test::RandomDesign(random, device);
             const auto fit = fit::FitDesign(device, design, {fit::Polarity::Best, random() % 2 == 0});
             if (!fit.Ok()) continue;
             ++fitted;
