@@ -14,7 +14,7 @@ using Devices = std::vector<const fit::Device*>;
 
 bool SameUse(const fit::CellUse& a, const fit::CellUse& b) {
     return a.Kind == b.Kind && a.FirstRow == b.FirstRow && a.Terms == b.Terms && a.Enable == b.Enable &&
-           a.Feedback == b.Feedback;
+           a.Feedback == b.Feedback && a.XorTerms == b.XorTerms && a.OrFuse == b.OrFuse;
 }
 
 bool SameCell(const fit::Cell& a, const fit::Cell& b) {

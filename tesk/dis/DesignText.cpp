@@ -122,8 +122,9 @@ class Writer {
 
     void AddData(std::size_t index) {
         const auto& cell = chip_.At(index);
-        auto value = Of(InPlace(chip_, index));
-        if (cell.Rows2) value = Formula::Combine(Operator::Xor, std::move(value), Of(*cell.Rows2));
+        auto value = Of(InPlace(chip_, index, false));
+        if (cell.Rows2)
+            value = Formula::Combine(Operator::Xor, std::move(value), Of(InPlace(chip_, index, true)));
         std::string extension;
         if (cell.Register == RegisterKind::D) extension = ".D";
         if (cell.Register == RegisterKind::T) extension = ".T";

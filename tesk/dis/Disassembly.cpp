@@ -35,6 +35,24 @@ convert::PldFile HeaderOf(const proof::JedecFile& file, const Request& request) 
     return design;
 }
 
+bool HasExclusive(const fit::Mode& mode) {
+    return mode.AnyUse([](const fit::CellUse& use) { return use.XorTerms > 0; });
+}
+
+// The compiler has more ways than one to put equations into the rows.
+bool LeavesChoice(const Programmed& chip) {
+    const auto isBuried = [](const proof::Macrocell& cell) { return cell.Pin == 0; };
+    return HasExclusive(*chip.Mode) || std::any_of(chip.Chip.Cells.begin(), chip.Chip.Cells.end(), isBuried);
+}
+
+// Whether the chip does what the equations say, whose nodes are true where the sums of the rows are.
+proof::Verdict VerdictOf(proof::Equations equations, const proof::Chip& chip) {
+    for (auto& name : equations.Names)
+        for (const auto& cell : chip.Cells)
+            if (name.Node && cell.Node == name.Place) name.ActiveLow = cell.Inverted != cell.PinInverted;
+    return proof::Prove(equations, chip);
+}
+
 class Work {
   public:
     Work(const proof::JedecFile& file, std::string_view libraryText, const Request& request)
@@ -68,6 +86,7 @@ class Work {
         const Naming naming(chip, request_.Names);
         auto design = HeaderOf(file_, request_);
         design.Device = chip.Device->Mnemonic;
+        if (HasExclusive(*chip.Mode)) design.Origin += " Compile with kx, which keeps exclusive ors.";
         result_.Pld = InMode(design, library, chip, naming);
         result_.Device = design.Device;
         const auto head = std::string_view(result_.Pld).substr(0, result_.Pld.find("\r\n\r\n") + 4);
@@ -84,21 +103,35 @@ class Work {
             design.Device = device->Mnemonic;
             TextOptions options{request_.Minimize, {}};
             auto text = DesignText(design, chip, naming, options);
-            Trial trial(text, libraryText_);
+            Trial trial(text, libraryText_, HasExclusive(*chip.Mode));
             const auto* fit = trial.Compile();
             if (fit == nullptr) obstacle = trial.FirstError();
             if (fit == nullptr || fit->Mode != chip.Mode->Name) continue;
-            options.Fuses = Differences(chip, fit->Fuses);
-            if (request_.Minimize)
-                std::erase_if(options.Fuses, [&](const auto& fuse) { return chip.IsInArray(fuse.first); });
+            const auto equations = front::ToEquations(trial.Of());
+            options.Fuses = FusesBeside(equations, fit->Fuses, chip);
             TellOfRows(chip, options.Fuses);
-            const auto verdict = proof::Prove(front::ToEquations(trial.Of()), chip.Chip);
+            const auto verdict = VerdictOf(equations, chip.Chip);
             if (!verdict.Differences.empty()) Tell("7604tc", verdict.Differences.front().Text);
             if (!options.Fuses.empty()) text = DesignText(design, chip, naming, options);
             return text;
         }
         Tell("7604tc", obstacle.empty() ? "it comes out in another mode than " + chip.Mode->Name : obstacle);
         return DesignText(design, chip, naming, {request_.Minimize, {}});
+    }
+
+    // What the text must say of fuses. Where the compiler fills rows otherwise, all of them: a mixture does
+    // something else.
+    FuseList FusesBeside(const proof::Equations& equations, const std::vector<bool>& compiled,
+                         const Programmed& chip) const {
+        auto fuses = Differences(chip, compiled, false);
+        if (request_.Minimize)
+            std::erase_if(fuses, [&](const auto& fuse) { return chip.IsInArray(fuse.first); });
+        if (request_.Minimize || !LeavesChoice(chip)) return fuses;
+        auto mixed = compiled;
+        for (const auto& [fuse, value] : fuses) mixed[fuse] = value;
+        const auto found = proof::ReadBack(*chip.Device, mixed).Found;
+        const bool isSame = found && VerdictOf(equations, *found).Differences.empty();
+        return isSame ? fuses : Differences(chip, compiled, true);
     }
 
     void TellOfRows(const Programmed& chip, const FuseList& fuses) {
@@ -112,7 +145,7 @@ class Work {
         if (const auto rows = RowsWithoutEffect(chip); rows > 0) Tell("7606tc", std::to_string(rows));
         std::string pins;
         for (const auto& cell : chip.Chip.Cells)
-            if (!cell.Known) pins += (pins.empty() ? "pin " : ", ") + std::to_string(cell.Pin);
+            if (!cell.Known) pins += (pins.empty() ? "pin " : ", ") + std::to_string(cell.Node);
         if (!pins.empty()) Tell("7608tc", pins);
     }
 

@@ -84,6 +84,25 @@ bool IsIdle(const Programmed& chip, std::size_t cell) {
            isDefault;
 }
 
+// An exclusive or with a constant is a sum, or its complement. That stands in the first rows, with the fuses,
+// so that the compiler puts it there.
+void FoldConstant(Programmed& chip, std::size_t index) {
+    auto& cell = chip.Chip.Cells[index];
+    const auto* use = UseOf(chip, index);
+    if (!cell.Rows2 || use == nullptr || use->Terms != use->XorTerms) return;
+    const auto isConstant = [](const proof::Sum& sum) { return sum.empty() || sum == proof::Always(); };
+    if (isConstant(cell.Rows) && !cell.Rows2->empty()) {
+        std::swap(cell.Rows, *cell.Rows2);
+        const auto at = [&](std::size_t row) {
+            return chip.Fuses.begin() + static_cast<std::ptrdiff_t>(chip.Mode->FirstFuse(row));
+        };
+        std::swap_ranges(at(use->FirstRow), at(use->FirstRow + use->Terms), at(use->XorRow));
+    }
+    if (!isConstant(*cell.Rows2)) return;
+    cell.Inverted = cell.Inverted != !cell.Rows2->empty();
+    cell.Rows2.reset();
+}
+
 void FindLive(Programmed& chip) {
     std::vector<std::size_t> open;
     const auto mark = [&](std::size_t cell) {
@@ -93,7 +112,7 @@ void FindLive(Programmed& chip) {
     };
     chip.Live.assign(chip.Chip.Cells.size(), false);
     for (std::size_t i = 0; i < chip.Live.size(); ++i)
-        if (chip.At(i).Drives() && !IsIdle(chip, i)) mark(i);
+        if (chip.At(i).Pin != 0 && chip.At(i).Drives() && !IsIdle(chip, i)) mark(i);
     const auto read = [&](const Signal& signal) {
         if (signal.From == Signal::Kind::Cell) return mark(signal.At);
         for (std::size_t i = 0; i < chip.Live.size(); ++i)
@@ -121,18 +140,22 @@ proof::Sum InOrder(proof::Sum sum) {
     return sum;
 }
 
-// Rows that are not false and belong to what is live.
-std::vector<std::size_t> UsedRows(const Programmed& chip) {
+// Rows that belong to what is live, without those that are false unless they are wanted.
+std::vector<std::size_t> UsedRows(const Programmed& chip, bool withFalse) {
     std::vector<std::size_t> rows;
     const auto add = [&](std::size_t row) {
-        if (!IsFalse(*chip.Mode, chip.Fuses, row)) rows.push_back(row);
+        if (withFalse || !IsFalse(*chip.Mode, chip.Fuses, row)) rows.push_back(row);
+    };
+    const auto addSum = [&](std::size_t first, std::size_t terms) {
+        for (auto row = first; row < first + terms; ++row) add(row);
     };
     bool anyRegister = false;
     for (std::size_t i = 0; i < chip.Live.size(); ++i) {
         const auto* use = chip.Live[i] ? UseOf(chip, i) : nullptr;
         if (use == nullptr) continue;
         // Terms that macrocells share have no places of their own.
-        for (auto row = use->FirstRow; use->OrFuse < 0 && row < use->FirstRow + use->Terms; ++row) add(row);
+        if (use->OrFuse < 0) addSum(use->FirstRow, use->Terms);
+        addSum(use->XorRow, use->XorTerms);
         for (const int row : OwnRows(*use))
             if (row >= 0) add(static_cast<std::size_t>(row));
         if (use->Enable == fit::EnableKind::Row) add(use->EnableRow);
@@ -177,18 +200,21 @@ std::optional<Programmed> ReadProgrammed(const fit::Device& device, std::vector<
         LeaveOutUnknownLines(cell);
         for (auto* sum : SumsOf(cell)) LeaveOutBesideTrue(*sum);
     }
+    for (std::size_t i = 0; i < chip.Chip.Cells.size(); ++i) FoldConstant(chip, i);
     FindLive(chip);
     return chip;
 }
 
-proof::Sum InPlace(const Programmed& chip, std::size_t cell) {
-    const auto& rows = chip.At(cell).Rows;
+proof::Sum InPlace(const Programmed& chip, std::size_t cell, bool second) {
+    const auto& rows = second ? *chip.At(cell).Rows2 : chip.At(cell).Rows;
     const auto* use = UseOf(chip, cell);
     if (use == nullptr || rows == proof::Always()) return rows;
     if (use->OrFuse >= 0) return InOrder(rows);
     proof::Sum result;
     std::size_t next = 0;
-    for (std::size_t row = use->FirstRow; row < use->FirstRow + use->Terms && next < rows.size(); ++row) {
+    auto row = second ? use->XorRow : use->FirstRow;
+    const auto end = row + (second ? use->XorTerms : use->Terms);
+    for (; row < end && next < rows.size(); ++row) {
         result.push_back(rows[next]);
         if (!IsFalse(*chip.Mode, chip.Fuses, row)) ++next;
     }
@@ -196,9 +222,9 @@ proof::Sum InPlace(const Programmed& chip, std::size_t cell) {
 }
 
 std::vector<std::pair<std::size_t, bool>> Differences(const Programmed& chip,
-                                                      const std::vector<bool>& compiled) {
+                                                      const std::vector<bool>& compiled, bool withFalse) {
     std::set<std::size_t> compared;
-    for (const auto row : UsedRows(chip))
+    for (const auto row : UsedRows(chip, withFalse))
         for (std::size_t i = 0; i < chip.Mode->Columns; ++i) compared.insert(chip.Mode->FirstFuse(row) + i);
     std::set<std::size_t> chosen;
     for (const auto& cell : chip.Mode->Cells) {
@@ -215,7 +241,7 @@ std::vector<std::pair<std::size_t, bool>> Differences(const Programmed& chip,
 }
 
 std::size_t RowsWithoutEffect(const Programmed& chip) {
-    const auto used = UsedRows(chip);
+    const auto used = UsedRows(chip, false);
     const std::set<std::size_t> kept(used.begin(), used.end());
     auto count = chip.DisabledRows;
     for (std::size_t row = 0; row < chip.Mode->Rows(); ++row)

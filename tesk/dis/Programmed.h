@@ -43,14 +43,15 @@ auto SumsOf(Cell& cell) {
 }
 
 // The sum of a macrocell with its terms in their rows: a false row before the last term repeats a term, which
-// changes nothing. Terms that macrocells share are sorted, for the compiler gives them their rows.
-proof::Sum InPlace(const Programmed& chip, std::size_t cell);
+// changes nothing. Terms that macrocells share are sorted, for the compiler gives them their rows. `second`:
+// of its second sum.
+proof::Sum InPlace(const Programmed& chip, std::size_t cell, bool second);
 
 // Fuses that have an effect, or are told of nothing that has none, and are others in a compiled map: those of
 // rows that are not false, and those that are in no row and choose no use of a macrocell. With their wanted
-// values.
+// values. `withFalse`: those of false rows, too.
 std::vector<std::pair<std::size_t, bool>> Differences(const Programmed& chip,
-                                                      const std::vector<bool>& compiled);
+                                                      const std::vector<bool>& compiled, bool withFalse);
 
 // Rows that are connected and have no effect.
 std::size_t RowsWithoutEffect(const Programmed& chip);

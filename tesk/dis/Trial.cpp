@@ -25,12 +25,12 @@ class Trial::Texts : public front::Files {
     std::string library_;
 };
 
-Trial::Trial(std::string_view text, std::string_view library)
+Trial::Trial(std::string_view text, std::string_view library, bool keep)
     : texts_(std::make_unique<Texts>(text, library)), run_(std::make_unique<front::Run>(*texts_, silent_)) {
     run_->Base = kBase;
     run_->Device = "&";
     run_->Library = kLibrary;
-    run_->Options = front::Options::Parse("m4");
+    run_->Options = front::Options::Parse(keep ? "m4kx" : "m4");
 }
 
 Trial::~Trial() = default;

@@ -11,7 +11,8 @@ namespace dis {
 // A text compiled in memory, without outputs.
 class Trial {
   public:
-    Trial(std::string_view text, std::string_view library);
+    // `keep`: exclusive ors of the equations stay such in the rows.
+    Trial(std::string_view text, std::string_view library, bool keep = false);
     ~Trial();
 
     bool Analyse();             // names and equations; false if there are errors

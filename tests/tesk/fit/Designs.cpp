@@ -211,6 +211,16 @@ fit::Function RandomData(std::mt19937& random, const std::vector<std::size_t>& s
 
 }  // namespace
 
+std::string BuriedText() {
+    return "TESK-DL 1\nDEVICE BURIED 8 178\nMODE only 16\nCLOCK 7\n"
+           "INPUT 1 0\nINPUT 2 2\nINPUT 3 4\nINPUT 4 6\n"
+           "CELL 5 - high\nUSE output 0 2 always none\n"
+           "CELL 9 8 low\nUSE output 2 2 always level\n"
+           "CELL 10 10 176\nUSE output 4 2 always notsum\n"
+           "CELL 11 12 high\nUSE register 6 2 always level\n"
+           "CELL 12 14 177\nUSE register 8 1 always notsum xor=9*2\nEND\n";
+}
+
 fit::Design RandomDesign(std::mt19937& random, const fit::Device& device) {
     const auto& mode = device.Modes[random() % device.Modes.size()];
     fit::Design design;

@@ -9,6 +9,8 @@
 namespace test {
 
 std::string FullSetText();
+// A library of one device, BURIED: macrocells without a pin, with all that they may lead back.
+std::string BuriedText();
 const fit::Device& DeviceOf(const std::string& mnemonic);
 
 // A design from lines: "2 A", "19 !Y", "0 Z", "node N" declare; "19 !Q D" a D register (T, JK … likewise);

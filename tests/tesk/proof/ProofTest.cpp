@@ -9,15 +9,6 @@
 
 namespace {
 
-// Macrocells without a pin, and all that they may lead back.
-constexpr std::string_view buried =
-    "TESK-DL 1\nDEVICE BURIED 8 178\nMODE only 16\nINPUT 1 0\nINPUT 2 2\nINPUT 3 4\nINPUT 4 6\nCLOCK 7\n"
-    "CELL 5 - high\nUSE output 0 2 always none\n"
-    "CELL 9 8 low\nUSE output 2 2 always level\n"
-    "CELL 10 10 176\nUSE output 4 2 always notsum\n"
-    "CELL 11 12 high\nUSE register 6 2 always level\n"
-    "CELL 12 14 177\nUSE register 8 1 always notsum xor=9*2\nEND\n";
-
 proof::Equations EquationsOf(const fit::Design& design) {
     proof::Equations result;
     for (const auto& signal : design.Signals)
@@ -162,7 +153,7 @@ proof::Sum SumOf(const std::string& text) {
 }  // namespace
 
 TEST(Proof, EachDevice) {
-    auto devices = fit::ReadLibrary(buried).Devices;
+    auto devices = fit::ReadLibrary(test::BuriedText()).Devices;
     ASSERT_EQ(devices.size(), 1u);
     for (const auto& family : test::Families()) devices.push_back(test::DeviceOf(family.Mnemonic));
     for (const auto& device : devices) {
