@@ -75,7 +75,7 @@ void Smaller(benchmark::State& state) {
         std::mt19937 random(1);
         Tally tally{"P44"};
         for (int i = 0; i < 100;) {
-            auto design = test::RandomDesign(random, {"G22V10", "", ""});
+            auto design = test::RandomDesign(random, test::DeviceOf("G22V10"));
             const auto fit = fit::FitDesign(test::DeviceOf("G22V10"), design, {});
             if (!fit.Ok()) continue;
             ++i;

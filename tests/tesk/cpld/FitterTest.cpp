@@ -111,7 +111,7 @@ void BreakLoops(fit::Design& design) {
 TEST(CpldFitter, TakesWhatASmallerDeviceTakes) {
     std::mt19937 random(3);
     for (int i = 0; i < 10; ++i) {
-        auto design = test::RandomDesign(random, {"G22V10", "", ""});
+        auto design = test::RandomDesign(random, test::DeviceOf("G22V10"));
         for (std::size_t k = 0; k < design.Signals.size(); ++k) {
             design.Signals[k].Pin = 0;
             if (design.Signals[k].Register == model::RegisterKind::None) continue;
