@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "front/ComplexName.h"
 #include "front/Limits.h"
 
 namespace front {
@@ -144,6 +145,35 @@ void Analyser::Take(const MinDeclaration& min) {
 
 void Analyser::Take(const FuseStatement& fuse) {
     analysis_.Result.Fuses.push_back({fuse.Number, fuse.Value, fuse.At});
+}
+
+void Analyser::Take(const PropertyStatement& statement) {
+    const std::string word(statement.Word);
+    const PropertyRow* row = FindProperty(word);
+    if (row == nullptr)
+        return report_.Add(Code::PropertyUnknown, statement.At, word + ", known are " + PropertyWords());
+    const auto value = PropertyValue(*row, statement.Value);
+    if (!value) {
+        const std::string values = row->Values[0].empty()
+                                       ? "a hexadecimal number up to FFFF"
+                                       : std::string(row->Values[0]) + " or " + std::string(row->Values[1]);
+        const std::string what = word + " is " + values + ", not " + std::string(statement.Value);
+        return report_.Add(Code::PropertyUnknown, statement.At, what);
+    }
+    if (!SplitComplex(analysis_.Result.Device))
+        return report_.Add(Code::PropertyUnused, statement.At, word + ", " + analysis_.Result.Device);
+    if (statement.Names >= 0 && !row->OfNames)
+        return report_.Add(Code::PropertyUnknown, statement.At, word + " is one of the whole device");
+    Property property{row->Kind, *value, {}, statement.At};
+    if (statement.Names < 0) return analysis_.Result.Properties.push_back(property);
+    for (const ListedName& name : names_.Members(statement.Names)) {
+        const auto variable = names_.FindVariable(name.Name);
+        if (variable)
+            property.Variables.push_back(*variable);
+        else
+            names_.ReportUnknown(name.Name, name.At);
+    }
+    if (!property.Variables.empty()) analysis_.Result.Properties.push_back(std::move(property));
 }
 
 void Analyser::FinishOne(int variable, Extension to, const Gathered& gathered) {

@@ -64,6 +64,7 @@ class Analyser {
     void Take(const ConditionStatement& condition);
     void Take(const MinDeclaration& min);
     void Take(const FuseStatement& fuse);
+    void Take(const PropertyStatement& property);
     void Take(const Declaration&) {}
     void Take(const FieldDeclaration&) {}
     void Take(const FunctionStatement&) {}
@@ -102,7 +103,7 @@ class Analyser {
     void SortSignals();
     void CheckRegisters();
     void BuildFromD();
-    void BuildFromD(int variable);
+    void BuildFromD(int variable, bool isComplex);
     void CheckUse();
 
     const Syntax& syntax_;

@@ -2,9 +2,11 @@
 #include <array>
 
 #include "front/Analyser.h"
+#include "front/ComplexName.h"
 
 // The devices have D registers without a clock enable. T, JK and RS registers and .CE are made of their D
-// input and their feedback. Of RS registers with both inputs 1 the state is open; set wins.
+// input and their feedback. The complex ones have T registers and clock enables, but nothing synchronous. Of
+// RS registers with both inputs 1 the state is open; set wins.
 namespace front {
 
 namespace {
@@ -57,16 +59,21 @@ class Builder {
 
 void Analyser::BuildFromD() {
     if (analysis_.Result.Device == "virtual") return;
+    const bool isComplex = SplitComplex(analysis_.Result.Device).has_value();
     for (std::size_t i = 0; i < analysis_.Result.Variables.size(); ++i) {
         const Extension kind = analysis_.Result.Variables[i].Register;
         const int variable = static_cast<int>(i);
-        const bool other = kind == Extension::T || kind == Extension::J || kind == Extension::R;
-        const bool enabled = gathered_.contains({variable, Extension::CE});
-        if (other || (kind == Extension::D && enabled)) BuildFromD(variable);
+        const auto has = [&](Extension to) { return gathered_.contains({variable, to}); };
+        const bool two = kind == Extension::J || kind == Extension::R;
+        const bool single = kind == Extension::D || kind == Extension::T;
+        const bool synchronous = has(Extension::SR) || has(Extension::SP);
+        const bool built = isComplex ? two || (single && synchronous)
+                                     : two || kind == Extension::T || (single && has(Extension::CE));
+        if (built) BuildFromD(variable, isComplex);
     }
 }
 
-void Analyser::BuildFromD(int index) {
+void Analyser::BuildFromD(int index, bool isComplex) {
     Variable& variable = analysis_.Result.Variables[static_cast<std::size_t>(index)];
     std::vector<Definition>& all = analysis_.Definitions;
     const Builder build(analysis_.Gates, elaborator_.SignalNode(index, false));
@@ -95,10 +102,11 @@ void Analyser::BuildFromD(int index) {
         data = build.Next(set, build.Either(set, build.Complement(take(Extension::R))));
     }
     // The enable holds against synchronous reset and preset, too; a device's row for them would not.
-    if (gathered_.contains({index, Extension::CE})) {
+    const bool enabled = gathered_.contains({index, Extension::CE});
+    if (enabled || isComplex) {
         const NodeId reset = take(Extension::SR).On;
         data = build.Forced(data, reset, take(Extension::SP).On);
-        data = build.Held(data, take(Extension::CE).On);
+        if (!isComplex) data = build.Held(data, take(Extension::CE).On);
     }
     variable.Register = Extension::D;
     result.On = data.On;

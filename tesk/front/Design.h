@@ -6,6 +6,7 @@
 
 #include "front/Extension.h"
 #include "front/Place.h"
+#include "front/Property.h"
 #include "front/Syntax.h"
 #include "logic/Cover.h"
 
@@ -69,6 +70,13 @@ struct Fuse {
     Place At;
 };
 
+struct Property {
+    PropertyKind Kind = PropertyKind::Slew;
+    int Value = 0;
+    std::vector<int> Variables;  // empty: all, or the device
+    Place At;
+};
+
 struct Design {
     front::Header Head;
     std::string Device;               // mnemonic; "virtual" has no limits
@@ -79,6 +87,7 @@ struct Design {
     std::vector<Equation> Written;    // the same before reduction; empty for `virtual`
     std::vector<Field> Fields;
     std::vector<Fuse> Fuses;
+    std::vector<Property> Properties;
 
     const Variable& Of(const Signal& signal) const {
         return Variables[static_cast<std::size_t>(signal.Variable)];

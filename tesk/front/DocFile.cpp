@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "fit/Document.h"
+#include "front/Complex.h"
 #include "front/Outputs.h"
 
 namespace front {
@@ -121,6 +122,7 @@ std::string DocumentText(const Design& design, const Options& options, const Fit
     }
     text += Heading("Symbol Table") + SymbolTable(design);
     if (fitted == nullptr) return text;
+    if (fitted->Complex) return text + Heading("Fitting Report") + ComplexReport(*fitted->Complex);
     if (options.Fuse) text += Heading("Fuse Plot") + fit::FusePlot(fitted->Device, fitted->Result);
     return text + Heading("Chip Diagram") + fit::ChipDiagram(fitted->Device, fitted->Input, fitted->Result);
 }

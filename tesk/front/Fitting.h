@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -11,8 +12,11 @@
 
 namespace front {
 
+struct ComplexFit;
+
 // A design in a device.
 struct Fitted {
+    std::shared_ptr<const ComplexFit> Complex;  // of a complex device; `Device` is empty then
     fit::Device Device;
     fit::Design Input;
     fit::Fit Result;

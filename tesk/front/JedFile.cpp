@@ -1,4 +1,6 @@
+#include "cpld/JedecText.h"
 #include "fit/Jedec.h"
+#include "front/Complex.h"
 #include "front/Outputs.h"
 #include "model/Jedec.h"
 
@@ -19,14 +21,32 @@ std::vector<std::string> PlacesOf(const Fitted& fitted) {
     return notes;
 }
 
+std::vector<std::pair<std::string, std::string>> HeaderOf(const Design& design) {
+    std::vector<std::pair<std::string, std::string>> header;
+    for (std::size_t i = 0; i < headerWords.size(); ++i)
+        if (design.Head.Given[i]) header.emplace_back(headerWords[i].Name, design.Head.Texts[i]);
+    return header;
+}
+
+// The pins stand in the map of a complex device in any case.
+std::string ComplexJedec(const Design& design, const Fitted& fitted, bool secure) {
+    const ComplexFit& complex = *fitted.Complex;
+    auto map = cpld::JedecMapOf(complex.Device, fitted.Result.Fuses, complex.Names);
+    map.Header = HeaderOf(design);
+    map.Secure = secure || complex.Settled.Settings.ReadProtection == cpld::Switched::On;
+    for (std::string& note : PlacesOf(fitted))
+        if (note.starts_with("NODE")) map.Notes.push_back(std::move(note));
+    return model::WriteJedec(map);
+}
+
 }  // namespace
 
 std::string JedecText(const Design& design, const Options& options, const Fitted& fitted) {
+    if (fitted.Complex) return ComplexJedec(design, fitted, options.Secure);
     fit::JedecNotes notes;
     notes.Secure = options.Secure;
     notes.Places = PlacesOf(fitted);
-    for (std::size_t i = 0; i < headerWords.size(); ++i)
-        if (design.Head.Given[i]) notes.Header.emplace_back(headerWords[i].Name, design.Head.Texts[i]);
+    notes.Header = HeaderOf(design);
     return fit::WriteJedec(fitted.Device, fitted.Result, notes);
 }
 

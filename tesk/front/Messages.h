@@ -52,6 +52,8 @@ enum class Code {
     BadList,
     ListTooLong,
     FieldLoop,
+    PropertyUnknown,
+    PropertyUnused,
     UnknownName,
     IntermediateLoop,
     NotAssignable,

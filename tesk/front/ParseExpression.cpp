@@ -8,10 +8,10 @@ namespace front {
 
 namespace {
 
-constexpr std::array<std::string_view, 23> kReserved{
-    "APPEND",  "CONDITION", "DEFAULT",   "ELSE",       "FIELD",      "FLD",       "FUNCTION", "FUSE",
-    "IF",      "JUMP",      "MIN",       "NEXT",       "NODE",       "OUT",       "PIN",      "PINNODE",
-    "PRESENT", "SEQUENCE",  "SEQUENCED", "SEQUENCEJK", "SEQUENCERS", "SEQUENCET", "TABLE"};
+constexpr std::array<std::string_view, 24> kReserved{
+    "APPEND",  "CONDITION", "DEFAULT",  "ELSE",      "FIELD",      "FLD",        "FUNCTION",  "FUSE",
+    "IF",      "JUMP",      "MIN",      "NEXT",      "NODE",       "OUT",        "PIN",       "PINNODE",
+    "PRESENT", "PROPERTY",  "SEQUENCE", "SEQUENCED", "SEQUENCEJK", "SEQUENCERS", "SEQUENCET", "TABLE"};
 
 constexpr std::array kOperators{Op::Xor, Op::Or, Op::And};
 constexpr std::string_view kSigns = "$#&";

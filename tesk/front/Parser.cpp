@@ -37,7 +37,7 @@ class Parser : public ExpressionParser {
         std::string_view Word;
         Reader Read;
     };
-    static const std::array<Keyword, 16> keywords;
+    static const std::array<Keyword, 17> keywords;
 
     void ReadStatement();
     bool ReadHeader();
@@ -66,11 +66,12 @@ class Parser : public ExpressionParser {
     void ReadCondition();
     void ReadFunction();
     void ReadFuse();
+    void ReadProperty();
 
     bool declared_ = false;
 };
 
-const std::array<Parser::Keyword, 16> Parser::keywords{{{"PIN", &Parser::ReadPin},
+const std::array<Parser::Keyword, 17> Parser::keywords{{{"PIN", &Parser::ReadPin},
                                                         {"PINNODE", &Parser::ReadPinNode},
                                                         {"NODE", &Parser::ReadNode},
                                                         {"FIELD", &Parser::ReadField},
@@ -85,7 +86,8 @@ const std::array<Parser::Keyword, 16> Parser::keywords{{{"PIN", &Parser::ReadPin
                                                         {"SEQUENCERS", &Parser::ReadMachineRS},
                                                         {"CONDITION", &Parser::ReadCondition},
                                                         {"FUNCTION", &Parser::ReadFunction},
-                                                        {"FUSE", &Parser::ReadFuse}}};
+                                                        {"FUSE", &Parser::ReadFuse},
+                                                        {"PROPERTY", &Parser::ReadProperty}}};
 
 void Parser::Run() {
     while (!lexer_.Peek().Is(TokenKind::End)) {
@@ -329,6 +331,23 @@ void Parser::ReadFuse() {
     Need(')');
     NeedEnd();
     syntax_.Statements.emplace_back(fuse);
+}
+
+void Parser::ReadProperty() {
+    PropertyStatement property;
+    property.At = lexer_.At();
+    lexer_.Next();
+    if (!lexer_.Peek().Is(TokenKind::Word)) Expected("a property");
+    property.Word = lexer_.Next().Text;
+    if (!lexer_.Peek().Is('=')) property.Names = NameOrList();
+    Need('=');
+    const bool isHexadecimal =
+        lexer_.Peek().Is(TokenKind::Base) && base::EqualNoCase(lexer_.Peek().Text, "h");
+    if (isHexadecimal) lexer_.Next();
+    if (!lexer_.Peek().Is(TokenKind::Word)) Expected("a value");
+    property.Value = lexer_.Next().Text;
+    NeedEnd();
+    syntax_.Statements.emplace_back(property);
 }
 
 }  // namespace

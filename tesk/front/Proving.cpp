@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "front/Complex.h"
 #include "proof/JedecFile.h"
 
 namespace front {
@@ -31,7 +32,27 @@ proof::Equations ToEquations(const Design& design) {
     return result;
 }
 
+namespace {
+
+bool ProveComplex(const Design& design, const Fitted& fitted, std::string_view jedec, Report& report) {
+    proof::Equations equations = ToEquations(design);
+    for (std::size_t i = 0; i < equations.Names.size(); ++i)
+        if (equations.Names[i].Node) equations.Names[i].ActiveLow = IsLow(fitted.Result.Placements[i]);
+    const ComplexFit& complex = *fitted.Complex;
+    const proof::JedecFile file = proof::ReadJedec(jedec);
+    const auto parts = ReadComplex(complex.Device, complex.Names.Package, file.Fuses);
+    const auto view = cpld::ViewForProof(std::move(equations), parts);
+    std::vector<Message> messages = file.Messages;
+    const auto told = proof::Tell(view.Prove(), view.Chip, false);
+    messages.insert(messages.end(), told.begin(), told.end());
+    ReportWhereDeclared(design, messages, report);
+    return !model::HasErrors(messages);
+}
+
+}  // namespace
+
 bool ProveMap(const Design& design, const Fitted& fitted, std::string_view jedec, Report& report) {
+    if (fitted.Complex) return ProveComplex(design, fitted, jedec, report);
     proof::Equations equations = ToEquations(design);
     for (std::size_t i = 0; i < equations.Names.size(); ++i)
         if (equations.Names[i].Node) equations.Names[i].ActiveLow = IsLow(fitted.Result.Placements[i]);

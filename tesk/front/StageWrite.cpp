@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
 
+#include "cpld/Svf.h"
+#include "front/Complex.h"
 #include "front/Outputs.h"
 #include "front/Proving.h"
 #include "front/Run.h"
@@ -73,6 +75,17 @@ void WriteXnf(Run& run) {
             run.Fit ? ".XNF, the device is no gate array" : ".XNF, it has no synchronous reset and preset");
 }
 
+// What lies beside the fuse map of a complex device: the fitting report, and the program that writes it.
+void WriteComplex(Run& run, const std::string& base) {
+    const ComplexFit& complex = *run.Fit->Complex;
+    run.Write(base + ".FIT", ComplexReport(complex));
+    if (complex.Settled.Settings.Jtag == cpld::JtagPins::User)
+        return run.Said.Add(Code::OutputMissing, {},
+                            ".SVF, the JTAG pins become ordinary ones; tesksvf --no-jtag writes it");
+    const std::string title = run.Result().Device + ", " + std::string(FileName(base)) + ".JED";
+    run.Write(base + ".SVF", cpld::WriteSvf(complex.Device, run.Fit->Result.Fuses, {title, false}));
+}
+
 // The file's name is the design's, or with option "n" what the header's Name gives.
 void WriteJed(Run& run) {
     if (!run.Fit) return run.Said.Add(Code::OutputMissing, {0, 0, 0}, ".JED, a virtual device has no fuses");
@@ -86,12 +99,25 @@ void WriteJed(Run& run) {
     if (!ProveMap(run.Result(), *run.Fit, text, run.Said)) return;
     run.JedecPath = path;
     run.Write(path, text);
+    if (run.Fit->Complex) WriteComplex(run, path.substr(0, path.size() - 4));
+}
+
+std::optional<Fitted> FitComplex(Run& run) {
+    const std::string path = ComplexLibrary(run.Library);
+    if (const auto library = run.Disk.Read(path, kComplexLibraryBytes))
+        return FitIntoComplex(run.Result(), *library, run.Options.Secure, run.Said);
+    run.Said.Add(Code::LibraryUnreadable, {0, 1, 0}, path);
+    return std::nullopt;
 }
 
 bool Fit(Run& run) {
     if (run.Result().Device == "virtual") return true;
     run.Said.Status("Fitting");
     run.Said.Info(run.Result().Device);
+    if (SplitComplex(run.Result().Device)) {
+        run.Fit = FitComplex(run);
+        return run.Ok();
+    }
     const auto library = run.Disk.Read(run.Library, kLibraryBytes);
     if (library)
         run.Fit = FitInto(run.Result(), *library, run.Options, run.Said);

@@ -119,6 +119,12 @@ struct FunctionStatement {
     std::vector<EquationStatement> Body;
     Place At;
 };
+struct PropertyStatement {
+    std::string_view Word;
+    ExprId Names = -1;  // -1: all, or the device
+    std::string_view Value;
+    Place At;
+};
 struct FuseStatement {
     int Number = 0;
     int Value = 0;
@@ -127,7 +133,7 @@ struct FuseStatement {
 
 using Statement =
     std::variant<Declaration, FieldDeclaration, MinDeclaration, EquationStatement, TableStatement,
-                 MachineStatement, ConditionStatement, FunctionStatement, FuseStatement>;
+                 MachineStatement, ConditionStatement, FunctionStatement, FuseStatement, PropertyStatement>;
 
 using model::HeaderWord;
 using model::headerWords;

@@ -18,7 +18,8 @@ struct OutputOf {
     std::string_view Extension;
 };
 constexpr std::array kOutputs{
-    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Fuse, ".DOC"},
+    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Jedec, ".FIT"},
+    OutputOf{&front::Options::Jedec, ".SVF"},     OutputOf{&front::Options::Fuse, ".DOC"},
     OutputOf{&front::Options::Equations, ".DOC"}, OutputOf{&front::Options::Absolute, ".ABS"},
     OutputOf{&front::Options::List, ".LST"},      OutputOf{&front::Options::Expanded, ".MX"},
     OutputOf{&front::Options::Pla, ".PLA"},       OutputOf{&front::Options::Palasm, ".PDS"},

@@ -67,11 +67,13 @@ std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& op
 
 std::unique_ptr<Compiled> CompileFor(const std::string& device, const std::string& body,
                                      const std::string& options) {
-    std::ifstream in(DATA_DIR "/devices/Fullset.dl", std::ios::binary);
-    const std::string library{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    const auto library = [](const std::string& name) {
+        std::ifstream in(DATA_DIR "/devices/" + name, std::ios::binary);
+        return std::string{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    };
     return CompileWhole("Name T; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device " +
                             device + ";\n" + body,
-                        options, {{"tesk.dl", library}});
+                        options, {{"tesk.dl", library("Fullset.dl")}, {"Cplds.dl", library("Cplds.dl")}});
 }
 
 Table::Table(const std::string& text) {
