@@ -18,8 +18,7 @@ struct OutputOf {
     std::string_view Extension;
 };
 constexpr std::array kOutputs{
-    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Jedec, ".FIT"},
-    OutputOf{&front::Options::Jedec, ".SVF"},     OutputOf{&front::Options::Fuse, ".DOC"},
+    OutputOf{&front::Options::Jedec, ".JED"},     OutputOf{&front::Options::Fuse, ".DOC"},
     OutputOf{&front::Options::Equations, ".DOC"}, OutputOf{&front::Options::Absolute, ".ABS"},
     OutputOf{&front::Options::List, ".LST"},      OutputOf{&front::Options::Expanded, ".MX"},
     OutputOf{&front::Options::Pla, ".PLA"},       OutputOf{&front::Options::Palasm, ".PDS"},
@@ -42,7 +41,9 @@ std::set<std::string_view> OutputsOf(const front::Options& options) {
 }
 
 EarlierOutputs::EarlierOutputs(const std::string& base, const front::Options& options) {
-    for (const std::string_view extension : OutputsOf(options)) {
+    std::set<std::string_view> extensions = OutputsOf(options);
+    if (options.Jedec) extensions.insert({".FIT", ".SVF"});  // of complex devices
+    for (const std::string_view extension : extensions) {
         std::error_code error;
         const std::string name = base + std::string(extension);
         const auto path = std::filesystem::canonical(HostPath(name), error);

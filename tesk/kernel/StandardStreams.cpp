@@ -22,7 +22,7 @@ class StandardFiles : public DiskFiles {
         return path == Design() ? ReadStandardInput(maxBytes) : DiskFiles::Read(path, maxBytes);
     }
     std::string Write(std::string_view, std::string_view bytes) override {
-        Output = bytes;
+        if (!Output) Output = bytes;  // what lies beside a fuse map comes behind it
         return {};
     }
     std::string Identity(std::string_view path) override {

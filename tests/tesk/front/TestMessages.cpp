@@ -24,13 +24,11 @@ std::string FileText(const std::string& path) {
 
 // The data file is what the stages say of their own codes; each code has the form that the lookup asks for.
 TEST(Messages, DataFileHoldsEveryCode) {
-    EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"), model::MessageData(front::MessageTable()) +
-                                                     model::MessageData(fit::kMessages) +
-                                                     model::MessageData(proof::kMessages) +
-                                                     model::MessageData(dis::kMessages) +
-                                                     model::MessageData(cpld::kMessages) +
-                                                     model::MessageData(sim::kMessages) +
-                                                     model::MessageData(net::kMessages));
+    EXPECT_EQ(FileText(DATA_DIR "/TeskErr.txt"),
+              model::MessageData(front::MessageTable()) + model::MessageData(fit::kMessages) +
+                  model::MessageData(proof::kMessages) + model::MessageData(dis::kMessages) +
+                  model::MessageData(cpld::kMessages) + model::MessageData(sim::kMessages) +
+                  model::MessageData(net::kMessages));
     std::set<std::string_view> numbers;
     for (const front::MessageEntry& entry : front::MessageTable()) {
         EXPECT_TRUE(numbers.insert(entry.Number).second) << entry.Number;
