@@ -91,7 +91,8 @@ void FoldConstant(Programmed& chip, std::size_t index) {
     const auto* use = UseOf(chip, index);
     if (!cell.Rows2 || use == nullptr || use->Terms != use->XorTerms) return;
     const auto isConstant = [](const proof::Sum& sum) { return sum.empty() || sum == proof::Always(); };
-    if (isConstant(cell.Rows) && !cell.Rows2->empty()) {
+    const bool isSumBehind = isConstant(cell.Rows) && !isConstant(*cell.Rows2);
+    if (isSumBehind || (cell.Rows.empty() && !cell.Rows2->empty())) {
         std::swap(cell.Rows, *cell.Rows2);
         const auto at = [&](std::size_t row) {
             return chip.Fuses.begin() + static_cast<std::ptrdiff_t>(chip.Mode->FirstFuse(row));
