@@ -18,8 +18,9 @@ constexpr const char* preface =
     "- *polarity*: `fuse`, either; `high`, the sum; `low`, its complement. The compiler complements the "
     "equation\n"
     "  where that is needed.\n"
-    "- *enable*: of `.OE`, a product term of its own, a pin for all registers, or none: the output is always "
-    "on.\n"
+    "- *enable*: of `.OE`, a product term of its own, a pin for all registers or all outputs, both together, "
+    "or\n"
+    "  none: the output is always on.\n"
     "- *feedback*: what an equation that names the output reads; where there is none the output can't be "
     "read.\n\n"
     "Registers are D registers. `.T`, `.J`, `.K`, `.S`, `.R` and `.CE` are built from them.\n";
