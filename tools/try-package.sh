@@ -46,7 +46,7 @@ say "installing"
 apt-get install -y -q "$package" >/dev/null
 desktop-file-validate /usr/share/applications/korvane.desktop
 appstreamcli validate --no-net /usr/share/metainfo/com.brennicklabs.korvane.metainfo.xml
-for program in korvane teskc teskdis teskmin teskprove tesksvf; do
+for program in cfitr korvane teskc teskdis teskmin teskprove tesksvf; do
     "$program" --version | grep -q "^$program [0-9]" || fail "$program does not run"
 done
 

@@ -53,4 +53,10 @@ std::string Device::NameOf(Signal signal) const {
     return "MC" + std::to_string(signal.Index + 1);
 }
 
+const Device* FindDevice(const std::vector<Device>& devices, std::string_view name) {
+    const auto found = std::find_if(devices.begin(), devices.end(),
+                                    [&](const Device& device) { return device.Name == name; });
+    return found == devices.end() ? nullptr : &*found;
+}
+
 }  // namespace cpld

@@ -169,4 +169,6 @@ struct Device {
 // that come back hold together: fuses in range and named once, columns complete, every fuse programmed once.
 std::vector<Device> ReadDevices(std::string_view text);
 
+const Device* FindDevice(const std::vector<Device>& devices, std::string_view name);  // null: none
+
 }  // namespace cpld

@@ -132,12 +132,6 @@ void Note(Design& design, Fitted& fitted, const cpld::Fit& fit, const cpld::Pack
     }
 }
 
-const cpld::Device* FindDevice(const std::vector<cpld::Device>& devices, std::string_view name) {
-    const auto found = std::find_if(devices.begin(), devices.end(),
-                                    [&](const cpld::Device& device) { return device.Name == name; });
-    return found == devices.end() ? nullptr : &*found;
-}
-
 const cpld::Device* NextLarger(const std::vector<cpld::Device>& devices, const cpld::Device& device) {
     for (const cpld::Device& other : devices)
         if (other.CellCount() > device.CellCount()) return &other;
@@ -147,7 +141,7 @@ const cpld::Device* NextLarger(const std::vector<cpld::Device>& devices, const c
 std::optional<Fitted> Fit(Design& design, const std::vector<cpld::Device>& devices, bool secure,
                           Report& report) {
     const auto name = SplitComplex(design.Device);
-    const cpld::Device* device = name ? FindDevice(devices, name->Device) : nullptr;
+    const cpld::Device* device = name ? cpld::FindDevice(devices, name->Device) : nullptr;
     if (device == nullptr) {
         report.Add(Code::DeviceUnknown, {0, 1, 0}, design.Device);
         return std::nullopt;

@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <map>
 
+#include "front/ComplexName.h"
 #include "front/Limits.h"
 #include "front/Outputs.h"
+#include "model/Jedec.h"
 
 namespace front {
 
@@ -54,6 +56,19 @@ class Rows {
     std::vector<std::pair<std::string, std::string>> rows_;
 };
 
+// The fitter of the complex devices reads where names are, or are to be, from comments.
+std::string PlacesText(const Design& design) {
+    if (!SplitComplex(design.Device)) return {};
+    std::string text = "# DEVICE " + design.Device + "\r\n";
+    for (const Variable& variable : design.Variables) {
+        if (variable.Kind == VariableKind::Intermediate) continue;
+        const bool isNode = variable.Kind != VariableKind::Pin;
+        const bool isLow = variable.ActiveLow && !isNode;
+        text += "# " + model::WritePlaceNote({variable.Number, isNode, isLow, variable.Name}) + "\r\n";
+    }
+    return text;
+}
+
 }  // namespace
 
 std::optional<std::string> PlaText(const Design& design) {
@@ -64,7 +79,7 @@ std::optional<std::string> PlaText(const Design& design) {
         rows.Add(design.Equations[i], design.Equations[i].On, i, '1');
         if (rows.TooLarge()) return std::nullopt;
     }
-    std::string text = "# " + design.Head.Name() + "\r\n";
+    std::string text = "# " + design.Head.Name() + "\r\n" + PlacesText(design);
     text +=
         ".i " + std::to_string(columns.size()) + "\r\n.o " + std::to_string(design.Equations.size()) + "\r\n";
     text += ".ilb";

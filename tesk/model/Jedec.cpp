@@ -62,7 +62,7 @@ std::optional<PlaceNote> ReadPlaceNote(std::string_view text) {
     if (words.size() != 3 || (words[0] != "PIN" && words[0] != "NODE")) return std::nullopt;
     PlaceNote note;
     const auto [end, error] = std::from_chars(words[1].data(), words[1].data() + words[1].size(), note.Place);
-    if (error != std::errc{} || end != words[1].data() + words[1].size() || note.Place <= 0)
+    if (error != std::errc{} || end != words[1].data() + words[1].size() || note.Place < 0)
         return std::nullopt;
     note.Node = words[0] == "NODE";
     note.Low = words[2][0] == '!';

@@ -5,7 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "front/Complex.h"
 #include "front/Proving.h"
 #include "front/Run.h"
 #include "kernel/LastCompile.h"
@@ -80,6 +82,7 @@ class Proof {
 
     bool Run() {
         if (!Read()) return false;
+        if (const auto name = front::SplitComplex(run_.Result().Device)) return ProveComplex(*name);
         libraryText_ = files_.Read(run_.Library, fit::LibraryLimits::FileBytes).value_or("");
         const fit::Library library = fit::ReadLibrary(libraryText_);
         const fit::Device* device = library.Find(run_.Result().Device);
@@ -89,14 +92,40 @@ class Proof {
         }
         const proof::ChipResult chip = proof::ReadBack(*device, jedec_.FuseMap(device->Fuses));
         for (const model::Message& message : chip.Messages) Say(message, arguments_.Jedec);
-        if (!chip.Found || !Place(*chip.Found)) return false;
-        const proof::Verdict verdict = proof::Prove(equations_, *chip.Found);
-        for (const model::Message& message : proof::Tell(verdict, *chip.Found, !run_.Result().Fuses.empty()))
+        const auto fit = [&] { return FitInto(run_.Result(), libraryText_, run_.Options, run_.Said); };
+        if (!chip.Found || !Place(fit)) return false;
+        if (!areNoted_) proof::SettleNodes(equations_, *chip.Found);
+        return Tell(proof::Prove(equations_, *chip.Found), *chip.Found);
+    }
+
+  private:
+    bool Tell(const proof::Verdict& verdict, const proof::Chip& chip) {
+        for (const model::Message& message : proof::Tell(verdict, chip, !run_.Result().Fuses.empty()))
             Say(message, "");
         return verdict.Proved();
     }
 
-  private:
+    bool ProveComplex(const front::ComplexName& name) {
+        const auto text = files_.Read(front::ComplexLibrary(run_.Library), front::kComplexLibraryBytes);
+        const auto devices = cpld::ReadDevices(text.value_or(""));
+        const cpld::Device* device = cpld::FindDevice(devices, name.Device);
+        if (device == nullptr || device->FindPackage(name.Package) == nullptr) {
+            std::printf("%s: no device whose fuses are known\n", run_.Result().Device.c_str());
+            return false;
+        }
+        try {
+            const auto parts = front::ReadComplex(*device, name.Package, jedec_.FuseMap(device->Fuses));
+            const auto fit = [&] { return front::FitIntoComplex(run_.Result(), *text, false, run_.Said); };
+            if (!Place(fit)) return false;
+            auto view = cpld::ViewForProof(equations_, parts);
+            if (!areNoted_) proof::SettleNodes(view.Design, view.Chip);
+            return Tell(view.Prove(), view.Chip);
+        } catch (const base::RunTimeError& error) {
+            std::printf("%s: %s\n", arguments_.Jedec.c_str(), error.what());
+            return false;
+        }
+    }
+
     bool Read() {
         const bool built = ExpandStage(run_) && AnalyseStage(run_) && BuildStage(run_);
         if (!built || !run_.Ok()) return SayErrors();
@@ -119,7 +148,8 @@ class Proof {
 
     // Names that the design does not place are where the notes of the fuse map tell, else where the fitter
     // puts them with the letters of the last compile.
-    bool Place(const proof::Chip& chip) {
+    template <typename Fit>
+    bool Place(const Fit& fit) {
         std::vector<model::PlaceNote> notes;
         for (const std::string& text : jedec_.Notes)
             if (auto note = model::ReadPlaceNote(text)) notes.push_back(std::move(*note));
@@ -131,23 +161,19 @@ class Proof {
             std::any_of(design.Variables.begin(), design.Variables.end(), [](const auto& variable) {
                 return variable.Kind != front::VariableKind::Intermediate && variable.Number == 0;
             });
-        if (isOpen && notes.empty() &&
-            !(MinimiseStage(run_) && FitInto(design, libraryText_, run_.Options, run_.Said)))
-            return SayErrors();
+        if (isOpen && notes.empty() && !(MinimiseStage(run_) && fit())) return SayErrors();
         equations_ = front::ToEquations(design);
-        SetLevels(notes, chip);
+        SetLevels(notes);
         return true;
     }
 
-    void SetLevels(const std::vector<model::PlaceNote>& notes, const proof::Chip& chip) {
-        bool areNoted = false;
+    void SetLevels(const std::vector<model::PlaceNote>& notes) {
         for (const model::PlaceNote& note : notes)
             for (proof::Name& name : equations_.Names) {
                 if (!note.Node || !name.Node || name.Text != note.Name) continue;
                 name.ActiveLow = note.Low;
-                areNoted = true;
+                areNoted_ = true;
             }
-        if (!areNoted) proof::SettleNodes(equations_, chip);
     }
 
     const Arguments& arguments_;
@@ -157,6 +183,7 @@ class Proof {
     std::string libraryText_;
     proof::JedecFile jedec_;
     proof::Equations equations_;
+    bool areNoted_ = false;  // the levels of nodes
 };
 
 }  // namespace
