@@ -37,11 +37,11 @@ class Columns {
         }
         return result;
     }
-    Cover Single(const Column& column) const {
+    Cover Single(const Column& column, bool value) const {
         Cover result(static_cast<int>(All.size()), 1);
         logic::Word* cube = result.Append();
         result.Form().SetOutput(cube, 0, true);
-        result.Form().SetInput(cube, Of(column), logic::Literal::One);
+        result.Form().SetInput(cube, Of(column), value ? logic::Literal::One : logic::Literal::Zero);
         return result;
     }
     void Add(const std::vector<Column>& columns) {
@@ -74,11 +74,30 @@ bool Hold(Wanted& data, const Wanted& enable) {
     const auto off = logic::Complement(known, mostCubes);
     if (!off) return false;
     Cover result = Product(on, columns.Spread(data.On, data.Columns));
-    if (data.To != Input::T) result.AddAll(Product(*off, columns.Single(state)));
+    if (data.To != Input::T) result.AddAll(Product(*off, columns.Single(state, true)));
     data.DontCare = Product(on, columns.Spread(data.DontCare, data.Columns));
     data.DontCare.AddAll(open);
     data.On = std::move(result);
     data.Columns = columns.All;
+    return true;
+}
+
+// What the register takes instead of when it changes; false if that is too large.
+bool Store(Wanted& data) {
+    Columns columns;
+    const Column state{data.Name, false};
+    columns.Add(data.Columns);
+    columns.Add({state});
+    const Cover on = columns.Spread(data.On, data.Columns);
+    data.DontCare = columns.Spread(data.DontCare, data.Columns);
+    Cover known = on;
+    known.AddAll(data.DontCare);
+    const auto off = logic::Complement(known, mostCubes);
+    if (!off) return false;
+    data.On = Product(on, columns.Single(state, false));
+    data.On.AddAll(Product(*off, columns.Single(state, true)));
+    data.Columns = columns.All;
+    data.To = Input::D;
     return true;
 }
 
@@ -103,10 +122,11 @@ class Viewer {
 
     ProofView View() {
         for (Macrocell& cell : chip_.Cells)
-            if (!cell.Drives()) cell.Pin = 0;
+            if (!cell.Drives()) Settle(cell);
         for (const proof::Name& name : view_.Design.Names) MoveRegister(name);
         Inline();
         for (std::size_t i = 0; i < view_.Design.Names.size(); ++i) HoldByData(i);
+        for (Wanted& wanted : view_.Design.Functions) StoreExclusive(wanted);
         return std::move(view_);
     }
 
@@ -121,6 +141,19 @@ class Viewer {
         return std::any_of(names.begin(), names.end(), [&](const proof::Name& name) {
             return name.Place != 0 && name.Place == cell.Node;
         });
+    }
+
+    // A macrocell whose pin it never drives is buried, unless the design has an output there that is always
+    // off.
+    void Settle(Macrocell& cell) const {
+        const auto& names = view_.Design.Names;
+        const auto& functions = view_.Design.Functions;
+        const bool isOutput =
+            cell.Pin != 0 && std::any_of(functions.begin(), functions.end(), [&](const Wanted& wanted) {
+                const proof::Name& name = names[wanted.Name];
+                return !name.Node && name.Place == cell.Pin;
+            });
+        (isOutput ? cell.Node : cell.Pin) = isOutput ? cell.Pin : 0;
     }
 
     // To the pin, where nothing but the register's state is.
@@ -173,6 +206,16 @@ class Viewer {
         if (data == nullptr || !Hold(*data, *enable)) return view_.TooLarge.push_back(name.Text);
         std::erase_if(view_.Design.Functions,
                       [&](const Wanted& one) { return one.Name == index && one.To == Input::Ce; });
+    }
+
+    // Of a register that takes an exclusive or the prover can't tell when it changes.
+    void StoreExclusive(Wanted& wanted) {
+        const proof::Name& name = view_.Design.Names[wanted.Name];
+        const std::size_t at = name.Place == 0 ? chip_.Cells.size() : CellAt(name.Place);
+        if (wanted.To != Input::T || at == chip_.Cells.size()) return;
+        const Macrocell& cell = chip_.Cells[at];
+        const bool isExclusive = cell.Register == proof::RegisterKind::D && cell.Rows2;
+        if (isExclusive && !Store(wanted)) view_.TooLarge.push_back(name.Text);
     }
 
     proof::Chip chip_;
