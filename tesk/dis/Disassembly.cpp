@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "base/Text.h"
+#include "cpld/ProofView.h"
 #include "dis/Choose.h"
+#include "dis/Complex.h"
 #include "dis/DesignText.h"
 #include "dis/Trial.h"
 #include "dis/VectorText.h"
@@ -62,6 +64,10 @@ class Work {
         const auto library = fit::ReadLibrary(libraryText_);
         result_.Messages = file_.Messages;
         Take(library.Messages);
+        if (!result_.Ok()) return std::move(result_);
+        const auto complex = ReadComplexMap(file_, request_, result_.Messages);
+        if (complex) WriteComplex(*complex);
+        if (complex) return std::move(result_);
         const auto* device =
             result_.Ok() ? ChooseDevice(file_, library, request_.Device, result_.Messages) : nullptr;
         if (device == nullptr) return std::move(result_);
@@ -93,6 +99,30 @@ class Work {
         result_.Si = VectorText(head, file_, chip, naming, result_.Messages);
     }
 
+    // Nodes at their macrocells, if the fitter takes that.
+    void WriteComplex(const ComplexMap& map) {
+        auto design = HeaderOf(file_, request_);
+        design.Origin = "Source out of a fuse map of a complex device.";
+        result_.Device = map.Device.Name + map.Package;
+        if (!file_.Vectors.empty()) Tell("7607tc", std::to_string(file_.Vectors.size()) + " vectors");
+        for (const bool places : {true, false}) {
+            result_.Pld = ComplexText(design, map, request_.Names, places);
+            Trial trial(result_.Pld, libraryText_, request_.ComplexLibrary);
+            if (trial.Compile() == nullptr) {
+                if (!places) Tell("7604tc", trial.FirstError());
+                continue;
+            }
+            if (places) ProveComplex(map, trial);
+            return;
+        }
+    }
+
+    void ProveComplex(const ComplexMap& map, Trial& trial) {
+        const auto parts = cpld::ReadBack(map.Device, *map.Device.FindPackage(map.Package), map.From);
+        const auto verdict = cpld::ViewForProof(front::ToEquations(trial.Of()), parts).Prove();
+        if (!verdict.Differences.empty()) Tell("7604tc", verdict.Differences.front().Text);
+    }
+
     // The text for the device, or for the one that forces the mode where the text would come out in another.
     std::string InMode(convert::PldFile& design, const fit::Library& library, const Programmed& chip,
                        const Naming& naming) {
@@ -103,7 +133,7 @@ class Work {
             design.Device = device->Mnemonic;
             TextOptions options{request_.Minimize, {}};
             auto text = DesignText(design, chip, naming, options);
-            Trial trial(text, libraryText_, HasExclusive(*chip.Mode));
+            Trial trial(text, libraryText_, {}, HasExclusive(*chip.Mode));
             const auto* fit = trial.Compile();
             if (fit == nullptr) obstacle = trial.FirstError();
             if (fit == nullptr || fit->Mode != chip.Mode->Name) continue;

@@ -1,5 +1,7 @@
 #include "dis/Trial.h"
 
+#include "front/Complex.h"
+
 namespace dis {
 namespace {
 
@@ -10,11 +12,13 @@ constexpr std::string_view kLibrary = "library";
 
 class Trial::Texts : public front::Files {
   public:
-    Texts(std::string_view design, std::string_view library) : design_(design), library_(library) {}
+    Texts(std::string_view design, std::string_view library, std::string_view complexLibrary)
+        : design_(design), library_(library), complexLibrary_(complexLibrary) {}
 
     std::optional<std::string> Read(std::string_view path, std::size_t maxBytes) override {
-        const auto& text = path == kLibrary ? library_ : design_;
-        const bool known = path == kLibrary || path == std::string(kBase) + ".PLD";
+        const bool isComplex = path == front::ComplexLibrary(kLibrary);
+        const auto& text = isComplex ? complexLibrary_ : path == kLibrary ? library_ : design_;
+        const bool known = isComplex || path == kLibrary || path == std::string(kBase) + ".PLD";
         return known && text.size() <= maxBytes ? std::optional(text) : std::nullopt;
     }
     std::string Write(std::string_view, std::string_view) override { return {}; }
@@ -23,10 +27,12 @@ class Trial::Texts : public front::Files {
   private:
     std::string design_;
     std::string library_;
+    std::string complexLibrary_;
 };
 
-Trial::Trial(std::string_view text, std::string_view library, bool keep)
-    : texts_(std::make_unique<Texts>(text, library)), run_(std::make_unique<front::Run>(*texts_, silent_)) {
+Trial::Trial(std::string_view text, std::string_view library, std::string_view complexLibrary, bool keep)
+    : texts_(std::make_unique<Texts>(text, library, complexLibrary)),
+      run_(std::make_unique<front::Run>(*texts_, silent_)) {
     run_->Base = kBase;
     run_->Device = "&";
     run_->Library = kLibrary;

@@ -12,7 +12,8 @@ namespace dis {
 class Trial {
   public:
     // `keep`: exclusive ors of the equations stay such in the rows.
-    Trial(std::string_view text, std::string_view library, bool keep = false);
+    Trial(std::string_view text, std::string_view library, std::string_view complexLibrary = {},
+          bool keep = false);
     ~Trial();
 
     bool Analyse();             // names and equations; false if there are errors

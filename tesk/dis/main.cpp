@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "dis/Disassembly.h"
 #include "fit/Device.h"
+#include "front/Complex.h"
 #include "front/Limits.h"
 #include "kernel/Paths.h"
 
@@ -118,7 +119,9 @@ class Program {
         try {
             const auto text = ReadFile(arguments_.File, proof::JedecLimits::FileBytes);
             const auto library = ReadFile(kernel::InstalledLibrary(), fit::LibraryLimits::FileBytes);
-            const auto request = RequestOf(library);
+            auto request = RequestOf(library);
+            const auto complex = front::ComplexLibrary(kernel::InstalledLibrary());
+            request.ComplexLibrary = ReadFile(complex, front::kComplexLibraryBytes);
             if (errors_) return exitErrors;
             const auto result = dis::Disassemble(proof::ReadJedec(text), library, request);
             for (const auto& message : result.Messages) Say(message, arguments_.File);
