@@ -34,8 +34,8 @@ class Compiler {
     void RunIndepCompile(session::Document& document);
     void RunDepSimulate(session::Document& document);
     void RunIndepSimulate(session::Document& document);
-    void RunVhdlCompile();
-    void RunVhdlAnalysis();
+    void RunVhdlCompile(session::Document& document);
+    void RunVhdlAnalysis(session::Document& document);
 
     void DepCompile();
     void IndepCompile();
@@ -67,6 +67,7 @@ class Compiler {
     bool OfferSaveTrapped(session::Document& document);
     void RefreshProjectList(const session::Document& document);
     bool CheckProject(const session::Document& document);
+    void EnterVerilog(session::Document& document);
     void RunVhdl(const std::string& directory);
     void ShowListOf(const std::string& path, const std::optional<platform::FileStamp>& before);
 

@@ -74,8 +74,23 @@ void Compiler::RunIndepSimulate(session::Document& document) {
     RefreshProjectList(document);
 }
 
-void Compiler::RunVhdlCompile() { RunVhdl(app_.State.ProgramDir); }
-void Compiler::RunVhdlAnalysis() { RunVhdl(app_.State.UtilityDir); }
+void Compiler::RunVhdlCompile(session::Document& document) {
+    EnterVerilog(document);
+    RunVhdl(app_.State.ProgramDir);
+}
+void Compiler::RunVhdlAnalysis(session::Document& document) {
+    EnterVerilog(document);
+    RunVhdl(app_.State.UtilityDir);
+}
+
+// Opened, a Verilog source is a text like any other. Without a project its first run makes it one.
+void Compiler::EnterVerilog(session::Document& document) {
+    if (!app_.State.sProject.empty() || base::FileExtension(document.Caption()) != "V") return;
+    app_.State.sProject = base::StripExtension(document.Caption());
+    app_.Hall.Project->ShowProject();
+    document.MarkProject(true);
+    document.BringToFront();
+}
 
 // Kept to the blank: the front end splits the line itself, its flags follow ".VHD" with none. What it leaves
 // is not looked at, but for a list that is new.

@@ -365,9 +365,9 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     State.VhdlFlags = "-a";
     Files.Files["C:\\WORK\\COUNT8.VLS"] = "of another run";
     Host.Programs.OnWait = [this] { Files.Files["C:\\WORK\\COUNT8.VLS"] = "[0300vh] Error: x\r\ny\r\n"; };
-    Driver.RunVhdlAnalysis();
+    Driver.RunVhdlAnalysis(Doc);
     State.DeviceName = "";
-    Driver.RunVhdlCompile();
+    Driver.RunVhdlCompile(Doc);
     const std::string compile =
         "C:\\K\\Korvane\\VHDLTesk C:\\WORK C:\\K\\SHARED\\TESK.DL  C:\\WORK\\COUNT8.VHD-a";
     EXPECT_EQ(Host.Programs.Started,
@@ -378,13 +378,28 @@ TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     EXPECT_EQ(RunAndWait(Host.Host, "x"), platform::errToolEnded);
     EXPECT_EQ(Boxes().back().Text, "The tool ended unexpectedly: it was stopped.");
     Host.Programs.FailWith = 53;
-    Driver.RunVhdlCompile();
+    Driver.RunVhdlCompile(Doc);
     EXPECT_EQ(Boxes().back().Text, "Unable to execute  " + compile);
     // The list of the first run alone was new.
     EXPECT_EQ(Host.Libraries.Log, (std::vector<std::string>{"message [0300vh] Error: x", "message y"}));
     Host.Programs.FailWith = 75;
     EXPECT_EQ(RunAndWait(Host.Host, "x"), 75);
     EXPECT_EQ(Boxes().back().Text, "Error 75 Occured");
+}
+
+TEST_F(CompilerTest, VerilogSourceBecomesTheProjectWhereThereIsNone) {
+    State.VhdlFlags = "-p16";
+    for (const auto& [caption, project, expected] :
+         {std::tuple("C:\\WORK\\SHIFT4.V", "", "C:\\WORK\\SHIFT4"),
+          {"C:\\WORK\\SHIFT4.V", "C:\\WORK\\OTHER", "C:\\WORK\\OTHER"},
+          {"C:\\WORK\\SHIFT4.TXT", "", ""}}) {
+        Doc.SetCaption(caption);
+        State.sProject = project;
+        Driver.RunVhdlCompile(Doc);
+        EXPECT_EQ(State.sProject, expected) << caption << project;
+        EXPECT_TRUE(Host.Programs.Started.back().ends_with(" " + std::string(expected) + ".VHD-p16"));
+    }
+    EXPECT_EQ(Hall.Calls, std::vector<std::string>{"ShowProject"});
 }
 
 TEST_F(CompilerTest, PinsComeBackWithTheFileThatTheToolLeft) {
