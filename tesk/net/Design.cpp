@@ -6,6 +6,7 @@
 #include "convert/Failure.h"
 #include "net/DesignNames.h"
 #include "net/Functions.h"
+#include "net/ThreeState.h"
 
 namespace net {
 namespace {
@@ -61,16 +62,16 @@ class Maker {
                 if (std::find(ports_.begin(), ports_.end(), net) == ports_.end()) ports_.push_back(net);
             }
         }
+        const std::set<int> inputs(netlist_.Inputs.begin(), netlist_.Inputs.end());
         for (const int net : netlist_.Outputs) {
             if (functions_.SourceOf(net) == Source::Input)
                 Note("0403vh", names_.Source(net));
             else
                 outputs_.push_back(net);
-        }
-        for (const Driver& driver : netlist_.Drivers) {
-            if (std::find(outputs_.begin(), outputs_.end(), driver.Output) == outputs_.end())
-                convert::Fail(0, "the signal " + convert::Shown(names_.Source(driver.Output)) +
-                                     " inside the design has a three-state driver");
+            // The synthesis has read the value that is not there already.
+            if (inputs.contains(net) && names_.IsUnknown(functions_.Root(net)))
+                convert::Fail(0, "the two-way port " + convert::Shown(names_.Source(net)) +
+                                     " never drives: declare it as an input");
         }
     }
 
@@ -140,10 +141,22 @@ class Maker {
         };
         for (const Register& reg : netlist_.Registers) bury(reg.Output);
         for (const int net : functions_.Loops()) bury(net);
-        for (const int net : functions_.Nodes()) {
-            bury(net);
-            Note("0406vh", signals_.at(net).Name);
-        }
+        for (const int net : functions_.Nodes()) bury(net);
+        TellNodes(functions_.Nodes());
+    }
+
+    void TellNodes(const std::vector<int>& nodes) {
+        constexpr std::size_t shown = 10;
+        std::string list;
+        for (std::size_t i = 0; i < std::min(nodes.size(), shown); ++i)
+            list += (i > 0 ? ", " : "") + signals_.at(nodes[i]).Name;
+        if (nodes.size() > shown) list += " and " + std::to_string(nodes.size() - shown) + " more";
+        if (!nodes.empty()) Note("0406vh", list);
+    }
+
+    // A signal as the source calls it; what only a port names has the port's name.
+    std::string SourceOf(int net, const Signal& signal) {
+        return names_.Source(signal.Port != NoNet ? signal.Port : net);
     }
 
     void Declare() {
@@ -241,13 +254,13 @@ class Maker {
     }
 
     void WriteRegister(const Register& reg, const Signal& signal) {
-        if (reg.StartsAtOne) Note("0405vh", names_.Source(reg.Output));
+        if (reg.StartsAtOne) Note("0405vh", SourceOf(reg.Output, signal));
         if (wishes_.Describe)
             Note("0407vh", signal.Name + (reg.IsLatch ? ": latch" : ": register") +
                                (signal.Port == NoNet ? " in a node" : " at the pin"));
         const Function data = functions_.Of(reg.Data);
         if (reg.IsLatch) {
-            Note("0401vh", names_.Source(reg.Output));
+            Note("0401vh", SourceOf(reg.Output, signal));
             return WriteLatch(reg.Output, signal, functions_.Of(reg.Clock), data, &reg);
         }
         Equation(signal, ".D", WithSync(reg, data));
@@ -274,7 +287,7 @@ class Maker {
         if (!function.On || !function.Off || !IsLoop(net)) return Equation(signal, "", function);
         const Sum follows = Where(*function.On, net, false);
         const Sum clears = Where(*function.Off, net, true);
-        Note("0401vh", names_.Source(net));
+        Note("0401vh", SourceOf(net, signal));
         const auto clash = And(follows, clears, 1);
         if (clash && clash->empty()) {
             const std::size_t limit = functions_.Limit();
@@ -309,7 +322,8 @@ class Maker {
         loop.Off.reset();
         if (preset.On) loop = Or(loop, {preset.On, {}}, limit);
         if (reset.On || reset.Off) loop = And(loop, Not(reset), limit);
-        if (!loop.On) convert::Fail(0, "the latch " + convert::Shown(names_.Source(net)) + " is too large");
+        if (!loop.On)
+            convert::Fail(0, "the latch " + convert::Shown(SourceOf(net, signal)) + " is too large");
         latches_.push_back(&signal);
         Equation(signal, "", {loop.On, {}});
     }
@@ -346,6 +360,9 @@ SyncControls SyncControlsOf(std::string_view device) {
     return device.ends_with("V10") ? SyncControls::Shared : SyncControls::None;
 }
 
-Design MakeDesign(const Netlist& netlist, const Wishes& wishes) { return Maker(netlist, wishes).Make(); }
+Design MakeDesign(Netlist netlist, const Wishes& wishes) {
+    ResolveThreeState(netlist);
+    return Maker(netlist, wishes).Make();
+}
 
 }  // namespace net

@@ -40,6 +40,6 @@ struct Design {
 
 // Makes the design of a netlist: ports become pins, registers that a port shows its pin, all else nodes.
 // Throws convert::Failure for what has no words in the language.
-Design MakeDesign(const Netlist& netlist, const Wishes& wishes);
+Design MakeDesign(Netlist netlist, const Wishes& wishes);
 
 }  // namespace net

@@ -69,6 +69,7 @@ class FrontEnd {
         name_ = fs::path(source_).filename().string();
         try {
             text_ = base::ReadWhole(source_, front::Limits::FileBytes);
+            if (text_.starts_with("\xEF\xBB\xBF")) text_.erase(0, 3);  // neither tool takes the mark
             return true;
         } catch (const base::RunTimeError& failure) {
             return Fails("0100vh", source_ + ": " + failure.Description());
@@ -126,7 +127,8 @@ class FrontEnd {
         const bool goesOn = isElaborated && !analyzes_;
         const std::string netlist = goesOn ? synthesis.Synthesize(top, tongue_, Wanted()) : "";
         const bool isClean = TellAll(synthesis.Notes) && isElaborated;
-        if (isClean && analyzes_) Tell(Say("0305vh", top));
+        if (isClean && analyzes_)
+            Tell(Say("0305vh", top + (flags_.Analyze ? ", as Analyze Only is on" : "")));
         if (!isClean || !goesOn) return isClean;
         return !netlist.empty() && Compile(netlist, synthesis.SignalNames);
     }

@@ -39,6 +39,16 @@ inline constexpr MessageEntry kMessages[] = {
      "The text was read without errors.", "Packages and test benches become no design."},
     {"0305vh", Severity::Information, "Analysed without errors", "The source can be compiled.",
      "For a design compile without Analyze Only."},
+    {"0306vh", Severity::Error, "Latch that ghdl loses",
+     "The signal keeps its value without a clock. ghdl takes latches at ports and in bits of vectors, but "
+     "made this signal constant.",
+     "Give it a value in every branch; a latch that is meant wants an entity of its own, with a port for "
+     "it."},
+    {"0307vh", Severity::Warning, "Signal is constant",
+     "The signal always has its initial value. If a branch leaves it without a value, it is a latch that "
+     "ghdl "
+     "lost.",
+     "Give it a value in every branch, or leave the initial value out to be sure."},
     {"0400vh", Severity::Error, "The netlist can't become a design",
      "The synthesis left something that the compiler has no words for.", "See the message for the reason."},
     {"0401vh", Severity::Warning, "Latch",

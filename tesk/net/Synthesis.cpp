@@ -1,5 +1,6 @@
 #include "net/Synthesis.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include "convert/Failure.h"
 #include "net/Blif.h"
 #include "net/Child.h"
+#include "net/GhdlVerilog.h"
 
 namespace net {
 namespace {
@@ -22,13 +24,28 @@ constexpr const char* VerilogCopy = "source.v";
 // The source's folder, whatever its name, by a link of the work folder.
 constexpr const char* ReadVerilog = "read_verilog -Iinclude source.v";
 constexpr const char* Std = "--std=08";
+// A choice of many as a chain of choices of two, where constants that are off survive.
+constexpr const char* ChoicesFile = "choices.v";
+constexpr const char* Choices = R"((* techmap_celltype = "$pmux" *)
+module choices #(parameter WIDTH = 1, S_WIDTH = 1) (
+    input [WIDTH-1:0] A, input [WIDTH*S_WIDTH-1:0] B, input [S_WIDTH-1:0] S, output [WIDTH-1:0] Y);
+  wire [WIDTH*(S_WIDTH+1)-1:0] t;
+  assign t[WIDTH-1:0] = A;
+  assign Y = t[WIDTH*S_WIDTH +: WIDTH];
+  genvar i;
+  generate for (i = 0; i < S_WIDTH; i = i + 1) begin : each
+    \$mux #(.WIDTH(WIDTH)) m (
+        .A(t[i*WIDTH +: WIDTH]), .B(B[i*WIDTH +: WIDTH]), .S(S[i]), .Y(t[(i+1)*WIDTH +: WIDTH]));
+  end endgenerate
+endmodule
+)";
 constexpr const char* Vendor = "-fsynopsys";  // packages that everybody used before numeric_std
 
-// Takes "5:" off the front; 0 if there is no number.
+// Takes "5:" off the front; -1 if there is no number.
 int TakeNumber(std::string_view& text) {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end == text.data() + text.size() || *end != ':') return 0;
+    if (error != std::errc() || end == text.data() + text.size() || *end != ':' || number < 0) return -1;
     text.remove_prefix(static_cast<std::size_t>(end - text.data()) + 1);
     return number;
 }
@@ -40,27 +57,54 @@ bool TakeWord(std::string_view& text, std::string_view word) {
     return true;
 }
 
-// The place of "source.vhd:5:9:" or "source.v:5:"; its line is 0 if there is none.
+// The place of "source.vhd:5:9:" or "source.v:5:"; its line is 0 if there is none, or if the tool does not
+// know it ("source.v:0:").
 model::Place TakePlace(std::string_view& line) {
     model::Place place;
     for (const char* name : {Copy, VerilogCopy}) {
         const std::size_t at = line.find(std::string(name) + ":");
         if (at == line.npos || (at > 0 && line[at - 1] != '/')) continue;
         std::string_view rest = line.substr(at + std::string_view(name).size() + 1);
-        place.Line = TakeNumber(rest);
-        place.Column = place.Line > 0 ? TakeNumber(rest) : 0;
-        if (place.Line > 0) line = rest;
+        const int row = TakeNumber(rest);
+        if (row < 0) break;
+        place.Line = row;
+        place.Column = row > 0 ? std::max(TakeNumber(rest), 0) : 0;
+        line = rest;
         break;
     }
     return place;
 }
 
+// The place that a tool was at when it failed: "cannot handle this (source.vhd:4:27)".
+model::Place PlaceInside(std::string_view said) {
+    const std::size_t open = said.find(std::string("(") + Copy + ":");
+    std::string text(said.substr(open == said.npos ? said.size() : open + 1));
+    text = base::ReplaceAll(text.substr(0, text.find('\n')), ")", ":");
+    std::string_view rest = text;
+    return TakePlace(rest);
+}
+
 // What tools say at every run, or of their own doings.
 bool IsChatter(std::string_view text) {
     for (const std::string_view known :
-         {"only limited support for tri-state", "found logic loop", "ABC: ", "instance ", "Wire "})
+         {"only limited support for tri-state", "found logic loop", "ABC: ", "instance ", "Wire ", "note:"})
         if (base::Contains(text, known)) return true;
     return false;
+}
+
+// "multiple conflicting drivers for MODULE.\\NET:" and the lines behind it, of which those of ports are told.
+std::string ConflictAt(std::string_view line, std::string_view behind) {
+    line.remove_suffix(line.ends_with(':') ? 1 : 0);
+    std::string ports;
+    while (!behind.empty()) {
+        const std::string_view next = base::TakeLine(behind);
+        if (!next.starts_with("    ")) break;
+        const auto words = base::Words(next);
+        if (words.size() == 3 && words[0] == "module")
+            ports += (ports.empty() ? "" : ", ") + std::string(words[2]);
+    }
+    const std::string net(line.substr(std::min(line.rfind('.') + 1, line.size())));
+    return "more than one thing drives a signal: " + base::ReplaceAll(ports.empty() ? net : ports, "\\", "");
 }
 
 }  // namespace
@@ -68,10 +112,15 @@ bool IsChatter(std::string_view text) {
 std::vector<Message> ToolMessages(std::string_view said, MessageCode fault) {
     std::vector<Message> messages;
     std::set<std::tuple<int, int, std::string>> known;
-    for (std::string_view line : base::LineViews(said)) {
+    while (!said.empty()) {
+        std::string_view line = base::TakeLine(said);
         const model::Place place = TakePlace(line);
         const bool isWarning = TakeWord(line, "warning:");
         const bool isError = !isWarning && TakeWord(line, "error:");
+        if (isWarning && line.starts_with("multiple conflicting drivers for ")) {
+            messages.push_back(Say(fault, ConflictAt(base::TrimView(line), said)));
+            continue;
+        }
         if (place.Line == 0 && !isError) continue;  // an excerpt of the source, a summary, a remark
         if (IsChatter(line) || base::TrimView(line).empty()) continue;
         const std::string text = base::DisplayUtf8(base::TrimView(line));
@@ -79,53 +128,6 @@ std::vector<Message> ToolMessages(std::string_view said, MessageCode fault) {
         messages.push_back(Say(isWarning ? MessageCode("0301vh") : fault, text, place));
     }
     return messages;
-}
-
-// A constant or a signal as Verilog writes it: "01XX" is 4'b01XX.
-static std::string VerilogValue(std::string_view value) {
-    const bool isConstant = value.size() > 2 && (value.front() == '"' || value.front() == '\'');
-    if (!isConstant) return std::string(value);
-    const std::string bits = base::Lower(value.substr(1, value.size() - 2));
-    return std::to_string(bits.size()) + "'b" + bits;
-}
-
-std::map<std::string, std::string> DefaultsOf(std::string_view vhdl) {
-    std::map<std::string, std::string> defaults;
-    std::string_view target;
-    for (const std::string_view line : base::LineViews(vhdl)) {
-        const auto words = base::Words(line);
-        if (words.size() > 4 && words[0] == "with" && words[2] == "select" && words[4] == "<=")
-            target = words[3];
-        if (target.empty() || words.size() != 3 || words[1] != "when" || words[2] != "others;") continue;
-        defaults[std::string(target)] = VerilogValue(words[0]);
-        target = {};
-    }
-    return defaults;
-}
-
-std::optional<std::string> AdaptedVerilog(std::string_view text,
-                                          const std::map<std::string, std::string>& defaults,
-                                          std::map<std::string, std::string>& signalNames) {
-    std::string adapted;
-    std::string caseTarget;  // what the rows of an open case assign, until one says it for all others
-    for (const std::string_view line : base::LineViews(text)) {
-        const std::string_view bare = base::TrimView(line);
-        auto words = base::Words(bare);
-        if (bare == "endcase" && !caseTarget.empty()) {
-            const auto known = defaults.find(caseTarget);
-            if (known == defaults.end()) return std::nullopt;
-            adapted += "default: " + caseTarget + " <= " + known->second + ";\n";
-        }
-        if (bare == "endcase" || bare.starts_with("default:")) caseTarget.clear();
-        if (words.size() > 3 && words[0].ends_with(':') && words[2] == "<=" && words[0] != "default:")
-            caseTarget = words[1];
-        (adapted += line) += '\n';
-        if (!bare.ends_with("// (signal)") && !bare.ends_with("// (isignal)")) continue;
-        if (words[0] == "assign") words.erase(words.begin());
-        if (words.size() < 3 || words[1] != "=" || !words[2].ends_with("_q;")) continue;
-        signalNames.emplace(words[2].substr(0, words[2].size() - 1), words[0]);
-    }
-    return adapted;
 }
 
 std::string YosysScript(const std::string& read, const std::string& top, const SynthesisOptions& options) {
@@ -136,11 +138,16 @@ std::string YosysScript(const std::string& read, const std::string& top, const S
     cells += " -cell $_DFF_PP" + values + "_ 01 -cell $_DLATCH_PP" + values + "_ 01";
     if (options.SyncControls) cells += " -cell $_SDFF_PP?_ 01";
     if (options.ClockEnables) cells += " -cell $_DFFE_PP_ 01 -cell $_DFFE_PP" + values + "P_ 01";
-    const std::string optimize = options.Restructure ? "opt -full\n" : "opt\n";
-    std::string script =
-        read + "\nhierarchy -check -top " + top + "\nproc\nflatten\ntribuf -logic\n" + optimize;
-    script += "techmap\n" + optimize + "simplemap\ndfflegalize " + cells + "\nopt_expr\n";
-    if (options.Restructure) script += "abc -g AND,OR,XOR\n";
+    // Multiplexers of what can be off must stay: ResolveThreeState goes through them.
+    const bool restructures = options.Restructure && !options.ThreeState;
+    const std::string optimize = restructures ? "opt -full\n" : "opt\n";
+    std::string script = read + "\nhierarchy -check -top " + top + "\nproc\nflatten\n";
+    if (options.ThreeState)
+        script += "techmap -map " + std::string(ChoicesFile) +
+                  " t:$pmux\nopt_clean\nsimplemap t:$mux\ntribuf -merge\n";
+    script += optimize + "memory\n" + optimize + "techmap\n" + optimize + "simplemap\ndfflegalize " + cells;
+    script += "\nopt_expr\n";
+    if (restructures) script += "abc -g AND,OR,XOR\n";
     return script + "opt_clean -purge\nwrite_blif -conn design.blif\n";
 }
 
@@ -198,10 +205,11 @@ bool Synthesis::Run(const std::vector<std::string>& command, MessageCode fault, 
     const std::string said = end.Errors + end.Output;
     const bool isBug = base::Contains(said, "Bug occurred");
     if (end.Kind != ChildEnd::How::Exited || isBug) {
-        Notes.push_back(
-            Say("0202vh", name + (end.Kind == ChildEnd::How::Killed ? ", signal " + std::to_string(end.Code)
-                                  : isBug                           ? ", a fault of its own"
-                                                                    : " can't be started")));
+        Notes.push_back(Say("0202vh",
+                            name + (end.Kind == ChildEnd::How::Killed ? ", signal " + std::to_string(end.Code)
+                                    : isBug                           ? ", a fault of its own"
+                                                                      : " can't be started"),
+                            isBug ? PlaceInside(said) : model::Place{}));
         return false;
     }
     const std::vector<Message> told = ToolMessages(said, fault);
@@ -233,8 +241,9 @@ bool Synthesis::Elaborate(const std::string& top, Tongue tongue) {
     if (tongue == Tongue::Vhdl) return Run({ghdl_, "-e", Std, Vendor, top}, "0300vh");
     // What Analyse told already is not told again.
     const std::vector<Message> told = Notes;
-    const bool isDone =
-        Yosys(std::string(ReadVerilog) + "\nhierarchy -check -top " + top + "\nproc\n", "0300vh");
+    const bool isDone = Yosys(std::string(ReadVerilog) + "\nhierarchy -check -top " + top +
+                                  "\nproc\nflatten\ntribuf -logic\ncheck\n",
+                              "0300vh");
     std::erase_if(Notes, [&, seen = std::size_t{0}](const Message& note) mutable {
         if (seen++ < told.size()) return false;
         for (const Message& old : told)
@@ -258,20 +267,40 @@ std::string Synthesis::Ghdl(const std::string& top) {
         if (form[0] == 'v' && form[1] == 'e') told = Notes;
     }
     Notes = std::move(told);
-    const auto verilog = AdaptedVerilog(Read("ghdl.verilog"), DefaultsOf(Read("ghdl.vhdl")), SignalNames);
-    if (verilog) return *verilog;
-    Notes.push_back(Say("0202vh", "ghdl lost the last choice of a case"));
-    return "";
+    auto adapted = AdaptedVerilog(Read("ghdl.verilog"), DefaultsOf(Read("ghdl.vhdl")));
+    if (!adapted) {
+        Notes.push_back(Say("0202vh", "ghdl lost the last choice of a case"));
+        return "";
+    }
+    SignalNames = std::move(adapted->SignalNames);
+    TellLost(*adapted);
+    return model::HasErrors(Notes) ? "" : std::move(adapted->Text);
 }
 
-std::string Synthesis::Synthesize(const std::string& top, Tongue tongue, const SynthesisOptions& options) {
+// A signal without a driver was told by ghdl itself.
+void Synthesis::TellLost(const GhdlVerilog& verilog) {
+    const auto isTold = [this](const std::string& name) {
+        return std::any_of(Notes.begin(), Notes.end(), [&](const Message& note) {
+            return base::Contains(note.Text, "signal \"" + name + "\" is never assigned");
+        });
+    };
+    for (const std::string& name : verilog.Lost)
+        if (!isTold(name)) Notes.push_back(Say("0306vh", name));
+    for (const std::string& name : verilog.Constant)
+        if (!isTold(name)) Notes.push_back(Say("0307vh", name));
+}
+
+std::string Synthesis::Synthesize(const std::string& top, Tongue tongue, SynthesisOptions options) {
     std::string read = ReadVerilog;
+    options.ThreeState = MayBeOff(text_);
     if (tongue == Tongue::Vhdl) {
         const std::string verilog = Ghdl(top);
         if (verilog.empty()) return "";
+        options.ThreeState = MayBeOff(verilog);
         Write("design.v", verilog);
         read = "read_verilog design.v";
     }
+    if (options.ThreeState) Write(ChoicesFile, Choices);
     std::vector<Message> before = Notes;
     if (!Yosys(YosysScript(read, top, options), "0302vh")) return "";
     if (tongue == Tongue::Verilog) Notes = std::move(before);  // reading it again told nothing new

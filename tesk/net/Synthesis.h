@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,8 @@ struct SynthesisOptions {
     bool ClockEnables = false;  // registers may have them
     bool SyncControls = true;   // synchronous resets and presets stay apart from the data
     bool ResetsOnly = false;    // a preset becomes the reset of a register that holds the complement
-    bool Restructure = false;   // gates are put together anew
+    bool Restructure = false;   // gates are put together anew, but not with ThreeState
+    bool ThreeState = false;    // something can be off; told by the source
 };
 
 class Synthesis {
@@ -30,7 +30,7 @@ class Synthesis {
     bool Analyse(const std::string& text, Tongue tongue);
     bool Elaborate(const std::string& top, Tongue tongue);  // behind Analyse
     // The netlist; empty if there was an error. Behind Elaborate.
-    std::string Synthesize(const std::string& top, Tongue tongue, const SynthesisOptions& options);
+    std::string Synthesize(const std::string& top, Tongue tongue, SynthesisOptions options);
 
     std::vector<Message> Notes;
     std::string Log;                                 // the commands and all that they said
@@ -42,6 +42,7 @@ class Synthesis {
     bool Run(const std::vector<std::string>& command, MessageCode fault, const std::string& output = {});
     bool Yosys(const std::string& script, MessageCode fault);
     std::string Ghdl(const std::string& top);
+    void TellLost(const struct GhdlVerilog& verilog);
     void Write(const std::string& file, const std::string& text) const;
     std::string Read(const std::string& file) const;
 
@@ -54,15 +55,6 @@ class Synthesis {
 // What a tool said of the copy of the source ("source.vhd:5:9: text"), and of nothing if it named no place.
 // `fault`: the code of an error.
 std::vector<Message> ToolMessages(std::string_view said, MessageCode fault);
-
-// By signal the value for all other choices, in the VHDL that ghdl writes, as Verilog has it.
-std::map<std::string, std::string> DefaultsOf(std::string_view vhdl);
-
-// The Verilog that ghdl writes lacks the value for all other choices of a case; it gets them back. Nothing if
-// one is not known. `signalNames` gets the signals behind ghdl's registers.
-std::optional<std::string> AdaptedVerilog(std::string_view text,
-                                          const std::map<std::string, std::string>& defaults,
-                                          std::map<std::string, std::string>& signalNames);
 
 std::string YosysScript(const std::string& read, const std::string& top, const SynthesisOptions& options);
 

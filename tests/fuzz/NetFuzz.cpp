@@ -6,6 +6,7 @@
 #include "front/Parser.h"
 #include "front/Run.h"
 #include "net/Design.h"
+#include "net/GhdlVerilog.h"
 #include "net/SourceText.h"
 #include "net/Synthesis.h"
 
@@ -59,8 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (net::WithoutAttributes(text).size() != text.size()) std::abort();
         net::ReadPinFile(text);
         net::ToolMessages(text, "0300vh");
-        std::map<std::string, std::string> names;
-        net::AdaptedVerilog(text, net::DefaultsOf(text), names);
+        net::AdaptedVerilog(text, net::DefaultsOf(text));
+        net::MayBeOff(text);
         return 0;
     }
     try {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "net/FrontEnd.h"
+#include "net/GhdlVerilog.h"
 #include "net/SourceText.h"
 #include "net/Synthesis.h"
 
@@ -114,23 +115,46 @@ TEST(Tools, WhatTheySayBecomesMessages) {
              "source.vhd:5:9: ';' expected\n  z <= b\n        ^\nsource.vhd:5:9: ';' expected\n"
              "source.vhd:2:42:warning: no assignment\r\n/tmp/x/source.v:3: ERROR: syntax error\n"
              "ERROR: Module `\\a' not found!\nWarning: Yosys has only limited support for tri-state logic\n"
-             "othersource.v:1: x\nsource.vhd:x\n",
+             "othersource.v:1: x\nsource.vhd:x\nsource.v:0: ERROR: no loops\nsource.vhd:2:1:note: RAM\n"
+             "Warning: multiple conflicting drivers for t.\\b:\n    module input b[0]\n    module input "
+             "a[0]\n"
+             "Warning: multiple conflicting drivers for t.\\r:\n    port Q[0] of cell $1 ($dff)\n",
              "0302vh"))
         told += each.Number + " " + std::to_string(each.At.Line) + ":" + std::to_string(each.At.Column) +
                 each.Text.substr(each.Text.find(": ")) + "\n";
     EXPECT_EQ(told,
               "0302vh 5:9: ';' expected\n0301vh 2:42: no assignment\n0302vh 3:0: syntax error\n"
-              "0302vh 0:0: Module `\\a' not found!\n");
-    std::map<std::string, std::string> names;
+              "0302vh 0:0: Module `\\a' not found!\n0302vh 0:0: no loops\n"
+              "0302vh 0:0: more than one thing drives a signal: b[0], a[0]\n"
+              "0302vh 0:0: more than one thing drives a signal: r\n");
+}
+
+TEST(Ghdl, WhatItWritesIsMended) {
     const auto defaults =
         net::DefaultsOf("  with n2_o select n9_o <=\n    a when \"1\",\n    \"0X\" when others;\n");
     const std::string choice = "    case (x)\n      1'b1: n9_o <= a;\n";
     const std::string complete =
         "    case (x)\n      1'b1: n8_o <= a;\n      default: n8_o <= b;\n    endcase\n";
-    EXPECT_EQ(
-        net::AdaptedVerilog("  assign s = n2_q; // (signal)\n" + choice + "    endcase\n" + complete,
-                            defaults, names),
-        "  assign s = n2_q; // (signal)\n" + choice + "default: n9_o <= 2'b0x;\n    endcase\n" + complete);
-    EXPECT_FALSE(net::AdaptedVerilog(choice + "    endcase\n", {}, names));
-    EXPECT_EQ(names, (std::map<std::string, std::string>{{"n2_q", "s"}}));
+    const std::string own = "  assign s = n2_q; // (signal)\n";
+    const std::string initial = "  always @*\n    v = n4_o; // (isignal)\n  initial\n    v <= 1'bX;\n";
+    const std::string off = "  assign n0_oport = 2'bZZ; // (inout - port)\n";
+    const std::string same = "  assign n1_oport = n4_o; // (inout - port)\n";
+    const auto made = net::AdaptedVerilog("module m\n  reg v;\n  reg w;\n" + own + choice + "    endcase\n" +
+                                              complete + initial + off + same + "endmodule\n",
+                                          defaults);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->Text, "module m\nwire v;\n  reg w;\n" + own + choice +
+                              "default: n9_o <= 2'b0x;\n    endcase\n" + complete +
+                              "assign v = n4_o; // (isignal)\n" + same + "endmodule\n");
+    EXPECT_EQ(made->SignalNames, (std::map<std::string, std::string>{{"n2_q", "s"}}));
+    EXPECT_FALSE(net::AdaptedVerilog(choice + "    endcase\n", {}));
+    const auto lost = net::AdaptedVerilog(
+        "module m\n  assign a = 2'bXX; // (signal)\n  assign b = 2'bX0; // (signal)\n  always @*\n"
+        "    c = 1'b0; // (isignal)\n  initial\n    c <= 1'b0;\nendmodule\n",
+        {});
+    EXPECT_EQ(lost->Lost, std::vector<std::string>{"a"});
+    EXPECT_EQ(lost->Constant, std::vector<std::string>{"c"});
+    for (const char* text : {"e ? a : 1'bz", "4'SB1_Z", "8 'h0Z", "`include \"z.vh\""})
+        EXPECT_TRUE(net::MayBeOff(text)) << text;
+    EXPECT_FALSE(net::MayBeOff("z <= 4'b0011 + 'd9; // isn't z"));
 }

@@ -103,6 +103,19 @@ begin
   io <= d(0) when sel = "11" else 'Z';
 end;
 )";
+constexpr const char* off = R"(library ieee; use ieee.std_logic_1164.all;
+entity off is port (
+  s : in std_logic_vector(1 downto 0); a, b : in std_logic; x, l, n : out std_logic;
+  io, unused : inout std_logic_vector(1 downto 0));
+end;
+architecture rtl of off is
+begin
+  with s select x <= a when "00", b when "01", 'Z' when others;
+  process (all) begin if s(0) = '1' then io <= (a, 'Z'); else io <= ('Z', b); end if; end process;
+  process (a, b) variable v : std_logic; begin if b = '1' then v := a; end if; l <= v; end process;
+  n <= unused(0) and unused(1);
+end;
+)";
 constexpr const char* kindVectors = R"(Name KINDS;
 ORDER: CLK, RST, EN, %1, SEL1, SEL0, %1, [D3..0], [E3..0], %2, LOW, HIGH, SYNC, PLAIN, %1, [SUM4..0], %1, MUX, LAT,
   %1, IDLE, DONE, %1, IO;
@@ -144,6 +157,16 @@ TEST_F(Synthesis, EachKindOfLogicDoesWhatItSays) {
     }
 }
 
+TEST_F(Synthesis, ChoicesMayBeOffAndVariablesMayBeLatches) {
+    Write("OFF.VHD", off);
+    EXPECT_EQ(FrontEnd("OFF.VHD-z3"), 0) << Out();
+    const std::string design = ReadFile(folder_ / "OFF.PLD");
+    for (const char* equation : {"X.OE = !S1 ;", "IO0 = B ;\r\nIO0.OE = !S0 ;", "IO1 = A ;\r\nIO1.OE = S0 ;",
+                                 "L.L = A & B ;\r\nL.LE = B ;", "N = UNUSED0 & UNUSED1 ;"})
+        EXPECT_NE(design.find(equation), std::string::npos) << equation << design;
+    EXPECT_NE(Out().find("Latch: l\n"), std::string::npos) << Out();
+}
+
 TEST_F(Synthesis, FaultsAreListedByTheirPlaces) {
     struct Case {
         const char* File;
@@ -162,6 +185,10 @@ TEST_F(Synthesis, FaultsAreListedByTheirPlaces) {
          "column "
          "17)\r\n[0301vh] Warning: Warning on the source: no assignment for port \"y\" (A.VHD line 2 column "
          "43)\r\n"},
+        {"A.VHD",
+         "\xEF\xBB\xBF" + base::ReplaceAll(base::ReplaceAll(text, "begin", "signal s : std_logic; begin"),
+                                           "y <= a and b;", "s <= a when b = '1' else s; y <= not s;"),
+         "[0306vh] Error: Latch that ghdl loses: s\r\n"},
         {"A.VHD", text + base::ReplaceAll(text, "gate", "other"),
          "[0303vh] Error: The top of the design can't be told: gate, other\r\n"},
         {"A.V", "module a(input x, output y);\n  assign y = x +;\nendmodule\n",
