@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -11,7 +10,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
+#include <iterator>
 #include <string_view>
 
 #include "base/PosixFile.h"
@@ -85,6 +86,34 @@ bool WaitFor(pid_t child, int seconds) {
     return got != 0;
 }
 
+volatile std::sig_atomic_t group = 0;  // of the child that runs
+volatile std::sig_atomic_t isStopped = 0;
+
+// Whoever stops the front end while it waits ends the child and all that it started; the front end itself
+// goes on to clear up behind it.
+class StopScope {
+  public:
+    explicit StopScope(pid_t child) {
+        group = child;
+        isStopped = 0;
+        struct sigaction stop {};
+        stop.sa_handler = [](int) {
+            isStopped = 1;
+            ::kill(-group, SIGKILL);
+        };
+        for (std::size_t i = 0; i < std::size(signals); ++i) ::sigaction(signals[i], &stop, &before_[i]);
+    }
+    ~StopScope() {
+        for (std::size_t i = 0; i < std::size(signals); ++i) ::sigaction(signals[i], &before_[i], nullptr);
+    }
+    StopScope(const StopScope&) = delete;
+    StopScope& operator=(const StopScope&) = delete;
+
+  private:
+    static constexpr int signals[] = {SIGTERM, SIGINT, SIGHUP};
+    struct sigaction before_[std::size(signals)]{};
+};
+
 }  // namespace
 
 std::string FindProgram(const std::string& name) {
@@ -107,13 +136,16 @@ ChildEnd RunChild(const std::vector<std::string>& command, const std::string& fo
     if (child < 0) return {ChildEnd::How::NotStarted, errno, "", ""};
     if (child == 0) Become(command, folder, out);
     ::setpgid(child, child);
+    const StopScope scope(child);
     const bool inTime = WaitFor(child, seconds);
     ::kill(-child, SIGKILL);
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     end.Code = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
-    if (!inTime)
+    if (isStopped != 0)
+        end.Kind = ChildEnd::How::Stopped;
+    else if (!inTime)
         end.Kind = ChildEnd::How::TookTooLong;
     else if (WIFSIGNALED(status))
         end.Kind = ChildEnd::How::Killed;

@@ -11,7 +11,7 @@ namespace net {
 std::string FindProgram(const std::string& name);
 
 struct ChildEnd {
-    enum class How { Exited, Killed, TookTooLong, NotStarted };
+    enum class How { Exited, Killed, TookTooLong, Stopped, NotStarted };
     How Kind = How::Exited;
     int Code = 0;        // of its exit, or the signal
     std::string Output;  // what it wrote to standard output and standard error, at most 1 MB of each
@@ -19,7 +19,7 @@ struct ChildEnd {
 };
 
 // Runs a program in a folder, without input, in the plain locale, and waits for it. What it leaves running
-// in its group ends with it, as does it itself after the time. It may take 4 GB of memory and write 256 MB
+// in its group ends with it, as does it itself after the time, or when a signal asks this program to end. It may take 4 GB of memory and write 256 MB
 // to a file. `output`: a file of the folder for its standard output, which is then not read.
 ChildEnd RunChild(const std::vector<std::string>& command, const std::string& folder, int seconds,
                   const std::string& output = {});

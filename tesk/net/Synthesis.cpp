@@ -202,6 +202,10 @@ bool Synthesis::Run(const std::vector<std::string>& command, MessageCode fault, 
         Notes.push_back(Say("0203vh", name + ", " + std::to_string(seconds_) + " seconds"));
         return false;
     }
+    if (end.Kind == ChildEnd::How::Stopped) {
+        Notes.push_back(Say("0203vh", name));
+        return false;
+    }
     const std::string said = end.Errors + end.Output;
     const bool isBug = base::Contains(said, "Bug occurred");
     if (end.Kind != ChildEnd::How::Exited || isBug) {

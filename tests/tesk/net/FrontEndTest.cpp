@@ -251,5 +251,11 @@ TEST_F(Programs, ToolsThatLackOrFailAreNamed) {
     Tool("ghdl", "case $1 in --version) echo GHDL 2.0.0;; *) while :; do :; done;; esac");
     EXPECT_EQ(listAfter(""),
               "[0203vh] Error: A tool of the synthesis took too long and was stopped: ghdl, 1 seconds\r\n");
+    // Who stops the front end leaves neither the tool nor its folder behind.
+    fs::create_directories(folder_ / "tmp");
+    Run("TMPDIR=\"$PWD/tmp\" /usr/bin/timeout 0.5 " STAGE_DIR "/Korvane/VHDLTesk A.VHD", "\"$PWD/tools\"");
+    EXPECT_EQ(ReadFile(folder_ / "A.VLS"),
+              "[0203vh] Error: A tool of the synthesis took too long and was stopped: ghdl\r\n");
+    EXPECT_TRUE(fs::is_empty(folder_ / "tmp"));
     EXPECT_EQ(ReadFile(folder_ / "A.PLD"), "Made by VHDLTesk of A.VHD");
 }
