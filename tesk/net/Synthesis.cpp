@@ -92,7 +92,7 @@ bool IsChatter(std::string_view text) {
     return false;
 }
 
-// "multiple conflicting drivers for MODULE.\\NET:" and the lines behind it, of which those of ports are told.
+// "multiple conflicting drivers for MODULE.\NET:" and the lines behind it, of which those of ports are told.
 std::string ConflictAt(std::string_view line, std::string_view behind) {
     line.remove_suffix(line.ends_with(':') ? 1 : 0);
     std::string ports;
