@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,7 +11,10 @@
 #include <csignal>
 #include <filesystem>
 #include <map>
+#include <thread>
 
+#include "base/PosixFile.h"
+#include "launcher/Folders.h"
 #include "launcher/HandOver.h"
 #include "support/Doubles.h"
 
@@ -17,6 +22,7 @@ namespace launcher {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 class UserTreeTest : public testing::Test {
   protected:
@@ -108,6 +114,11 @@ TEST_F(UserTreeTest, AnUpgradeKeepsWhatTheUserChanged) {
     whole["MACRO/D.MAC"] = "mine";
     EXPECT_EQ(Tree(), whole);
     EXPECT_TRUE(KeepUp(places).Beside.empty()) << "told once";
+    // A folder of the user's in the place of a new file.
+    fs::create_directories(disk.Path() / "data/korvane/MACRO/E.MAC/own");
+    disk.Write("opt2/MACRO/E.MAC", "two");
+    EXPECT_EQ(KeepUp(places).Beside, std::vector{places.Tree + "/MACRO/E.MAC"});
+    EXPECT_EQ(disk.Read("data/korvane/MACRO/E.MAC.new"), "two");
 }
 
 TEST_F(UserTreeTest, IsWholeOrNotAtAll) {
@@ -174,7 +185,54 @@ TEST_F(UserTreeTest, TwoFirstStartsAtOnceMakeOneTree) {
         EXPECT_EQ(WEXITSTATUS(status), 7);
     }
     EXPECT_EQ(Tree(), whole);
-    EXPECT_EQ(HandOver(Places().RunTime, "/A.PLD", std::chrono::milliseconds(1)), Answer::Nobody);
+    EXPECT_EQ(HandOver(Places().RunTime, "/A.PLD", 1ms), Answer::Nobody);
+}
+
+TEST_F(UserTreeTest, FoldersAreThoseOfTheDesktop) {
+    const std::string root = disk.Path().string();
+    ::setenv("HOME", root.c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", (root + "/config").c_str(), 1);
+    ::setenv("XDG_DATA_HOME", "relative", 1);
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},
+        {"XDG_TEMPLATES_DIR=\"/usr\"\nXDG_DOCUMENTS_DIR=\"$HOME/documents\"\n", "/documents"},
+        {"XDG_DOCUMENTS_DIR=\"" + root + "/opt\"\n", "/opt"},
+        {"XDG_DOCUMENTS_DIR=\"opt\"\n", ""},
+        {"XDG_DOCUMENTS_DIR=\"$HOME/none\"\n", ""}};
+    for (const auto& [text, documents] : cases) {
+        disk.Write("config/user-dirs.dirs", text);
+        EXPECT_EQ(FindFolders().Examples, root + documents + "/Korvane") << text;
+    }
+    EXPECT_EQ(FindFolders().Tree, root + "/.local/share/korvane");
+    ::unsetenv("HOME");
+    EXPECT_NE(FindFolders().Tree, "/.local/share/korvane") << "the user's home is known without";
+    ::setenv("XDG_RUNTIME_DIR", "/run/user/7", 1);
+    EXPECT_EQ(FindFolders().RunTime, "/run/user/7");
+    ::unsetenv("XDG_RUNTIME_DIR");
+    EXPECT_NE(FindFolders().RunTime.find("/runtime-"), std::string::npos);
+}
+
+TEST_F(UserTreeTest, FilesAreHandedToTheProgramThatAnswers) {
+    EXPECT_EQ(HandOver(std::string(200, 'x'), "/A.PLD", 1ms), Answer::Nobody);
+    const base::Descriptor server(::socket(AF_UNIX, SOCK_STREAM, 0));
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    (disk.Path() / "korvane.socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(server.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(server.Get(), 4), 0);
+    EXPECT_EQ(HandOver(disk.Path().string(), "/A.PLD", 1ms), Answer::Refused) << "it does not answer";
+    base::Descriptor(::accept(server.Get(), nullptr, nullptr));
+    for (const auto& [said, answer] :
+         {std::pair("1", Answer::Taken), {"0", Answer::Refused}, {"", Answer::Refused}}) {
+        std::string asked(8, ' ');
+        std::thread program([&, said = said] {
+            const base::Descriptor socket(::accept(server.Get(), nullptr, nullptr));
+            asked.resize(static_cast<std::size_t>(::recv(socket.Get(), asked.data(), asked.size(), 0)));
+            base::WriteBytes(socket, "answer", said);
+        });
+        EXPECT_EQ(HandOver(disk.Path().string(), "/A.PLD", 10s), answer) << said;
+        program.join();
+        EXPECT_EQ(asked, "/A.PLD\n");
+    }
 }
 
 }  // namespace
