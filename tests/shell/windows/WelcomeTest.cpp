@@ -8,6 +8,13 @@ namespace {
 struct WelcomeTexts : ShellFixture, doubles::FormUser {
     using FormUser::Key;
     QWidget& Texts() { return Control<>("Welcome"); }
+    // Whether something is drawn beside the text.
+    bool IsFramed(const std::string& name) {
+        const QImage image = Control<>(name).grab().toImage();
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, 1) != image.pixel(0, 0)) return true;
+        return false;
+    }
 };
 
 }  // namespace
@@ -18,9 +25,15 @@ TEST_F(WelcomeTexts, AreReachedByTabAndDoWhatTheySay) {
     Use(shell->Main());
     ASSERT_TRUE(Texts().isVisible());
     shell->TheApp().Hall.ToolChain->BringMessagesToFront();
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(Control<>("cmdmnuHelpContents").hasFocus());
+    EXPECT_FALSE(IsFramed("cmdOpenExample"));
     TabTo("cmdOpenExample");
+    EXPECT_TRUE(IsFramed("cmdOpenExample"));
     EXPECT_EQ(shell->Main().ActiveChild()->Title(), "Messages");  // as before
-    Key(Qt::Key_Space);                                           // the dialog is cancelled
+    Key(Qt::Key_X);                                               // no key of a button
+    EXPECT_TRUE(desktop.Boxes.FileRequests.empty());
+    Key(Qt::Key_Space);  // the dialog is cancelled
     EXPECT_EQ(desktop.Boxes.FileRequests.back().InitialFolder, state.ExamplesDir);
     EXPECT_TRUE(Texts().isVisible());
     TabTo("cmdmnuHelpContents");
