@@ -61,6 +61,7 @@ TEST(CpldFuses, HaveTheirMeanings) {
     EXPECT_EQ(changed(large, [](auto& c) { c.Settings.Jtag = JtagPins::User; }), "34167=0 ");
     EXPECT_EQ(large.FindPackage("p44")->PadAt(31), 45);
     EXPECT_EQ(large.FindPackage("P44")->Pins[1], 0);
+    EXPECT_EQ(large.FindPackage("P44")->PadAt(0), -1);
     EXPECT_EQ(large.FindPackage("T44"), large.FindPackage("t44"));
     EXPECT_EQ(small.FindPackage("P84"), nullptr);
 }
