@@ -189,4 +189,24 @@ TEST(Loop, RandomDesigns) {
     }
 }
 
+// Each row of the design has an effect, those of the reset and the preset as well; a register is set where
+// its vector preloads.
+TEST(Loop, RegistersKeepTheirRowsAndVectors) {
+    const auto& device = test::DeviceOf("G22V10");
+    const auto fit = fit::FitDesign(device,
+                                    test::MakeDesign("1 K\n2 A\n3 B\n4 C\n5 D\n6 E\n7 F\n8 G\n9 H\n23 Q D\n"
+                                                     "Q.CK = K\nQ.D = A C D E F G H\nQ.AR = B\nQ.SP = A B"),
+                                    {});
+    ASSERT_TRUE(fit.Ok());
+    auto file = FileOf(device, fit.Fuses);
+    const std::string rest = "01" + std::string(19, 'N') + "1N";
+    file.Vectors = {{1, "P" + rest, 1}, {2, "C" + rest, 2}};
+    const auto read = dis::Disassemble(file, Library(), {device.Mnemonic, "T", {}, false});
+    ASSERT_EQ(read.Messages.size(), 1u);
+    EXPECT_TRUE(read.Messages[0].Text.ends_with(": 1, now N")) << read.Messages[0].Text;
+    EXPECT_EQ(read.Si.substr(read.Si.find("ORDER")),
+              "ORDER: P1, P2, P3, P4, P5, P6, P7, P8,\r\n       P9, P23 ;\r\n\r\nVECTORS:\r\n"
+              "P01NNNNNN1\r\nC01NNNNNNN\r\n");
+}
+
 }  // namespace
