@@ -68,6 +68,7 @@ TEST(JedecFile, FramesOfEveryKind) {
         {"\x02" + fields + "\x03" + "0000", ""},
         {"\x02" + fields + "\x03", "7305tc:5"},
         {"\x02" + fields + "\x03" + "1234", "7304tc:5"},
+        {"\x02" + fields + "\x03" + "12\r\n", "7305tc:5"},
         {fields, "7305tc:1"},
         {"\x02" + fields, "7305tc:1"},  // whole by its checksum
         {"\x02" + fields.substr(0, fields.find('C')), "7305tc:1 7301tc:4"},
@@ -94,4 +95,9 @@ TEST(JedecFile, VectorsAndWhatElseIsTold) {
         vectors += std::to_string(vector.Number) + vector.Conditions + " ";
     EXPECT_EQ(vectors, "1HKLN 20129 3PUXZ ");
     EXPECT_EQ(CodesOf(proof::ReadJedec(Framed("x*QF1*QP2*F0*C0000*\nV1 01X*"))), "7302tc:2");
+    // The first field is the specification, unless it can be none.
+    for (const std::string text : {"QX7", "Quad", "F16 board", "G2 G16V8", "L7", "L0 a", "F", ""})
+        EXPECT_EQ(proof::ReadJedec(Framed(text + "*QF1*F0*C0000*")).Specification, text);
+    for (const char* field : {"QF1", "QP20", "QV0", "F0", "G0", "\nL0 0 0"})
+        EXPECT_EQ(proof::ReadJedec(Framed(std::string(field) + "*QF2*")).Specification, "") << field;
 }

@@ -193,6 +193,7 @@ TEST(Proof, MacrocellsOfEveryKind) {
          [](Cell&) {},
          "Y, pin 19: the fuses give 0, the equations 1 at A=1 pin_4=1"},
         {"19 Y\nY = 1", {}, "A + !A", [](Cell&) {}, ""},
+        {"19 Y\nY = A", {}, "A A + B !B", [](Cell&) {}, ""},
         {"19 Y D\nY.D = A !Y + !A Y", t, "A", [](Cell&) {}, ""},
         {"19 !Y T\nY.T = A", d, "A !Q + !A Q", [](Cell&) {}, ""},
         {"19 Y T\nY.T = A", t, "A", [](Cell& c) { c.PinInverted = true; }, ""},
@@ -263,5 +264,26 @@ TEST(Proof, MacrocellsOfEveryKind) {
         EXPECT_TRUE(verdict.Open.empty()) << one.Equations;
         const auto bounded = proof::Prove(design, chip, 1);
         EXPECT_FALSE(chip.Cells[0].Rows2 && bounded.Proved()) << one.Equations;
+    }
+}
+
+// Node 25 stores A's complement.
+TEST(Proof, SettlesNodesAndNoPins) {
+    auto design = EquationsOf(test::MakeDesign("2 A\nnode N D\n19 Y\nN.D = A\nY = N"));
+    design.Names[1].Place = 25;
+    for (const bool isRight : {true, false}) {
+        proof::Chip chip;
+        chip.Cells.resize(2);
+        chip.Cells[0].Node = 25;
+        chip.Cells[0].Register = proof::RegisterKind::D;
+        chip.Cells[0].Rows = SumOf("!A");
+        chip.Cells[1].Pin = chip.Cells[1].Node = 19;
+        chip.Cells[1].Rows = SumOf(isRight ? "!Q" : "Q");
+        chip.Cells[1].Enable.When = proof::Always();
+        auto settled = design;
+        proof::SettleNodes(settled, chip);
+        EXPECT_EQ(proof::Prove(settled, chip).Proved(), isRight);
+        EXPECT_EQ(settled.Names[1].ActiveLow, isRight);
+        EXPECT_FALSE(settled.Names[2].ActiveLow);
     }
 }
