@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/CommandLine.h"
 #include "launcher/Folders.h"
 #include "launcher/HandOver.h"
 #include "launcher/UserTree.h"
@@ -132,9 +133,7 @@ int Run(const launcher::Folders& folders, const std::vector<std::string>& files)
     return StartProgram(folders);
 }
 
-int Print(const std::string& text) {
-    return std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0 ? exitFailed : exitDone;
-}
+int Print(const std::string& text) { return base::WriteStandardOutput(text) ? exitDone : exitFailed; }
 
 std::string Where(const launcher::Folders& folders) {
     return "installation  " + folders.Installation + "\nyour own      " + folders.Tree + "\nexamples      " +

@@ -44,13 +44,13 @@ void Work(const convert::BackpinCommand& command) {
 int main(int count, char** values) {
     try {
         Work(convert::ReadBackpinCommand({values + 1, values + count}));
-        return convert::exitDone;
+        return base::exitDone;
     } catch (const convert::Failure& failure) {
         const std::string line = failure.Line > 0 ? "line " + std::to_string(failure.Line) + ": " : "";
         std::fprintf(stderr, "backpin: %s%s\n", line.c_str(), failure.What.c_str());
-        return convert::exitRefused;
+        return base::exitErrors;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "backpin: internal error: %s\n", error.what());
-        return convert::exitFault;
+        return base::exitFault;
     }
 }

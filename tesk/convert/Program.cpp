@@ -96,13 +96,13 @@ int RunConverter(const std::string& program, const Job& job, const Converter& co
         Write(output, result.Text);
         for (const std::string& note : result.Notes)
             std::fprintf(stderr, "%s: %s: %s\n", program.c_str(), input.c_str(), note.c_str());
-        return exitDone;
+        return base::exitDone;
     } catch (const Failure& failure) {
         Tell(program, input, failure);
-        return exitRefused;
+        return base::exitErrors;
     } catch (const std::exception& error) {
         Tell(program, input, {0, std::string("internal error: ") + error.what()});
-        return exitFault;
+        return base::exitFault;
     }
 }
 
@@ -110,7 +110,7 @@ int ConverterMain(const std::string& what, const std::vector<std::string>& argum
     const Job job = ReadJob(arguments, what == "TDF2TESK");
     if (job.Input.empty()) {
         std::fprintf(stderr, "usage: %s FILE%s\n", what.c_str(), what == "TDF2TESK" ? " RESULT" : "");
-        return exitUsage;
+        return base::exitUsage;
     }
     const auto text = [](const auto& convert) -> Converter {
         return [convert](std::string_view bytes, const std::string& name) {

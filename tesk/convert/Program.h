@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/CommandLine.h"
 #include "convert/Failure.h"
 
 // What the converter programs have in common.
@@ -24,10 +25,8 @@ std::string FileOf(const std::string& name);
 
 using Converter = std::function<Conversion(std::string_view text, const std::string& name)>;
 
-enum Exit : int { exitDone = 0, exitRefused = 1, exitUsage = 2, exitFault = 4 };
-
-// Reads, converts and writes; tells on standard error what went wrong, with the line. No file is touched
-// unless the whole design was converted.
+// Reads, converts and writes, and gives the exit code; tells on standard error what went wrong, with the
+// line. No file is touched unless the whole design was converted.
 int RunConverter(const std::string& program, const Job& job, const Converter& convert);
 
 // The whole of main: `what` is one of PLA2TESK, PTOT, ONTESK, TDF2TESK, NTR.

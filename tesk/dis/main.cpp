@@ -1,10 +1,9 @@
-#include <array>
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <string>
-#include <string_view>
+#include <vector>
 
+#include "base/CommandLine.h"
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
@@ -18,12 +17,9 @@
 
 namespace {
 
-enum Exit : int { exitDone = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
-
-constexpr const char* kUsage =
-    "usage: teskdis [-d DEVICE] [-m] [-n NAMES] [-o OUT] FILE.JED (- reads standard input)\n";
-constexpr const char* kVersion = "teskdis " TESKDIS_VERSION "\n";
-constexpr const char* kHelp =
+constexpr base::CommandLine kProgram{
+    "teskdis", "teskdis " TESKDIS_VERSION "\n",
+    "usage: teskdis [-d DEVICE] [-m] [-n NAMES] [-o OUT] FILE.JED (- reads standard input)\n",
     R"(usage: teskdis [OPTION...] FILE.JED
 
 Makes a design out of a fuse map (JEDEC): a .PLD that compiles to the same
@@ -46,35 +42,34 @@ standard output, the messages to standard error.
 
 Exit codes: 0 done, 1 errors in the fuse map or with the files, 2 a wrong call,
 4 a fault of the program.
-)";
+)"};
 
 struct Arguments {
     std::string Device, Names, Output, File;
     bool Minimize = false;
-    const char* Answer = nullptr;  // what --help or --version print
 };
 
-bool Parse(int count, char** values, Arguments& arguments) {
-    for (int i = 1; i < count; ++i) {
-        const std::string_view value = values[i];
-        std::string* text = value == "-d"   ? &arguments.Device
-                            : value == "-n" ? &arguments.Names
-                            : value == "-o" ? &arguments.Output
-                                            : nullptr;
-        if (value == "--help" || value == "--version") {
-            arguments.Answer = value == "--help" ? kHelp : kVersion;
-        } else if (text != nullptr) {
-            if (i + 1 == count || *values[i + 1] == '\0') return false;
-            *text = values[++i];
-        } else if (value == "-m") {
+Arguments Parse(const std::vector<std::string>& words) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        std::string* text = word == "-d"   ? &arguments.Device
+                            : word == "-n" ? &arguments.Names
+                            : word == "-o" ? &arguments.Output
+                                           : nullptr;
+        if (text != nullptr) {
+            if (i + 1 == words.size() || words[i + 1].empty()) throw base::WrongCall();
+            *text = words[++i];
+        } else if (word == "-m") {
             arguments.Minimize = true;
-        } else if ((value.size() > 1 && value[0] == '-') || value.empty() || !arguments.File.empty()) {
-            return false;
+        } else if ((word.size() > 1 && word[0] == '-') || word.empty() || !arguments.File.empty()) {
+            throw base::WrongCall();
         } else {
-            arguments.File = value;
+            arguments.File = word;
         }
     }
-    return arguments.Answer != nullptr || !arguments.File.empty();
+    if (arguments.File.empty()) throw base::WrongCall();
+    return arguments;
 }
 
 // Errors of files, to be told with their name.
@@ -83,23 +78,12 @@ struct Refusal {
     std::string What;
 };
 
-std::string ReadStandardInput(std::size_t limit) {
-    std::string text;
-    std::array<char, 1u << 16> piece;
-    for (std::size_t count = 0; (count = std::fread(piece.data(), 1, piece.size(), stdin)) > 0;) {
-        text.append(piece.data(), count);
-        if (text.size() > limit) throw Refusal{"7610tc", "standard input is too large"};
-    }
-    if (std::ferror(stdin) != 0) throw Refusal{"7610tc", "standard input"};
-    return text;
-}
-
 std::string ReadFile(const std::string& name, std::size_t limit) {
-    if (name == "-") return ReadStandardInput(limit);
+    const bool isInput = name == "-";
     try {
-        return base::ReadWhole(kernel::HostPath(name), limit);
+        return isInput ? base::ReadStandardInput(limit) : base::ReadWhole(kernel::HostPath(name), limit);
     } catch (const base::RunTimeError& error) {
-        throw Refusal{"7610tc", name + ": " + error.Description()};
+        throw Refusal{"7610tc", (isInput ? "standard input" : name) + ": " + error.Description()};
     }
 }
 
@@ -122,22 +106,21 @@ class Program {
             auto request = RequestOf(library);
             const auto complex = front::ComplexLibrary(kernel::InstalledLibrary());
             request.ComplexLibrary = ReadFile(complex, front::kComplexLibraryBytes);
-            if (errors_) return exitErrors;
+            if (errors_) return base::exitErrors;
             const auto result = dis::Disassemble(proof::ReadJedec(text), library, request);
             for (const auto& message : result.Messages) Say(message, arguments_.File);
             if (result.Ok()) Write(result);
         } catch (const Refusal& refusal) {
             Say(model::MakeMessage(refusal.Code.Entry(), {}, refusal.What), {});
         }
-        return errors_ ? exitErrors : exitDone;
+        return errors_ ? base::exitErrors : base::exitDone;
     }
 
   private:
     void Say(const dis::Message& message, const std::string& file) {
         errors_ = errors_ || message.Level == dis::Severity::Error;
-        std::string line = model::Headline(message);
-        if (message.At.Line > 0) line += " (" + file + " line " + std::to_string(message.At.Line) + ")";
-        std::fprintf(arguments_.Output == "-" ? stderr : stdout, "%s\n", base::DisplayUtf8(line).c_str());
+        const std::string line = base::DisplayUtf8(model::ListLine(message, file));
+        std::fprintf(arguments_.Output == "-" ? stderr : stdout, "%s\n", line.c_str());
     }
 
     dis::Request RequestOf(const std::string& library) {
@@ -159,10 +142,8 @@ class Program {
 
     void Write(const dis::Disassembly& result) {
         if (arguments_.Output == "-") {
-            const auto& text = result.Pld;
-            if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-                throw Refusal{"7610tc", "standard output"};
-            return;
+            if (base::WriteStandardOutput(result.Pld)) return;
+            throw Refusal{"7610tc", "standard output"};
         }
         const auto vectors = BaseOf(arguments_.Output) + ".SI";
         Demand(arguments_.Output);
@@ -197,17 +178,6 @@ class Program {
 }  // namespace
 
 int main(int count, char** values) {
-    Arguments arguments;
-    if (!Parse(count, values, arguments)) {
-        std::fprintf(stderr, "teskdis: the command is not understood\n%s", kUsage);
-        return exitUsage;
-    }
-    if (arguments.Answer != nullptr)
-        return std::fputs(arguments.Answer, stdout) < 0 || std::fflush(stdout) != 0 ? exitErrors : exitDone;
-    try {
-        return Program(arguments).Run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "teskdis: internal error: %s\n", error.what());
-        return exitFault;
-    }
+    return base::RunProgram(kProgram, count, values,
+                            [](const auto& words) { return Program(Parse(words)).Run(); });
 }

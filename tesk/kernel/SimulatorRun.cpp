@@ -5,5 +5,5 @@ void SimulatorRun::TellUnreadable(sim::MessageCode code, std::string_view extens
     const std::string name(front::FileName(path));
     model::Message missing = model::MakeMessage(code.Entry(), {});
     missing.Text = "File cannot be read: " + name;
-    Said.AddForeign(missing.Level, sim::ListLine(missing, name));
+    Said.AddForeign(missing.Level, model::ListLine(missing, name));
 }

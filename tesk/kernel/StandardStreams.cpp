@@ -1,8 +1,8 @@
 #include "kernel/StandardStreams.h"
 
-#include <array>
 #include <cstdio>
 
+#include "base/CommandLine.h"
 #include "kernel/CompilerSteps.h"
 #include "kernel/GnuLine.h"
 #include "kernel/Paths.h"
@@ -33,12 +33,11 @@ class StandardFiles : public DiskFiles {
     static std::string Design() { return std::string(kBase) + ".PLD"; }
 
     static std::optional<std::string> ReadStandardInput(std::size_t maxBytes) {
-        std::string text;
-        std::array<char, 1u << 16> piece;
-        std::size_t count = 0;
-        while (text.size() <= maxBytes && (count = std::fread(piece.data(), 1, piece.size(), stdin)) > 0)
-            text.append(piece.data(), count);
-        return std::ferror(stdin) != 0 || text.size() > maxBytes ? std::nullopt : std::optional(text);
+        try {
+            return base::ReadStandardInput(maxBytes);
+        } catch (const base::RunTimeError&) {
+            return std::nullopt;
+        }
     }
 };
 
@@ -73,9 +72,7 @@ bool CompileStandardInput(const std::string& letters, const std::string& device,
     });
     fault = list.Fault;
     if (!files.Output) return done;
-    const std::string& text = *files.Output;
-    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
-        return done;
+    if (base::WriteStandardOutput(*files.Output)) return done;
     run.Said.Add(front::Code::CannotWrite, {}, "standard output");
     return false;
 }

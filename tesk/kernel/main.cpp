@@ -3,8 +3,9 @@
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
+#include "base/CommandLine.h"
 #include "base/Text.h"
 #include "base/ToolInterface.h"
 #include "front/Messages.h"
@@ -36,12 +37,9 @@ extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::
 
 namespace {
 
-enum Exit : int { exitClean = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
-
-constexpr const char* kUsage =
-    "usage: teskc [-o LETTERS] [-d DEVICE] [--gnu] FILE.PLD (- reads standard input)\n";
-constexpr const char* kVersion = "teskc " TESKC_VERSION "\n";
-constexpr const char* kHelp =
+constexpr base::CommandLine kProgram{
+    "teskc", "teskc " TESKC_VERSION "\n",
+    "usage: teskc [-o LETTERS] [-d DEVICE] [--gnu] FILE.PLD (- reads standard input)\n",
     R"(usage: teskc [OPTION...] FILE.PLD
 
 Compiles a design. The outputs stand beside it, the messages go to standard
@@ -59,39 +57,35 @@ letters ask for goes to standard output, and the messages to standard error.
 
 Exit codes: 0 no errors, 1 errors in the design or with its files, 2 a wrong
 call, 4 a fault of the program.
-)";
+)"};
 
 struct Arguments {
     std::optional<std::string> Options;
     std::string Device = "&";
     std::string File;
     bool IsGnu = false;
-    const char* Answer = nullptr;  // what --help or --version print
 };
 
-bool Parse(int count, char** values, Arguments& arguments) {
-    for (int i = 1; i < count; ++i) {
-        const std::string_view value = values[i];
-        if (value == "--help" || value == "--version")
-            arguments.Answer = value == "--help" ? kHelp : kVersion;
-        else if (value == "--gnu")
+Arguments Parse(const std::vector<std::string>& words) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == "--gnu")
             arguments.IsGnu = true;
-        else if (value == "-o" && i + 1 < count)
-            arguments.Options = values[++i];
-        else if (value == "-d" && i + 1 < count)
-            arguments.Device = values[++i];
-        else if ((value.size() > 1 && value[0] == '-') || value.empty() || !arguments.File.empty())
-            return false;
+        else if (word == "-o" && i + 1 < words.size())
+            arguments.Options = words[++i];
+        else if (word == "-d" && i + 1 < words.size())
+            arguments.Device = words[++i];
+        else if ((word.size() > 1 && word[0] == '-') || word.empty() || !arguments.File.empty())
+            throw base::WrongCall();
         else
-            arguments.File = value;
+            arguments.File = word;
     }
-    return arguments.Answer != nullptr || !arguments.File.empty();
+    if (arguments.File.empty()) throw base::WrongCall();
+    return arguments;
 }
 
-int Refuse(const char* why) {
-    std::fprintf(stderr, "teskc: %s\n%s", why, kUsage);
-    return exitUsage;
-}
+int ExitOf(bool isClean) { return isClean ? base::exitDone : fault ? base::exitFault : base::exitErrors; }
 
 // The record holds 255 bytes of a path: a longer one is worked on from its own folder.
 bool Shorten(std::string& path) {
@@ -110,7 +104,7 @@ int CompileFile(const Arguments& arguments) {
     base::RunRecord record = base::EmptyRecord();
     constexpr std::size_t most = base::RunRecord::TextSize;
     if (!Shorten(base) || base.size() >= most || letters.size() >= most || arguments.Device.size() >= most)
-        return Refuse("an argument is too long");
+        throw base::WrongCall{"an argument is too long"};
     base::SetText(record.szLibrary, kernel::InstalledLibrary());
     base::SetText(record.szOptions, letters);
     base::SetText(record.szDevice, arguments.Device);
@@ -118,27 +112,27 @@ int CompileFile(const Arguments& arguments) {
     const kernel::EarlierOutputs earlier(base, front::Options::Parse(letters));
     const bool isClean = TeskkVB(&record) == 0;
     earlier.RemoveThoseLeft(refusals);
-    return isClean ? exitClean : fault ? exitFault : exitErrors;
+    return ExitOf(isClean);
 }
 
 int CompileStream(const Arguments& arguments) {
     const std::string letters = arguments.Options.value_or("jm4");
     const front::Options options = front::Options::Parse(letters);
     if (options.Simulate || kernel::OutputsOf(options).size() > 1)
-        return Refuse("for - the letters may ask for one output, and not for s");
+        throw base::WrongCall{"for - the letters may ask for one output, and not for s"};
     const bool isClean =
         kernel::CompileStandardInput(letters, arguments.Device, kernel::InstalledLibrary(), isGnu, fault);
-    return isClean ? exitClean : fault ? exitFault : exitErrors;
+    return ExitOf(isClean);
+}
+
+int Compile(const Arguments& arguments) {
+    isGnu = arguments.IsGnu;
+    gnuFolder = arguments.File.substr(0, arguments.File.rfind('/') + 1);
+    return arguments.File == "-" ? CompileStream(arguments) : CompileFile(arguments);
 }
 
 }  // namespace
 
 int main(int count, char** values) {
-    Arguments arguments;
-    if (!Parse(count, values, arguments)) return Refuse("the command is not understood");
-    isGnu = arguments.IsGnu;
-    gnuFolder = arguments.File.substr(0, arguments.File.rfind('/') + 1);
-    if (arguments.Answer == nullptr)
-        return arguments.File == "-" ? CompileStream(arguments) : CompileFile(arguments);
-    return std::fputs(arguments.Answer, stdout) < 0 || std::fflush(stdout) != 0 ? exitErrors : exitClean;
+    return base::RunProgram(kProgram, count, values, [](const auto& words) { return Compile(Parse(words)); });
 }

@@ -11,7 +11,7 @@ void Note(SimulatorRun& run, std::string_view path, const std::string& failure) 
 void Tell(SimulatorRun& run, const sim::SimulationResult& result) {
     for (const sim::Message& message : result.Messages) {
         const std::string file = run.Base + std::string(sim::FileExtension(message));
-        run.Said.AddForeign(message.Level, sim::ListLine(message, front::FileName(file)));
+        run.Said.AddForeign(message.Level, model::ListLine(message, front::FileName(file)));
     }
 }
 

@@ -43,4 +43,12 @@ std::string Headline(const Message& message) {
     return line + message.Text;
 }
 
+std::string ListLine(const Message& message, std::string_view file) {
+    std::string line = Headline(message);
+    if (message.At.Line <= 0) return line;
+    (line += " (").append(file) += " line " + std::to_string(message.At.Line);
+    if (message.At.Column > 0) line += " column " + std::to_string(message.At.Column);
+    return line + ")";
+}
+
 }  // namespace model

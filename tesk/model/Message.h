@@ -59,4 +59,7 @@ bool HasErrors(std::span<const Message> messages);
 // "[ccccss] text", for warnings and errors "[ccccss] Error: text": a line of the list, without the place.
 std::string Headline(const Message& message);
 
+// The same with the place, if it is known: " (FILE line n)" or " (FILE line n column m)".
+std::string ListLine(const Message& message, std::string_view file);
+
 }  // namespace model

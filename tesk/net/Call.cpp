@@ -102,10 +102,6 @@ std::optional<Call> ParseCall(const std::vector<std::string>& arguments) {
     };
     for (; next < arguments.size() && arguments[next].starts_with("--"); ++next) {
         const std::string& option = arguments[next];
-        if (option == "--help" || option == "--version") {
-            (option == "--help" ? call.WantsHelp : call.WantsVersion) = true;
-            return call;
-        }
         const std::string_view text = value();
         if (option == "--top")
             call.Top = text;

@@ -43,15 +43,7 @@ class FrontEnd {
         Tell(Say(code, detail));
         return false;
     }
-    void Tell(const Message& message) {
-        std::string line = model::Headline(message);
-        if (message.At.Line > 0) {
-            line += " (" + name_ + " line " + std::to_string(message.At.Line);
-            if (message.At.Column > 0) line += " column " + std::to_string(message.At.Column);
-            line += ")";
-        }
-        lines_.push_back(line);
-    }
+    void Tell(const Message& message) { lines_.push_back(model::ListLine(message, name_)); }
     bool TellAll(const std::vector<Message>& messages) {
         for (const Message& message : messages) Tell(message);
         return !model::HasErrors(messages);

@@ -34,7 +34,6 @@ struct Call {
     net::Flags Flags;
     std::string Top;   // empty: told by the pin file or by the source
     int Seconds = 60;  // for each call of a tool
-    bool WantsHelp = false, WantsVersion = false;
 };
 
 // WORKDIR LIBRARY DEVICE SOURCE.VHD-flags, or SOURCE.VHD-flags alone, and before them the options of a

@@ -1,8 +1,8 @@
 // VHDLTesk: the front end under its two names; ANALYZES tells the one that tests the text alone.
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 
+#include "base/CommandLine.h"
 #include "base/ToolInterface.h"
 #include "net/FrontEnd.h"
 
@@ -19,9 +19,9 @@ extern "C" std::int32_t SendMessageA(std::uint32_t, std::uint32_t message, std::
 
 namespace {
 
-enum Exit : int { exitClean = 0, exitErrors = 1, exitUsage = 2, exitFault = 4 };
-
-constexpr const char* Help =
+constexpr base::CommandLine program{
+    "VHDLTesk", "VHDLTesk " VHDLTESK_VERSION "\n",
+    "usage: VHDLTesk [OPTION...] [WORKDIR LIBRARY DEVICE] SOURCE.VHD[-FLAGS]\n",
     R"(usage: VHDLTesk [OPTION...] [WORKDIR LIBRARY DEVICE] SOURCE.VHD[-FLAGS]
 
 Makes a .PLD of a VHDL source, or of a Verilog source (.V), and compiles it.
@@ -35,7 +35,7 @@ Messages go to standard output and into the .VLS beside the source.
 
 Exit codes: 0 no errors, 1 errors in the source or with its files, 2 a wrong
 call, 4 a fault of the program.
-)";
+)"};
 
 // The device library that the call names, or the one of the installation around this program.
 std::string LibraryOf(const std::string& named) {
@@ -68,24 +68,15 @@ bool Compile(const std::string& base, const std::string& device, const std::stri
     return TeskkVB(&record) == 0;
 }
 
+int Run(const std::vector<std::string>& words) {
+    const auto call = net::ParseCall(words);
+    if (!call) throw base::WrongCall();
+    std::vector<std::string> lines;
+    const bool isClean = net::RunFrontEnd(*call, ANALYZES, Compile, lines);
+    for (const std::string& line : lines) std::printf("%s\n", line.c_str());
+    return isClean ? base::exitDone : base::exitErrors;
+}
+
 }  // namespace
 
-int main(int count, char** values) {
-    const auto call = net::ParseCall({values + 1, values + count});
-    if (!call) {
-        std::fputs("usage: VHDLTesk [OPTION...] [WORKDIR LIBRARY DEVICE] SOURCE.VHD[-FLAGS]\n", stderr);
-        return exitUsage;
-    }
-    if (call->WantsHelp || call->WantsVersion)
-        return std::fputs(call->WantsHelp ? Help : "VHDLTesk " VHDLTESK_VERSION "\n", stdout) < 0 ? exitErrors
-                                                                                                  : exitClean;
-    try {
-        std::vector<std::string> lines;
-        const bool isClean = net::RunFrontEnd(*call, ANALYZES, Compile, lines);
-        for (const std::string& line : lines) std::printf("%s\n", line.c_str());
-        return isClean ? exitClean : exitErrors;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "VHDLTesk: internal error: %s\n", error.what());
-        return exitFault;
-    }
-}
+int main(int count, char** values) { return base::RunProgram(program, count, values, Run); }

@@ -2,12 +2,6 @@
 
 namespace sim {
 
-std::string ListLine(const Message& message, std::string_view fileName) {
-    const std::string line = model::Headline(message);
-    if (message.At.Line <= 0) return line;
-    return line + " (" + std::string(fileName) + " line " + std::to_string(message.At.Line) + ")";
-}
-
 std::string_view FileExtension(const Message& message) {
     const auto family = message.Number.substr(0, 2);
     return family == "01" ? ".ABS" : family == "04" ? ".JED" : ".SI";

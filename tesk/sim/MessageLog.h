@@ -7,12 +7,9 @@
 
 #include "sim/MessageTable.h"
 
-// What the simulator's stages have to say. The kernel sends a message to the list as `ListLine` gives it and
-// counts it by its severity.
+// What the simulator's stages have to say. The kernel sends a message to the list as `model::ListLine` gives
+// it and counts it by its severity.
 namespace sim {
-
-// Of a message with a line " (FILE line n)" stands behind it.
-std::string ListLine(const Message& message, std::string_view fileName);
 
 // The file that a message's line belongs to: ".ABS", ".SI" or ".JED", by the family of its number.
 std::string_view FileExtension(const Message& message);

@@ -1,8 +1,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "base/AtomicFile.h"
+#include "base/CommandLine.h"
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
@@ -12,12 +14,9 @@
 
 namespace {
 
-enum Exit : int { exitDone = 0, exitBadFile = 1, exitUsage = 2, exitFault = 4 };
-
-constexpr const char* usage = "usage: tesksvf [--no-jtag] [-o OUTPUT] FILE.JED|FILE.SVF\n";
-constexpr const char* version = "tesksvf " TESKSVF_VERSION "\n";
-constexpr const char* help =
-    R"(usage: tesksvf [OPTION...] FILE.JED|FILE.SVF
+constexpr base::CommandLine program{"tesksvf", "tesksvf " TESKSVF_VERSION "\n",
+                                    "usage: tesksvf [--no-jtag] [-o OUTPUT] FILE.JED|FILE.SVF\n",
+                                    R"(usage: tesksvf [OPTION...] FILE.JED|FILE.SVF
 
 Makes a program for JTAG players (SVF) of the fuse map of a C1502 or C1504: it
 checks the device, erases, programs and verifies it. Of a file .SVF it makes
@@ -32,29 +31,28 @@ unless an output is named.
 
 Exit codes: 0 done, 1 a file that can't be read, is wrong or can't be written,
 2 a wrong call, 4 a fault of the program.
-)";
+)"};
 
 struct Arguments {
     std::string File, Output;
     bool WithoutJtag = false;
-    const char* Answer = nullptr;  // what --help or --version print
 };
 
-bool Parse(int count, char** values, Arguments& arguments) {
-    for (int i = 1; i < count; ++i) {
-        const std::string value = values[i];
-        if (value == "--help" || value == "--version")
-            arguments.Answer = value == "--help" ? help : version;
-        else if (value == "--no-jtag")
+Arguments Parse(const std::vector<std::string>& words) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == "--no-jtag")
             arguments.WithoutJtag = true;
-        else if (value == "-o" && i + 1 < count)
-            arguments.Output = values[++i];
-        else if (value.empty() || value[0] == '-' || !arguments.File.empty())
-            return false;
+        else if (word == "-o" && i + 1 < words.size())
+            arguments.Output = words[++i];
+        else if (word.empty() || word[0] == '-' || !arguments.File.empty())
+            throw base::WrongCall();
         else
-            arguments.File = value;
+            arguments.File = word;
     }
-    return arguments.Answer != nullptr || !arguments.File.empty();
+    if (arguments.File.empty()) throw base::WrongCall();
+    return arguments;
 }
 
 // The devices of the installation that the program stands in.
@@ -92,16 +90,11 @@ void Write(const std::string& output, const std::string& text) {
         file.Write(text);
         return file.Commit();
     }
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-        throw base::RunTimeError(base::errDiskFull, "cannot be written");
+    if (!base::WriteStandardOutput(text)) throw base::RunTimeError(base::errDiskFull, "cannot be written");
 }
 
 // `subject` is what an error is about.
-int Run(const Arguments& arguments, std::string& subject) {
-    if (arguments.Answer != nullptr) {
-        Write(subject = "-", arguments.Answer);
-        return exitDone;
-    }
+void Convert(const Arguments& arguments, std::string& subject) {
     subject = "Cplds.dl";
     const auto devices = Devices();
     subject = arguments.File;
@@ -113,26 +106,22 @@ int Run(const Arguments& arguments, std::string& subject) {
     subject = arguments.Output.empty() ? beside.replace_extension(isSvf ? ".JED" : ".SVF").string()
                                        : arguments.Output;
     Write(subject, result);
-    return exitDone;
+}
+
+int Run(const Arguments& arguments) {
+    std::string subject;
+    try {
+        Convert(arguments, subject);
+        return base::exitDone;
+    } catch (const base::RunTimeError& error) {
+        std::fprintf(stderr, "tesksvf: %s: %s\n", subject == "-" ? "standard output" : subject.c_str(),
+                     error.what());
+        return base::exitErrors;
+    }
 }
 
 }  // namespace
 
 int main(int count, char** values) {
-    Arguments arguments;
-    if (!Parse(count, values, arguments)) {
-        std::fputs(usage, stderr);
-        return exitUsage;
-    }
-    std::string subject;
-    try {
-        return Run(arguments, subject);
-    } catch (const base::RunTimeError& error) {
-        std::fprintf(stderr, "tesksvf: %s: %s\n", subject == "-" ? "standard output" : subject.c_str(),
-                     error.what());
-        return exitBadFile;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "tesksvf: internal error: %s\n", error.what());
-        return exitFault;
-    }
+    return base::RunProgram(program, count, values, [](const auto& words) { return Run(Parse(words)); });
 }

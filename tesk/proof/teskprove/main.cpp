@@ -1,10 +1,9 @@
 #include <algorithm>
 #include <cstdio>
-#include <exception>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "base/CommandLine.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "front/Complex.h"
@@ -18,12 +17,9 @@
 // teskprove: whether a fuse map is the design.
 namespace {
 
-enum Exit : int { exitProved = 0, exitNotProved = 1, exitUsage = 2, exitFault = 4 };
-
-constexpr const char* kUsage = "usage: teskprove [-d DEVICE] DESIGN.PLD FILE.JED\n";
-constexpr const char* kVersion = "teskprove " TESKPROVE_VERSION "\n";
-constexpr const char* kHelp =
-    R"(usage: teskprove [OPTION...] DESIGN.PLD FILE.JED
+constexpr base::CommandLine kProgram{"teskprove", "teskprove " TESKPROVE_VERSION "\n",
+                                     "usage: teskprove [-d DEVICE] DESIGN.PLD FILE.JED\n",
+                                     R"(usage: teskprove [OPTION...] DESIGN.PLD FILE.JED
 
 Proves that a fuse map is the design: reads the function of every pin out of
 the fuses and compares it with the equations, for all values of their inputs.
@@ -37,34 +33,31 @@ will do.
 Exit codes: 0 proved, 1 not proved: differences, equations that are too large
 to compare, errors in the design or with the files, 2 a wrong call, 4 a fault
 of the program.
-)";
+)"};
 
 struct Arguments {
     std::string Device = "&";
     std::string Design;
     std::string Jedec;
-    const char* Answer = nullptr;  // what --help or --version print
 };
 
-bool Parse(int count, char** values, Arguments& arguments) {
-    for (int i = 1; i < count; ++i) {
-        const std::string_view value = values[i];
-        if (value == "--help" || value == "--version")
-            arguments.Answer = value == "--help" ? kHelp : kVersion;
-        else if (value == "-d" && i + 1 < count)
-            arguments.Device = values[++i];
-        else if (value.empty() || value[0] == '-' || !arguments.Jedec.empty())
-            return false;
+Arguments Parse(const std::vector<std::string>& words) {
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == "-d" && i + 1 < words.size())
+            arguments.Device = words[++i];
+        else if (word.empty() || word[0] == '-' || !arguments.Jedec.empty())
+            throw base::WrongCall();
         else
-            (arguments.Design.empty() ? arguments.Design : arguments.Jedec) = value;
+            (arguments.Design.empty() ? arguments.Design : arguments.Jedec) = word;
     }
-    return arguments.Answer != nullptr || !arguments.Jedec.empty();
+    if (arguments.Jedec.empty()) throw base::WrongCall();
+    return arguments;
 }
 
 void Say(const model::Message& message, const std::string& file) {
-    std::string line = model::Headline(message);
-    if (message.At.Line > 0) line += " (" + file + " line " + std::to_string(message.At.Line) + ")";
-    std::printf("%s\n", line.c_str());
+    std::printf("%s\n", model::ListLine(message, file).c_str());
 }
 
 class Proof {
@@ -189,17 +182,9 @@ class Proof {
 }  // namespace
 
 int main(int count, char** values) {
-    Arguments arguments;
-    if (!Parse(count, values, arguments)) {
-        std::fprintf(stderr, "teskprove: the command is not understood\n%s", kUsage);
-        return exitUsage;
-    }
-    try {
-        const bool done =
-            arguments.Answer != nullptr ? std::fputs(arguments.Answer, stdout) >= 0 : Proof(arguments).Run();
-        return std::fflush(stdout) == 0 && done ? exitProved : exitNotProved;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "teskprove: internal error: %s\n", error.what());
-        return exitFault;
-    }
+    return base::RunProgram(kProgram, count, values, [](const auto& words) {
+        const Arguments arguments = Parse(words);
+        const bool isProved = Proof(arguments).Run();
+        return std::fflush(stdout) == 0 && isProved ? base::exitDone : base::exitErrors;
+    });
 }
