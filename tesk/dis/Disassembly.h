@@ -15,7 +15,7 @@ struct Request {
     std::string Name;    // of the design, where the file tells none
     PinNames Names;
     bool Minimize = false;
-    std::string ComplexLibrary{};  // text of the library of complex devices, whose fuses give sums in no rows
+    std::string ComplexLibrary{};  // text of the library of complex devices
 };
 
 struct Disassembly {
