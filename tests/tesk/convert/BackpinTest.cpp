@@ -18,7 +18,9 @@ std::string ReadFile(const fs::path& path) {
 }
 
 std::string DocumentOf(const std::string& text) {
-    const auto compiled = CompileWhole(text, "xm4", {{"tesk.dl", ReadFile(DATA_DIR "/devices/Fullset.dl")}});
+    const auto compiled = CompileWhole(text, "xm4",
+                                       {{"tesk.dl", ReadFile(DATA_DIR "/devices/Fullset.dl")},
+                                        {"Cplds.dl", ReadFile(DATA_DIR "/devices/Cplds.dl")}});
     EXPECT_TRUE(compiled->Run->Ok()) << text;
     return compiled->Text(".DOC");
 }
@@ -41,8 +43,10 @@ TEST(Backpin, GivesBackTheSamePins) {
         const convert::FitPins fit = convert::ReadFitPins(DocumentOf(text));
         const std::string floated = Annotate(text, Annotation::Float);
         EXPECT_EQ(floated.find("PIN 1"), std::string::npos) << entry.path();
-        EXPECT_EQ(Annotate(floated, Annotation::AssignAll, fit), text) << entry.path();
-        EXPECT_EQ(Annotate(text, Annotation::AssignPins, fit), text) << entry.path();
+        if (floated != text) {  // else the example leaves its pins to the fitter
+            EXPECT_EQ(Annotate(floated, Annotation::AssignAll, fit), text) << entry.path();
+            EXPECT_EQ(Annotate(text, Annotation::AssignPins, fit), text) << entry.path();
+        }
         // What the fitter chooses by itself holds when it is written down.
         const convert::FitPins own = convert::ReadFitPins(DocumentOf(floated));
         const std::string assigned = Annotate(floated, Annotation::AssignAll, own);
