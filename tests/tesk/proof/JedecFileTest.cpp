@@ -39,7 +39,7 @@ TEST(JedecFile, FusesOfEveryWayToTellThem) {
         {"x*QF4*L0 1*C0001*", "1000", "7305tc:1"},           // no F
         {"x*QF4*L0 1111*", "1111", "7305tc:1"},              // no C
         {"x*\nQF4*\nL0 1111*\nCABCD*", "1111", "7304tc:4"},  // wrong
-        {"x*QF4*L0 1111*C000F*N \xFF\x80 caf\xE9 * G1*QP2*K1*", "1111", "7306tc:1"},
+        {"x*QF4*L0 1111*C000F*N \xFF\x80 caf\xE9 * G1*QP2*K1*K2*", "1111", "7306tc:1"},
         {"x*\nQF4*\nL0 11112*", "1111", "7302tc:3 7305tc:1"},
         {"x*\nQF4*\nL3 11*", "0001", "7302tc:3 7305tc:1 7305tc:1"},
         {"x*QF4*F2*Lx*Cxyz*QFx*PA*X3*V1 0Q*V*QF2*\nQF99999999*L0 1111*", "1111",
