@@ -225,7 +225,7 @@ std::optional<ComplexMap> ReadComplexMap(const proof::JedecFile& file, const Req
     };
     const auto count = file.FuseCount != 0 ? file.FuseCount : file.Fuses.size();
     auto name = front::SplitComplex(request.Device);
-    if (!request.Device.empty() && !name) return std::nullopt;
+    if (request.ComplexLibrary.empty() || (!request.Device.empty() && !name)) return std::nullopt;
     try {
         const auto devices = cpld::ReadDevices(request.ComplexLibrary);
         const auto* device =

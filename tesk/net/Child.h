@@ -19,8 +19,9 @@ struct ChildEnd {
 };
 
 // Runs a program in a folder, without input, in the plain locale, and waits for it. What it leaves running
-// in its group ends with it, as does it itself after the time, or when a signal asks this program to end. It may take 4 GB of memory and write 256 MB
-// to a file. `output`: a file of the folder for its standard output, which is then not read.
+// in its group ends with it, as does it itself after the time, or when a signal asks this program to end. It
+// may take 4 GB of memory and write 256 MB to a file. `output`: a file of the folder for its standard output,
+// which is then not read.
 ChildEnd RunChild(const std::vector<std::string>& command, const std::string& folder, int seconds,
                   const std::string& output = {});
 

@@ -30,7 +30,8 @@ dis::Disassembly FromDesign(const std::string& body, const dis::PinNames& names 
 // The equations and properties, without declarations.
 std::string Statements(const std::string& text) {
     std::string statements;
-    for (const auto line : base::LineViews(text.substr(text.find("*/") + 2)))
+    const auto behind = text.substr(text.find("*/") + 2);
+    for (const auto line : base::LineViews(behind))
         if (!line.empty() && !line.starts_with("PIN ")) (statements += line) += "\n";
     return statements;
 }
@@ -47,7 +48,16 @@ TEST(DisComplex, GivesEquationsBack) {
     EXPECT_EQ(Statements(done.Pld), R"(PINNODE 20 = N20 ;
 PROPERTY SIGNATURE = 'h'0012 ;
 PROPERTY SLEW P5 = FAST ;
-
+P5 = B & A ;
+P5.OE = N20 ;
+P6.D = A # B & P6.IO ;
+P6.CK = CLK ;
+P6.CE = A ;
+P6.AR = B & N20 ;
+P8.T = P6.IO ;
+P8.CK = !CLK ;
+N20.D = B ;
+N20.CK = B & A ;
 )") << done.Pld;
 }
 
