@@ -123,7 +123,9 @@ class Writer {
         } else if (const auto driver = DriverOf(literal.Of.At)) {
             const bool isPin = HasPin(chip_.Cells[*driver]);
             name = NameOf(*driver);
-            if (isPin && chip_.Cells[*driver].Register != RegisterKind::None) name += ".IO";
+            const auto& cell = chip_.Cells[*driver];
+            const bool isAlwaysOn = cell.Enable.When == proof::Always();
+            if (isPin && !isAlwaysOn && cell.Register != RegisterKind::None) name += ".IO";
         } else {
             name = NamePin(static_cast<int>(literal.Of.At));
         }
@@ -225,7 +227,7 @@ std::optional<ComplexMap> ReadComplexMap(const proof::JedecFile& file, const Req
     };
     const auto count = file.FuseCount != 0 ? file.FuseCount : file.Fuses.size();
     auto name = front::SplitComplex(request.Device);
-    if (request.ComplexLibrary.empty() || (!request.Device.empty() && !name)) return std::nullopt;
+    if ((!request.Device.empty() && !name) || request.ComplexLibrary.empty()) return std::nullopt;
     try {
         const auto devices = cpld::ReadDevices(request.ComplexLibrary);
         const auto* device =

@@ -36,7 +36,7 @@ TEST_F(Cfitr, FitsATable) {
     const auto done = Run("T.PLA", table);
     EXPECT_EQ(done.Exit, 0);
     EXPECT_EQ(done.Text,
-              "[7500tc] Fuse map proved: 5 functions of C1502T44\n"
+              "[7500tc] Fuse map proved: 6 functions of C1502T44\n"
               "[4000tc] Written: T.JED, T.FIT, T.SVF for C1502T44\n");
     const auto map = base::ReadWhole((folder_ / "T.JED").string(), 1u << 20);
     EXPECT_NE(map.find("N PIN 37 CLK*"), map.npos);
@@ -45,7 +45,7 @@ TEST_F(Cfitr, FitsATable) {
 
 TEST_F(Cfitr, SaysWhatIsWrong) {
     const std::tuple<const char*, std::string, int, const char*> rows[] = {
-        {"-d C1504P44 T.PLA", table, 1, "CLK, pin 37 of C1504P44"},
+        {"-d c1502p44 T.PLA", base::ReplaceAll(table, "PIN 37", "PIN 42"), 1, "CLK, pin 42 of C1502P44"},
         {"T.PLA", base::ReplaceAll(table, "C1502T44", "G22V10"), 1, "no device of this fitter: G22V10"},
         {"T.PLA", base::ReplaceAll(table, ".ilb CLK A N Y.IO\n", ""), 1, "it has no names"},
         {"T.PLA", base::ReplaceAll(table, "N.CK Y ", "N.D Y "), 1, "two outputs N.D"},

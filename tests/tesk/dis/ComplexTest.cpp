@@ -30,8 +30,7 @@ dis::Disassembly FromDesign(const std::string& body, const dis::PinNames& names 
 // The equations and properties, without declarations.
 std::string Statements(const std::string& text) {
     std::string statements;
-    const auto behind = text.substr(text.find("*/") + 2);
-    for (const auto line : base::LineViews(behind))
+    for (const auto line : base::LineViews(std::string_view(text).substr(text.find("*/") + 2)))
         if (!line.empty() && !line.starts_with("PIN ")) (statements += line) += "\n";
     return statements;
 }
@@ -50,11 +49,11 @@ PROPERTY SIGNATURE = 'h'0012 ;
 PROPERTY SLEW P5 = FAST ;
 P5 = B & A ;
 P5.OE = N20 ;
-P6.D = A # B & P6.IO ;
+P6.D = A # B & P6 ;
 P6.CK = CLK ;
 P6.CE = A ;
 P6.AR = B & N20 ;
-P8.T = P6.IO ;
+P8.T = P6 ;
 P8.CK = !CLK ;
 N20.D = B ;
 N20.CK = B & A ;
