@@ -11,6 +11,9 @@ display_packages="libx11-dev libxtst-dev xvfb openbox x11-xkb-utils xclip fonts-
 # What reads a printed file back.
 test_packages="poppler-utils"
 
+# Another program's view of the fuse maps.
+judge_packages="mame-tools"
+
 # What VHDLTesk calls.
 synthesis_packages="ghdl yosys"
 
@@ -60,6 +63,8 @@ build_for_tests() {
     ensure_packages $build_packages $test_packages
     # shellcheck disable=SC2086
     (ensure_packages $display_packages) || say "THE DRILL IS SKIPPED: no virtual display can be installed here"
+    # shellcheck disable=SC2086
+    (ensure_packages $judge_packages) || say "FUSE MAPS ARE NOT JUDGED BY ANOTHER PROGRAM: mame-tools cannot be installed here"
     # shellcheck disable=SC2086
     (ensure_packages $synthesis_packages) || say "SYNTHESIS IS NOT TESTED: ghdl and yosys cannot be installed here"
     build_tree

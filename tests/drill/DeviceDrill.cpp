@@ -57,3 +57,16 @@ TEST_P(Drill, CompilesForTheDeviceChosen) {
     ExpectFile("A.JED", own);
     Require(own != chosen, "the two devices have the same fuse map");
 }
+
+// What a complex device brings beside the fuse map: the fitting report and the program for JTAG players.
+TEST_P(Drill, CompilesForAComplexDevice) {
+    Copy(DRILL_INSTALLATION "/Examples/BUSCTL.PLD", "BUSCTL.PLD");
+    Start();
+    Open("BUSCTL.PLD");
+    Key("F9");
+    AcknowledgeRun();
+    ExpectSeen("Fuse map proved", In::Messages);
+    ExpectFile("BUSCTL.JED", CompiledByHand("BUSCTL", "jaxlbm4"));
+    Require(Read("BUSCTL.FIT").starts_with("C1502P44: "), "the report\n" + Read("BUSCTL.FIT"));
+    Require(Read("BUSCTL.SVF").find("SDR 32 TDI") != std::string::npos, "the program\n" + Read("BUSCTL.SVF"));
+}
