@@ -41,11 +41,11 @@
 //   END                         the last line
 //
 // Enable is the row of the output enable, `always`, `pin` for that of ENABLE, or a row and that pin: `0&pin`.
-// Feedback is none, pin, level, notsum or sum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as in the device's JEDEC map; row r of the array begins at r
-// times the columns. A fuse of value 0 connects. A row whose fuses all are 0 is false, one whose fuses all are
-// 1 is true. With a polarity fuse of 1 (or `high`) a pin carries the sum, with 0 (or `low`) its complement.
-// Macrocells may share the rows of their sum, all of them or none: each pin has its own polarity. A buried one
-// is always enabled and leads back its level or `notsum`.
+// Feedback is none, pin, level, notsum or sum, see FeedbackKind. A run of fuses is `80=1*40`. Fuses are numbered as
+// in the device's JEDEC map; row r of the array begins at r times the columns. A fuse of value 0 connects. A row
+// whose fuses all are 0 is false, one whose fuses all are 1 is true. With a polarity fuse of 1 (or `high`) a pin
+// carries the sum, with 0 (or `low`) its complement. Macrocells may share the rows of their sum, all of them or
+// none: each pin has its own polarity. A buried one is always enabled and leads back its level or `notsum`.
 // clang-format on
 namespace fit {
 
