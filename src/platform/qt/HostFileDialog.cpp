@@ -1,7 +1,9 @@
 #include "platform/qt/HostFileDialog.h"
 
+#include <QAbstractItemView>
 #include <QFileIconProvider>
 #include <QLineEdit>
+#include <QListView>
 
 #include "base/Text.h"
 #include "platform/PathMap.h"
@@ -80,6 +82,20 @@ HostFileDialog::HostFileDialog(QWidget* parent, AcceptMode mode, const FileDialo
     const QStringList filters = NameFilters(request.Filter);
     if (!filters.isEmpty()) setNameFilters(filters);
     Place(request);
+    KeepWhatIsTyped();
+}
+
+// The toolkit selects in its list what is being typed, and writes the names of the selection over a typed
+// path when the line is without the keyboard for a moment, as while the completions open. Here only what is
+// selected in a list by hand goes into the line.
+void HostFileDialog::KeepWhatIsTyped() {
+    auto* selection = findChild<QListView*>("listView")->selectionModel();
+    disconnect(selection, SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
+               SLOT(_q_selectionChanged()));
+    On(selection, &QItemSelectionModel::selectionChanged, this, [this] {
+        const bool inList = qobject_cast<QAbstractItemView*>(focusWidget()) != nullptr;
+        QMetaObject::invokeMethod(this, inList ? "_q_selectionChanged" : "_q_updateOkButton");
+    });
 }
 
 void HostFileDialog::Place(const FileDialogRequest& request) {

@@ -25,6 +25,7 @@ class HostFileDialog : public QFileDialog {
 
   private:
     void Place(const FileDialogRequest& request);
+    void KeepWhatIsTyped();
     void TakeChoice();
     std::string WholePath(const QString& typed) const;
     bool MayTake(const std::string& hostPath);

@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 #include <QWindow>
 
 #include "base/Text.h"
@@ -250,6 +251,35 @@ TEST_F(HostDialogsTest, OpenTakesANameThatDoesNotExistUnlessItMust) {
     EXPECT_EQ(boxes_.OpenFile(request), folder_.Logic("Work\\full.DL"));
     user_.Then("FileDialog", Press(QDialogButtonBox::Cancel));
     EXPECT_EQ(boxes_.OpenFile(Request()), std::nullopt);
+}
+
+// A file of that name lies in the folder shown, too.
+TEST_F(HostDialogsTest, OnlyAHandInTheListWritesOverATypedPath) {
+    folder_.Write("Work/COUNT8.PLD", "");
+    folder_.Write("My work/COUNT8.PLD", "");
+    const std::string path = (folder_.Path() / "My work/COUNT8.PLD").string();
+    const auto typeWhole = [&](QDialog& dialog) {
+        auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+        QTest::keyClicks(edit, QString::fromStdString(path.substr(0, path.size() - 1)));
+        edit->clearFocus();
+        QTest::keyClick(edit, path.back());
+        edit->setFocus();
+    };
+    user_.Then("FileDialog", [&](QDialog& dialog) {
+        typeWhole(dialog);
+        QTest::keyClick(dialog.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+    });
+    EXPECT_EQ(boxes_.OpenFile(Request()), folder_.Logic("My work\\COUNT8.PLD"));
+    user_.Then("FileDialog", [&](QDialog& dialog) {
+        typeWhole(dialog);
+        auto* list = dialog.findChild<QTreeView*>("treeView");
+        EXPECT_TRUE(list->isVisible());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; }, 5000));
+        const auto first = list->visualRect(list->model()->index(0, 0, list->rootIndex()));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, first.center());
+        PressButton(dialog, QDialogButtonBox::Open);
+    });
+    EXPECT_EQ(boxes_.OpenFile(Request()), folder_.Logic("Work\\COUNT8.PLD"));
 }
 
 TEST_F(HostDialogsTest, SaveAsksBeforeItReplacesAFileOfAnyCase) {
