@@ -167,6 +167,48 @@ TEST(Minimize, WideFunctions) {
     }
 }
 
+// No more terms, no more literals and no lower bound than each level had on these when they were measured.
+TEST(Minimize, DoesAsWellAsEver) {
+    struct Reach {
+        std::size_t Terms;
+        int Literals;
+        std::size_t Bound;
+    };
+    const struct {
+        int Inputs, Outputs, Cubes;
+        std::uint32_t Free;
+        bool Shared;
+        Reach Exact, Fast, Best;
+    } cases[] = {
+        {8, 3, 60, 4, true, {12, 47, 12}, {13, 47, 5}, {12, 47, 12}},
+        {8, 8, 200, 3, true, {85, 708, 70}, {110, 686, 1}, {91, 736, 29}},
+        {9, 8, 120, 4, true, {94, 640, 94}, {98, 625, 6}, {95, 637, 69}},
+        {9, 4, 120, 4, false, {76, 347, 76}, {78, 356, 33}, {76, 347, 76}},
+        {10, 6, 150, 5, true, {83, 495, 73}, {93, 506, 7}, {84, 507, 30}},
+        {12, 5, 150, 6, true, {69, 390, 10}, {76, 354, 1}, {70, 359, 1}},
+        {12, 5, 150, 6, false, {101, 411, 101}, {102, 413, 53}, {101, 409, 53}},
+        {16, 3, 60, 7, true, {44, 255, 44}, {44, 255, 37}, {44, 255, 37}},
+    };
+    for (const auto& c : cases) {
+        Random random(static_cast<std::uint64_t>(c.Inputs * c.Cubes));
+        const Cover on = RandomCover(random, c.Inputs, c.Outputs, c.Cubes, c.Free);
+        const Cover free = RandomCover(random, c.Inputs, c.Outputs, c.Cubes / 8, c.Free);
+        for (const Level level : {Level::m2, Level::m3, Level::m4}) {
+            const Reach& reach = level == Level::m2 ? c.Exact : level == Level::m3 ? c.Fast : c.Best;
+            const MinimizeResult result = Minimize(on, free, level, {.Shared = c.Shared, .Effort = 0.02});
+            int literals = 0;
+            for (std::size_t i = 0; i < result.Terms.Size(); ++i)
+                literals += result.Terms.Form().InputLiterals(result.Terms[i]) +
+                            result.Terms.Form().OutputCount(result.Terms[i]);
+            SCOPED_TRACE(std::to_string(c.Inputs) + " inputs, level " +
+                         std::to_string(static_cast<int>(level)));
+            EXPECT_LE(result.Terms.Size(), reach.Terms);
+            EXPECT_TRUE(result.Terms.Size() < reach.Terms || literals <= reach.Literals) << literals;
+            EXPECT_GE(result.LowerBound, reach.Bound);
+        }
+    }
+}
+
 TEST(Minimize, ExactLevelSaysThatItGaveUp) {
     Random random(31);
     const Cover on = Minterms(9, 4, [&](unsigned) { return random.Below(16); }), none(9, 4);
