@@ -71,12 +71,17 @@ TEST(Check, AgreesWithEvaluationOnRandomCovers) {
                     b = RandomCover(random, inputs, outputs, 3, 5);
         const auto complement = Complement(a);
         ASSERT_TRUE(complement.has_value());
-        bool covers = true;
+        const Cover none(inputs, outputs);
+        bool covers = true, same = true;
         for (unsigned p = 0; p < (1u << inputs); ++p) {
             covers &= (Value(b, p) & ~Value(a, p)) == 0;
+            same &= Value(b, p) == Value(a, p);
             ASSERT_EQ(Value(a, p) ^ Value(*complement, p), (1u << outputs) - 1);
         }
         EXPECT_EQ(Covers(a, b), covers);
+        EXPECT_EQ(Implements(a, b, none), same);
+        EXPECT_EQ(Implements(b, a, none), same);
+        EXPECT_EQ(Implements(a, b, a), covers);
         EXPECT_FALSE(Equivalent(a, *complement));
     }
 }

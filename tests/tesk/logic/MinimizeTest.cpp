@@ -263,8 +263,11 @@ TEST(Covering, ProvesTheLeastChoice) {
         Lists rows;
         std::vector<unsigned> masks;
         for (int r = 0; r < 14; ++r) {
-            unsigned mask = 1u << random.Below(10);
-            for (int k = 0; k < 2; ++k) mask |= 1u << random.Below(10);
+            // In turns any three columns, and two of a half: halves that have nothing in common.
+            const bool any = round % 2 == 0;
+            const auto column = [&] { return any ? random.Below(10) : random.Below(5) + 5u * (r % 2); };
+            unsigned mask = 1u << column();
+            for (int k = any ? 0 : 1; k < 2; ++k) mask |= 1u << column();
             for (int c = 0; c < columns; ++c)
                 if ((mask >> c) & 1) rows.Push(c);
             rows.Close();
@@ -278,6 +281,7 @@ TEST(Covering, ProvesTheLeastChoice) {
             const CoveringResult result = SolveCovering(rows, columns, {100000, 100000, search, 1000000});
             EXPECT_TRUE(result.Proved);
             EXPECT_EQ(static_cast<int>(result.Chosen.size()), least);
+            EXPECT_EQ(static_cast<int>(result.LowerBound), least);
             for (std::size_t r = 0; r < rows.Size(); ++r)
                 EXPECT_TRUE(std::any_of(rows[r].begin(), rows[r].end(), [&](int c) {
                     return std::binary_search(result.Chosen.begin(), result.Chosen.end(), c);

@@ -24,13 +24,14 @@ TEST(Pla, SymbolsByType) {
     const struct {
         const char* Type;
         unsigned On, DontCare, Off;  // of the outputs 1 0 - ~ 4 2
-    } cases[] = {{"f", 0b010001, 0, 0},
-                 {"fd", 0b010001, 0b100100, 0},
-                 {"fr", 0b010001, 0, 0b000010},
-                 {"fdr", 0b010001, 0b100100, 0b000010}};
+    } cases[] = {{"", 0b010001, 0b100100, 0},
+                 {".type f\n", 0b010001, 0, 0},
+                 {".type fd\n", 0b010001, 0b100100, 0},
+                 {".type fr\n", 0b010001, 0, 0b000010},
+                 {".type fdr\n", 0b010001, 0b100100, 0b000010}};
     for (const auto& c : cases) {
-        const Pla pla = ReadPla(std::string("title\n.i 4\n.o 6\n.type ") + c.Type +
-                                "\n# x\n0 1 - 2 | 1 0 - ~ 4 2 # y\n.e\nrest");
+        const Pla pla =
+            ReadPla(std::string("title\n.i 4\n.o 6\n") + c.Type + "# x\n0 1 - 2 | 1 0 - ~ 4 2 # y\n.e\nrest");
         EXPECT_EQ(Value(pla.On, 2), c.On) << c.Type;
         EXPECT_EQ(Value(pla.DontCare, 6), c.DontCare) << c.Type;
         EXPECT_EQ(Value(pla.Off, 14), c.Off) << c.Type;
