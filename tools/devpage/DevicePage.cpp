@@ -9,9 +9,10 @@ namespace {
 
 constexpr const char* preface =
     "# The devices\n\n"
-    "Made of `data/devices/Fullset.dl` by `tools/devpage`; [TeskRef.md](help/TeskRef.md) tells how "
-    "designs\n"
-    "use them. A device is tried in its modes in their order. Of each pin the table tells what it can be:\n\n"
+    "Made of `Fullset.dl` and `Cplds.dl` in `data/devices` by `tools/devpage`; [TeskRef.md](help/TeskRef.md) "
+    "tells how\n"
+    "designs use them. A device is tried in its modes in their order. Of each pin the table tells what it "
+    "can be:\n\n"
     "- *terms*: product terms of its sum, without the one of an output enable; `2 $ 2`: of two sums whose "
     "exclusive\n"
     "  or it takes. Where all outputs share theirs equal terms of several outputs count once.\n"

@@ -23,12 +23,15 @@ TEST(Library, EachDeviceIsTriedByRandomDesigns) {
     EXPECT_NE(library.Find("g20v8"), nullptr);
 }
 
-// Written anew by: devpage data/devices/Fullset.dl > docs/devices.md
+// Written anew by: devpage data/devices/Fullset.dl data/devices/Cplds.dl > docs/devices.md
 TEST(Library, ThePageOfTheDevicesIsThatOfTheData) {
     std::ifstream page(DEVICES_MD);
-    std::stringstream text;
+    std::ifstream complex(CPLDS_DL);
+    std::stringstream text, data;
     text << page.rdbuf();
-    EXPECT_TRUE(text.str() == devpage::DevicePage(fit::ReadLibrary(FullSetText())));
+    data << complex.rdbuf();
+    EXPECT_TRUE(text.str() == devpage::DevicePage(fit::ReadLibrary(FullSetText())) +
+                                  devpage::ComplexPage(cpld::ReadDevices(data.str())));
 }
 
 // The example of docs/device-library.md: its indented lines.
