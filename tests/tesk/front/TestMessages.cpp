@@ -89,6 +89,7 @@ TEST(Messages, FaultsNameTheirLine) {
         {"$REPEAT i = [0..2]\nY=A;", {"0301tx:3", "1407ta:1"}},
         {"$MACRO M a b\n$MEND\nM A;\nY=A;", {"0304tx:5"}},
         {"$MACRO M a\nY = a;\n$MEND\n\nM CC;", {"1201ta:7"}},
+        {"$MACRO N b\nY = b;\n$MEND\n$MACRO M a\nN a;\n$MEND\nM CC;", {"1201ta:9"}},
         {"$REPEAT i = [0..1]\nY = A{i/0};\n$REPEND\nZ=A;", {"0306tx:4"}},
         {"Rev 7; Y = A;", {"1104ta:3", "1103ta:3"}},
     };
