@@ -265,14 +265,21 @@ TEST(CpldFitter, ClearsByTheGlobalWhatThatAloneClears) {
     EXPECT_EQ(test::Compare(Devices()[0], design, fit, random), "");
 }
 
-// One term of a macrocell can't preset and enable.
+// A free one of the pins that are inputs only enables, if there is one. One term of a macrocell can't preset
+// and enable: then an ordinary pin does.
 TEST(CpldFitter, EnablesByAnOrdinaryPinWhereOnlyAGlobalWillDo) {
     std::mt19937 random(7);
-    const auto design = MakeDesign("1 I1\n2 I2\n43 I3\n44 I4\n" + twoRegisters + "Q.AP = B\nQ.OE = A");
-    const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
-    ASSERT_TRUE(fit.Ok()) << Text(fit);
-    EXPECT_NE(fit.Result.Cells[0].OutputEnable, cpld::Enable::VccPt5);
-    EXPECT_EQ(test::Compare(Devices()[0], design, fit, random), "");
+    for (const bool free : {true, false}) {
+        const auto design =
+            MakeDesign(free ? twoRegisters + "Q.OE = A"
+                            : "1 I1\n2 I2\n43 I3\n44 I4\n" + twoRegisters + "Q.AP = B\nQ.OE = A");
+        const auto fit = cpld::FitDesign(Devices()[0], "P44", design, {});
+        ASSERT_TRUE(fit.Ok()) << Text(fit);
+        EXPECT_NE(fit.Result.Cells[0].OutputEnable, cpld::Enable::VccPt5);
+        const int pin = fit.Places[free ? 0 : 4].Pin;
+        EXPECT_EQ(pin == 1 || pin == 2 || pin == 43 || pin == 44, free) << pin;
+        EXPECT_EQ(test::Compare(Devices()[0], design, fit, random), "");
+    }
 }
 
 TEST(CpldFitter, ReadsARegisterAndItsPinByOneSwitch) {
