@@ -158,11 +158,12 @@ TEST(Text, MidClampsAndCountsFromOne) {
 }
 
 TEST(Text, Utf8IsCheckedAsTheStandardSays) {
-    EXPECT_TRUE(
-        IsValidUtf8("gr\xc3\xb6\xc3\x9f"
-                    "e \xf0\x9f\x98\x80"));
-    for (const char* bad : {"\xe4", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\xe2\x82", "\x80"}) {
-        EXPECT_FALSE(IsValidUtf8(bad));
-    }
+    // The first and the last of each length.
+    for (const char* good : {"gr\xc3\xb6\xc3\x9f", "\xc2\x80", "\xdf\xbf", "\xe0\xa0\x80", "\xed\x9f\xbf",
+                             "\xef\xbf\xbf", "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf"})
+        EXPECT_TRUE(IsValidUtf8(good)) << good;
+    for (const char* bad : {"\xe4", "\xc1\xbf", "\xe0\x9f\xbf", "\xed\xa0\x80", "\xf0\x8f\xbf\xbf",
+                            "\xf4\x90\x80\x80", "\xf5\x80\x80\x80", "\xe2\x82", "\xc2\xc0", "\x80"})
+        EXPECT_FALSE(IsValidUtf8(bad)) << bad;
     EXPECT_EQ(DisplayUtf8("a\xe4z"), "a\xEF\xBF\xBDz");
 }

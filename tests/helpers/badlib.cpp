@@ -55,7 +55,8 @@ void OtherThread(const Run& run) {
 }
 
 void Fork(const Run&) {
-    if (::fork() == 0) ::sleep(60);  // a process that holds every descriptor of the host
+    if (::fork() == 0)
+        ::sleep(600);  // a process that holds every descriptor of the host, longer than a test may take
     std::_Exit(4);
 }
 

@@ -425,12 +425,28 @@ TEST_F(TextBoxTest, FrozenKeepsScrollAndSelectsWithoutShowing) {
 TEST_F(TextBoxTest, TellsKeysAndButtons) {
     QSignalSpy keys(&Box, &qt::TextBox::KeyReleased);
     QSignalSpy buttons(&Box, &qt::TextBox::RightButtonPressed);
-    const std::vector<std::pair<Qt::Key, int>> codes = {
-        {Qt::Key_Return, 13}, {Qt::Key_Backspace, 8}, {Qt::Key_A, 65},       {Qt::Key_7, 55},
-        {Qt::Key_F3, 114},    {Qt::Key_Delete, 46},   {Qt::Key_Left, 37},    {Qt::Key_Exclam, 49},
-        {Qt::Key_Shift, 16},  {Qt::Key_Down, 40},     {Qt::Key_NumLock, 144}};
-    for (const auto& [key, code] : codes) {
-        QTest::keyClick(&Box, key);
+    const struct {
+        Qt::Key Key;
+        int Code;
+        Qt::KeyboardModifiers Modifiers = Qt::NoModifier;
+    } codes[] = {{Qt::Key_Return, 13},
+                 {Qt::Key_Backspace, 8},
+                 {Qt::Key_A, 65},
+                 {Qt::Key_Z, 90},
+                 {Qt::Key_0, 48},
+                 {Qt::Key_9, 57},
+                 {Qt::Key_0, 96, Qt::KeypadModifier},
+                 {Qt::Key_9, 105, Qt::KeypadModifier},
+                 {Qt::Key_F1, 112},
+                 {Qt::Key_F24, 135},
+                 {Qt::Key_Delete, 46},
+                 {Qt::Key_Left, 37},
+                 {Qt::Key_Exclam, 49},
+                 {Qt::Key_Shift, 16},
+                 {Qt::Key_Down, 40},
+                 {Qt::Key_NumLock, 144}};
+    for (const auto& [key, code, modifiers] : codes) {
+        QTest::keyClick(&Box, key, modifiers);
         ASSERT_FALSE(keys.isEmpty());
         EXPECT_EQ(keys.takeLast().at(0).toInt(), code);
     }
