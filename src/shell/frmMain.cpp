@@ -40,6 +40,8 @@ frmMain::frmMain(const session::MainCommands& commands) : commands_(commands) {
     area_->setObjectName("MDIArea");
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // A child that closes leaves the place to the one used before it.
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     setCentralWidget(area_);
     toolBar_ = new QToolBar(this);
     toolBar_->setObjectName("tbToolBar");

@@ -59,6 +59,16 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     EXPECT_TRUE(shell->Main().findChild<QAction*>("AllTESK")->isEnabled());
 }
 
+TEST_F(ShellFixture, TheChildUsedBeforeFollowsOneThatCloses) {
+    Start();
+    editor::frmDocument &a = Open("A.TXT", ""), &b = Open("B.TXT", ""), &c = Open("C.TXT", "");
+    for (auto* document : {&b, &c, &a}) QTest::mouseClick(TextOf(*document).viewport(), Qt::LeftButton);
+    Key(a, Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(ActiveDocument(), &c);
+    Key(c, Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(ActiveDocument(), &b);
+}
+
 TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
     for (const auto& table : {editor::DocumentMenu(), shell::MainMenu()}) {
         std::map<std::string, std::string> entries;
