@@ -86,6 +86,12 @@ TEST(Designs, NetsBecomePinsNodesAndEquations) {
         {".inputs c d r\n.outputs q\n.subckt $_SDFF_PP1_ C=c D=d Q=q R=r\n", "C D R Q Q.D=D Q.CK=C Q.SP=R "},
         {".inputs c d r\n.outputs q p\n.subckt $_SDFF_PP0_ C=c D=d Q=q R=r\n.latch q p re c 1\n",
          "C D R Q P Q.D=D&!R Q.CK=C P.D=Q P.CK=C 0405vh ", gal},
+        {".inputs c d r a\n.outputs q p\n.subckt $_SDFF_PP1_ C=c D=d Q=q R=r\n"
+         ".subckt $_SDFF_PP1_ C=c D=q Q=p R=r\n",
+         "C D R A Q P Q.D=D Q.CK=C Q.SP=R P.D=Q P.CK=C P.SP=R ", gal},
+        {".inputs c d r a\n.outputs q p\n.subckt $_SDFF_PP1_ C=c D=d Q=q R=r\n"
+         ".subckt $_DFFSR_PPN_ C=c D=d Q=p R=a S=a\n",
+         "C D R A Q P Q.D=!(!D&!R) Q.CK=C P.D=D P.CK=C P.AR=!A P.AP=A ", gal},
         // three-state: a pin, a register's, one that is read as well, which has a node on a device
         {".inputs a e\n.outputs y\n.subckt $_TBUF_ A=a E=e Y=y\n", "A E Y Y=A Y.OE=E "},
         {".inputs c e b\n.outputs b\n.latch b q re c 2\n.subckt $_TBUF_ A=q E=e Y=b\n",

@@ -104,6 +104,12 @@ TEST(Simulation, MismatchesStandUnderTheirVector) {
         << result.So;
     EXPECT_NE(result.So.find("   4: C 1000 HL\r\n[0301vs]"), std::string::npos) << result.So;
     EXPECT_EQ(base::ToCrLf(result.So), result.So);
+    // What else is wrong in a row stands under it in the listing, else with the other messages.
+    for (const bool listing : {true, false}) {
+        const auto wrong = Simulate(Texts(design, "C,%1,D0", "C 1\nC Q\n"), {listing, false});
+        EXPECT_EQ(wrong.So.find("   5: C Q\r\n[0208va]") != wrong.So.npos, listing) << wrong.So;
+        EXPECT_EQ(wrong.So.find("[0208va]"), wrong.So.rfind("[0208va]")) << wrong.So;
+    }
 }
 
 // Reads a value change dump back: the value of a signal at a time.
@@ -129,6 +135,7 @@ TEST(Simulation, WavesShowThePulseAndItsEffect) {
     }
     EXPECT_EQ(clock, "0100010");
     EXPECT_EQ(q0, "0111100");
+    EXPECT_EQ(vcd.find("$dumpvars"), vcd.rfind("$dumpvars"));
 }
 
 TEST(Simulation, VectorsGoIntoTheFuseFile) {
