@@ -9,6 +9,8 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 set(CMAKE_CXX_FLAGS_RELEASE "-O2")
+# An index beyond a container ends the program, or the tool's process, instead of reading on in foreign memory.
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
 
 option(KORVANE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 find_program(CCACHE_PROGRAM ccache)
