@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "base/Installation.h"
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
@@ -70,9 +71,7 @@ std::string RunTimeFolder() {
 }  // namespace
 
 Folders FindFolders() {
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return {.Installation = program.parent_path().parent_path().string(),
+    return {.Installation = fs::path(base::ProgramFile()).parent_path().parent_path().string(),
             .Tree = Below("XDG_DATA_HOME", "/.local/share") + "/korvane",
             .Examples = Documents() + "/Korvane",
             .RunTime = RunTimeFolder()};

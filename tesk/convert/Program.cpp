@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/HostNames.h"
+#include "base/Installation.h"
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
@@ -33,10 +34,8 @@ std::string BareNameOf(const std::string& hostPath) {
 }
 
 std::string CellsText() {
-    std::error_code error;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     try {
-        return base::ReadWhole((folder / "NTR.LIB").string(), MaxTextBytes);
+        return base::ReadWhole(base::InstalledFile({"NTR.LIB"}), MaxTextBytes);
     } catch (const base::RunTimeError& failure) {
         Fail(0, std::string("the cell library NTR.LIB cannot be read: ") + failure.Description());
     }

@@ -5,6 +5,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/HostNames.h"
+#include "base/Installation.h"
 
 namespace kernel {
 
@@ -20,12 +21,7 @@ std::string HostPath(std::string_view name) {
     return result.string();
 }
 
-std::string InstalledLibrary() {
-    std::error_code error;
-    const auto shared = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "Shared";
-    const auto own = shared / "tesk.dl";
-    return (fs::exists(own, error) ? own : shared / "Fullset.dl").string();
-}
+std::string InstalledLibrary() { return base::InstalledFile({"Shared/tesk.dl", "Shared/Fullset.dl"}); }
 
 bool IsFile(std::string_view name) {
     std::error_code error;

@@ -4,6 +4,7 @@
 
 #include "base/CommandLine.h"
 #include "base/ToolInterface.h"
+#include "kernel/Paths.h"
 #include "net/FrontEnd.h"
 
 extern "C" std::int32_t TeskkVB(base::RunRecord* record);
@@ -40,14 +41,7 @@ call, 4 a fault of the program.
 // The device library that the call names, or the one of the installation around this program.
 std::string LibraryOf(const std::string& named) {
     std::error_code error;
-    if (!named.empty() && std::filesystem::exists(named, error)) return named;
-    auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    while (folder.has_relative_path()) {
-        folder = folder.parent_path();
-        for (const char* name : {"tesk.dl", "Fullset.dl"})
-            if (std::filesystem::exists(folder / "Shared" / name, error)) return folder / "Shared" / name;
-    }
-    return named;
+    return std::filesystem::exists(named, error) ? named : kernel::InstalledLibrary();
 }
 
 bool Compile(const std::string& base, const std::string& device, const std::string& letters,

@@ -5,6 +5,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/CommandLine.h"
+#include "base/Installation.h"
 #include "base/PosixFile.h"
 #include "base/RunTimeError.h"
 #include "base/Text.h"
@@ -57,9 +58,7 @@ Arguments Parse(const std::vector<std::string>& words) {
 
 // The devices of the installation that the program stands in.
 std::vector<cpld::Device> Devices() {
-    std::error_code error;
-    const auto home = std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path();
-    return cpld::ReadDevices(base::ReadWhole((home / "Shared" / "Cplds.dl").string(), 4u << 20));
+    return cpld::ReadDevices(base::ReadWhole(base::InstalledFile({"Shared/Cplds.dl"}), 4u << 20));
 }
 
 [[noreturn]] void Refuse(const std::string& why) { throw base::RunTimeError(base::errTypeMismatch, why); }
