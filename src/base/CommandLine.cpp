@@ -29,6 +29,12 @@ int RunProgram(const CommandLine& program, int count, char** values,
     }
 }
 
+std::string JoinWords(const std::vector<std::string>& words, std::size_t begin, std::size_t end) {
+    std::string text;
+    for (std::size_t i = begin; i < end; ++i) text += (i > begin ? " " : "") + words[i];
+    return text;
+}
+
 std::string ReadStandardInput(std::uint64_t limit) {
     const std::string name = "standard input";
     const Descriptor input(::dup(STDIN_FILENO));

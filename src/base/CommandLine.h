@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -28,6 +29,9 @@ struct WrongCall {
 // behind its name. Gives the exit code: its own, or that of a fault for an error that it does not handle.
 int RunProgram(const CommandLine& program, int count, char** values,
                const std::function<int(const std::vector<std::string>& words)>& run);
+
+// The words from `begin` to before `end`, a blank between two: a name with blanks comes in pieces.
+std::string JoinWords(const std::vector<std::string>& words, std::size_t begin, std::size_t end);
 
 // All of the standard input, at most `limit` bytes; throws as ReadWhole does.
 std::string ReadStandardInput(std::uint64_t limit);

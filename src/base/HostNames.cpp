@@ -12,6 +12,8 @@ bool IsDrivePath(std::string_view text) {
            (text[2] == '\\' || text[2] == '/');
 }
 
+bool IsWholePath(std::string_view text) { return IsDrivePath(text) || text.starts_with('/'); }
+
 std::vector<std::string_view> PathNames(std::string_view path, std::string_view separators) {
     std::vector<std::string_view> names;
     for (std::size_t at = 0; (at = path.find_first_not_of(separators, at)) != path.npos;) {

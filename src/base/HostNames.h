@@ -9,6 +9,8 @@ namespace base {
 
 // True for text that is a whole drive path: a letter, a colon, a slash or backslash.
 bool IsDrivePath(std::string_view text);
+// True for a drive path, or one of the host that begins at its root.
+bool IsWholePath(std::string_view text);
 
 // The names of a path between the separators, without empty ones.
 std::vector<std::string_view> PathNames(std::string_view path, std::string_view separators);

@@ -21,14 +21,6 @@ namespace {
 constexpr std::size_t MaxTableBytes = 64u << 20;
 constexpr std::size_t MaxTextBytes = 8u << 20;
 
-std::string Joined(const std::vector<std::string>& parts, std::size_t from, std::size_t to) {
-    std::string text;
-    for (std::size_t i = from; i < to; ++i) text += (i > from ? " " : "") + parts[i];
-    return text;
-}
-
-bool IsWhole(const std::string& name) { return base::IsDrivePath(name) || base::StartsWith(name, "/"); }
-
 std::string BareNameOf(const std::string& hostPath) {
     return std::filesystem::path(hostPath).stem().string();
 }
@@ -69,7 +61,7 @@ void Write(const std::string& output, const std::string& text) {
 std::string FileOf(const std::string& name) {
     std::error_code error;
     const std::string asIs = kernel::HostPath(name);
-    if (std::filesystem::exists(asIs, error) || !IsWhole(name)) return asIs;
+    if (std::filesystem::exists(asIs, error) || !base::IsWholePath(name)) return asIs;
     return base::HostPathBelow("", base::IsDrivePath(name) ? name.substr(2) : name);
 }
 
@@ -77,9 +69,9 @@ Job ReadJob(const std::vector<std::string>& arguments, bool namesOutput) {
     std::size_t cut = arguments.size();
     if (namesOutput) {
         for (std::size_t i = arguments.size(); i-- > 1 && cut == arguments.size();)
-            if (IsWhole(arguments[i]) || arguments.size() == 2) cut = i;
+            if (base::IsWholePath(arguments[i]) || arguments.size() == 2) cut = i;
     }
-    Job job{Joined(arguments, 0, cut), Joined(arguments, cut, arguments.size())};
+    Job job{base::JoinWords(arguments, 0, cut), base::JoinWords(arguments, cut, arguments.size())};
     if (namesOutput && job.Output.empty()) return {};
     // The desktop looks for this very name.
     if (!namesOutput) job.Output = base::StripExtension(job.Input) + ".PLD";

@@ -2,6 +2,7 @@
 #include <array>
 #include <charconv>
 
+#include "base/CommandLine.h"
 #include "base/HostNames.h"
 #include "base/Number.h"
 #include "base/Text.h"
@@ -28,14 +29,7 @@ constexpr std::array<FlagRow, 11> rows{{{'a', &Flags::Analyze},
                                         {'v', &Flags::Display},
                                         {'x', nullptr, &Flags::CloseWindow}}};
 
-bool IsWhole(std::string_view name) { return base::IsDrivePath(name) || name.starts_with('/'); }
 bool IsDevice(std::string_view word) { return word.find_first_of("/\\.:") == word.npos; }
-
-std::string Joined(const std::vector<std::string>& words, std::size_t from, std::size_t to) {
-    std::string text;
-    for (std::size_t i = from; i < to; ++i) text += (i > from ? " " : "") + words[i];
-    return text;
-}
 
 // Behind which place of a name the flags begin; npos if it is no source.
 std::size_t FlagsAt(std::string_view word) {
@@ -54,7 +48,7 @@ std::size_t FlagsAt(std::string_view word) {
 std::size_t LastWhole(const std::vector<std::string>& words, std::size_t from, std::size_t end,
                       std::size_t otherwise) {
     for (std::size_t i = end; i-- > from;)
-        if (IsWhole(words[i])) return i;
+        if (base::IsWholePath(words[i])) return i;
     return otherwise;
 }
 
@@ -66,15 +60,15 @@ bool ReadNames(std::vector<std::string> words, Call& call) {
     words.back().resize(cut);
     const std::size_t last = words.size() - 1;
     const std::size_t source = LastWhole(words, 0, words.size(), last);
-    call.Source = Joined(words, source, words.size());
+    call.Source = base::JoinWords(words, source, words.size());
     if (source == 0) return true;
     std::size_t end = source;
     call.Device = IsDevice(words[end - 1]) ? words[--end] : "";
     if (end == 0) return true;
     const bool hasLibrary = base::EqualNoCase(base::Right(words[end - 1], 3), ".DL");
     const std::size_t library = hasLibrary ? LastWhole(words, 0, end, end - 1) : end;
-    call.Library = Joined(words, library, end);
-    call.WorkDir = Joined(words, 0, library);
+    call.Library = base::JoinWords(words, library, end);
+    call.WorkDir = base::JoinWords(words, 0, library);
     return true;
 }
 
