@@ -49,8 +49,8 @@ struct Tally {
 
 // Functions, inputs, signals that are read.
 void Dense(benchmark::State& state) {
-    const auto number = [&](int i) { return static_cast<std::size_t>(state.range(i)); };
-    for (auto _ : state) {
+    const auto number = [&](std::size_t i) { return static_cast<std::size_t>(state.range(i)); };
+    for ([[maybe_unused]] auto _ : state) {
         std::mt19937 random(1);
         Tally tally{number(0) == 0 ? "P44" : "P84"};
         for (int i = 0; i < 100; ++i)
@@ -71,7 +71,7 @@ BENCHMARK(Dense)
 
 // What a 22V10 takes, with its clock and its shared reset and preset, all pins left to the fitter.
 void Smaller(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::mt19937 random(1);
         Tally tally{"P44"};
         for (int i = 0; i < 100;) {

@@ -22,22 +22,22 @@ std::string Text() {
         const std::string other = i < 1500     ? "i" + std::to_string(i * 7 % inputs)
                                   : i % 3 == 0 ? "g" + std::to_string(i - 1)
                                                : "r" + std::to_string(i / 200 * 100);
-        text += ".names i" + std::to_string(i % inputs) + " " + other + " g" + own +
-                (i % 3 == 0 ? "\n10 1\n01 1\n" : "\n11 1\n");
-        if (i % 100 == 0) text += ".latch g" + own + " r" + own + " re c 2\n";
+        text.append(".names i").append(std::to_string(i % inputs)).append(" ").append(other);
+        text.append(" g").append(own).append(i % 3 == 0 ? "\n10 1\n01 1\n" : "\n11 1\n");
+        if (i % 100 == 0) text.append(".latch g").append(own).append(" r").append(own).append(" re c 2\n");
     }
     return text + ".end\n";
 }
 
 void ReadsGates(benchmark::State& state) {
     const std::string text = Text();
-    for (auto _ : state) benchmark::DoNotOptimize(net::ReadBlif(text));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(net::ReadBlif(text));
 }
 BENCHMARK(ReadsGates)->Unit(benchmark::kMillisecond);
 
 void MakesEquations(benchmark::State& state) {
     const net::Netlist netlist = net::ReadBlif(Text());
-    for (auto _ : state) benchmark::DoNotOptimize(net::MakeDesign(netlist, {}));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(net::MakeDesign(netlist, {}));
 }
 BENCHMARK(MakesEquations)->Unit(benchmark::kMillisecond);
 
