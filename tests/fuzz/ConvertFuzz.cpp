@@ -4,23 +4,9 @@
 
 #include "convert/Backpin.h"
 #include "convert/Converters.h"
-#include "front/Parser.h"
-#include "front/Run.h"
+#include "fuzz/OneFile.h"
 
 namespace {
-
-class OneFile : public front::Files {
-  public:
-    explicit OneFile(std::string text) : text_(std::move(text)) {}
-    std::optional<std::string> Read(std::string_view path, std::size_t) override {
-        return path == "T.PLD" ? std::optional(text_) : std::nullopt;
-    }
-    std::string Write(std::string_view, std::string_view) override { return {}; }
-    std::string Identity(std::string_view path) override { return std::string(path); }
-
-  private:
-    std::string text_;
-};
 
 constexpr std::string_view cells =
     "CELL 00\nPINS 1 1A 2 1B 3 1Y ;\n1Y = !(1A & 1B) ;\n"
@@ -39,17 +25,6 @@ convert::Conversion Convert(int kind, std::string_view text) {
         default:
             return convert::ConvertNetlist(text, "T", cells);
     }
-}
-
-// Whether the compiler reads the text without a fault of syntax.
-bool Parses(const std::string& text) {
-    OneFile files(text);
-    front::Listener silent;
-    front::Run run(files, silent);
-    run.Base = "T";
-    if (!front::ExpandStage(run)) return false;
-    front::Parse(run.Source, run.Said, run.Syntax);
-    return run.Ok();
 }
 
 }  // namespace

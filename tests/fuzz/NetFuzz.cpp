@@ -3,38 +3,13 @@
 #include <string>
 
 #include "convert/Failure.h"
-#include "front/Parser.h"
-#include "front/Run.h"
+#include "fuzz/OneFile.h"
 #include "net/Design.h"
 #include "net/GhdlVerilog.h"
 #include "net/SourceText.h"
 #include "net/Synthesis.h"
 
 namespace {
-
-class OneFile : public front::Files {
-  public:
-    explicit OneFile(std::string text) : text_(std::move(text)) {}
-    std::optional<std::string> Read(std::string_view path, std::size_t) override {
-        return path == "T.PLD" ? std::optional(text_) : std::nullopt;
-    }
-    std::string Write(std::string_view, std::string_view) override { return {}; }
-    std::string Identity(std::string_view path) override { return std::string(path); }
-
-  private:
-    std::string text_;
-};
-
-// The compiler reads what was made without a fault of syntax.
-void DemandParses(const std::string& text) {
-    OneFile files(text);
-    front::Listener silent;
-    front::Run run(files, silent);
-    run.Base = "T";
-    if (!front::ExpandStage(run)) std::abort();
-    front::Parse(run.Source, run.Said, run.Syntax);
-    if (!run.Ok()) std::abort();
-}
 
 void MakeDesign(std::string_view text, std::uint8_t bits) {
     net::Wishes wishes{.Name = "T", .MaxTerms = 2u + bits % 8u};
@@ -43,7 +18,7 @@ void MakeDesign(std::string_view text, std::uint8_t bits) {
         wishes.Sync = net::SyncControls::Shared;
     }
     wishes.PinsAreNodes = (bits & 32) != 0;
-    DemandParses(net::MakeDesign(net::ReadBlif(text), wishes).File.Text());
+    if (!Parses(net::MakeDesign(net::ReadBlif(text), wishes).File.Text())) std::abort();
 }
 
 }  // namespace
