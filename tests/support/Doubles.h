@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <set>
@@ -10,27 +9,10 @@
 #include <vector>
 
 #include "platform/Host.h"
+#include "support/TemporaryFolder.h"
 
 // Stand-ins for the desktop system: they keep what was shown or asked, and answer as a test has scripted.
 namespace doubles {
-
-// A folder below the temporary folder, removed with the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& Path() const { return path_; }
-    void Write(const std::string& name, const std::string& bytes) const;  // makes folders on the way
-    std::string Read(const std::string& name) const;                      // empty without the file
-    bool Exists(const std::string& name) const;
-    std::string Logic(const std::string& name = "") const;  // C:\… of a name below it (host root)
-
-  private:
-    std::filesystem::path path_;
-};
 
 class Dialogs : public platform::Dialogs {
   public:

@@ -1,44 +1,35 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "base/Text.h"
 #include "net/Child.h"
+#include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 // The programs as desktop and shell start them, in a folder whose name has a blank.
 class Programs : public testing::Test {
   protected:
-    Programs() : folder_(fs::temp_directory_path() / ("vhdl" + std::to_string(getpid())) / "My Work") {
-        fs::create_directories(folder_);
-        fs::create_directories(folder_ / "tools");
-    }
-    ~Programs() override { fs::remove_all(folder_.parent_path()); }
+    Programs() { fs::create_directories(folder_ / "tools"); }
 
     // The exit code.
-    int Run(const std::string& command, const std::string& path = "") {
-        const std::string start =
-            "cd '" + folder_.string() + "' && PATH=" + (path.empty() ? "\"$PATH\"" : path) + " ";
-        return WEXITSTATUS(std::system((start + command + " >out.txt 2>&1").c_str()));
+    int Run(const std::string& command, const std::string& path = "\"$PATH\"") {
+        const auto done =
+            test::RunShell("cd '" + folder_.string() + "' && PATH=" + path + " " + command + " 2>&1");
+        out_ = done.Text;
+        return done.Exit;
     }
-    int FrontEnd(const std::string& arguments, const std::string& path = "") {
+    int FrontEnd(const std::string& arguments, const std::string& path = "\"$PATH\"") {
         return Run(STAGE_DIR "/Korvane/VHDLTesk " + arguments, path);
     }
-    std::string Out() const { return ReadFile(folder_ / "out.txt"); }
-    void Write(const std::string& name, const std::string& text) {
-        std::ofstream(folder_ / name, std::ios::binary) << text;
+    const std::string& Out() const { return out_; }
+    std::string Read(const std::string& name) const { return disk_.Read("My Work/" + name); }
+    void Write(const std::string& name, const std::string& text) const {
+        disk_.Write("My Work/" + name, text);
     }
     void Tool(const std::string& name, const std::string& script) {
         Write("tools/" + name, "#!/bin/sh\n" + script);
@@ -50,7 +41,9 @@ class Programs : public testing::Test {
                 fs::copy_file(file, folder_ / file.path().filename());
     }
 
-    fs::path folder_;
+    const doubles::TemporaryFolder disk_;
+    const fs::path folder_ = disk_.Path() / "My Work";
+    std::string out_;
 };
 
 // With the tools of the synthesis.
@@ -141,7 +134,7 @@ TEST_F(Synthesis, ExamplesPassTheirVectorsOnBothSides) {
     EXPECT_EQ(FrontEnd("STEPPER.VHD-z3"), 0) << Out();
     EXPECT_EQ(FrontEnd("SHIFT4.VHD"), 0) << Out();  // the desktop's word for the .V
     for (const char* name : {"STEPPER", "SHIFT4"}) {
-        EXPECT_NE(ReadFile(folder_ / (std::string(name) + ".JED")).find("QP24*"), std::string::npos);
+        EXPECT_NE(Read(std::string(name) + ".JED").find("QP24*"), std::string::npos);
         EXPECT_TRUE(fs::exists(folder_ / (std::string(name) + ".SO"))) << name;
     }
     EXPECT_EQ(Run("ghdl -a --std=08 STEPPER.VHD STEPPER_TB.VHD && ghdl -r --std=08 stepper_tb"), 0) << Out();
@@ -160,7 +153,7 @@ TEST_F(Synthesis, EachKindOfLogicDoesWhatItSays) {
 TEST_F(Synthesis, ChoicesMayBeOffAndVariablesMayBeLatches) {
     Write("OFF.VHD", off);
     EXPECT_EQ(FrontEnd("OFF.VHD-z3"), 0) << Out();
-    const std::string design = ReadFile(folder_ / "OFF.PLD");
+    const std::string design = Read("OFF.PLD");
     for (const char* equation : {"X.OE = !S1 ;", "IO0 = B ;\r\nIO0.OE = !S0 ;", "IO1 = A ;\r\nIO1.OE = S0 ;",
                                  "L.L = A & B ;\r\nL.LE = B ;", "N = UNUSED0 & UNUSED1 ;"})
         EXPECT_NE(design.find(equation), std::string::npos) << equation << design;
@@ -202,7 +195,7 @@ TEST_F(Synthesis, FaultsAreListedByTheirPlaces) {
         fs::remove(folder_ / "A.VHD");
         Write(test.File, test.Text);
         EXPECT_EQ(FrontEnd("A.VHD"), 1) << test.Text;
-        EXPECT_EQ(ReadFile(folder_ / "A.VLS"), test.List);
+        EXPECT_EQ(Read("A.VLS"), test.List);
         EXPECT_FALSE(fs::exists(folder_ / "A.PLD"));
     }
     EXPECT_EQ(FrontEnd("B.VHD"), 1);
@@ -217,9 +210,8 @@ TEST_F(Synthesis, FilesOfTheUserStayAndNamesMayHoldBlanks) {
     const std::string line = base::ReplaceAll(folder_.string() + "/TWO GATES.VHD-h-g", "/", "\\\\");
     // As the desktop calls it: in pieces.
     EXPECT_EQ(FrontEnd("--top gate " + folder_.string() + " /none/tesk.dl \\& C:" + line), 0) << Out();
-    EXPECT_NE(ReadFile(folder_ / "two gates.PLD").find("NODE A ;\r\nNODE B ;\r\nNODE Y ;"),
-              std::string::npos);
-    EXPECT_NE(ReadFile(folder_ / "two gates.LOG").find("--synth"), std::string::npos);
+    EXPECT_NE(Read("two gates.PLD").find("NODE A ;\r\nNODE B ;\r\nNODE Y ;"), std::string::npos);
+    EXPECT_NE(Read("two gates.LOG").find("--synth"), std::string::npos);
     EXPECT_EQ(FrontEnd("'two gates.vhd'"), 1);  // which of the two?
     Write("two gates-pins.txt", "top other\n");
     EXPECT_EQ(Run(STAGE_DIR "/Korvane/Utility/VHDLTesk 'two gates.vhd'"), 0) << Out();
@@ -227,16 +219,15 @@ TEST_F(Synthesis, FilesOfTheUserStayAndNamesMayHoldBlanks) {
     Write("GATE.PLD", "mine");
     EXPECT_EQ(FrontEnd("GATE.VHD"), 1);
     EXPECT_NE(Out().find("GATE.PLD was not made by VHDLTesk and stays"), std::string::npos) << Out();
-    EXPECT_EQ(ReadFile(folder_ / "GATE.PLD"), "mine");
+    EXPECT_EQ(Read("GATE.PLD"), "mine");
 }
 
 TEST_F(Programs, ToolsThatLackOrFailAreNamed) {
     Write("A.VHD", gate);
     Write("A.PLD", "Made by VHDLTesk of A.VHD");
-    const std::string path = "tools:/bin";
     const auto listAfter = [&](const std::string& what) {
         EXPECT_EQ(FrontEnd("--seconds 1 A.VHD", "\"$PWD/tools\"" + what), 1);
-        return ReadFile(folder_ / "A.VLS");
+        return Read("A.VLS");
     };
     EXPECT_EQ(listAfter(""),
               "[0200vh] Error: The tools of the synthesis are not installed: install ghdl and yosys "
@@ -254,8 +245,8 @@ TEST_F(Programs, ToolsThatLackOrFailAreNamed) {
     // Who stops the front end leaves neither the tool nor its folder behind.
     fs::create_directories(folder_ / "tmp");
     Run("TMPDIR=\"$PWD/tmp\" /usr/bin/timeout 0.5 " STAGE_DIR "/Korvane/VHDLTesk A.VHD", "\"$PWD/tools\"");
-    EXPECT_EQ(ReadFile(folder_ / "A.VLS"),
+    EXPECT_EQ(Read("A.VLS"),
               "[0203vh] Error: A tool of the synthesis took too long and was stopped: ghdl\r\n");
     EXPECT_TRUE(fs::is_empty(folder_ / "tmp"));
-    EXPECT_EQ(ReadFile(folder_ / "A.PLD"), "Made by VHDLTesk of A.VHD");
+    EXPECT_EQ(Read("A.PLD"), "Made by VHDLTesk of A.VHD");
 }
