@@ -52,4 +52,13 @@ TEST_F(Programs, ConvertersWriteAllOrNothing) {
     EXPECT_EQ(std::distance(files, {}), 6);  // and nothing else is left behind
 }
 
+// An installation of the user's own has links to the programs and a copy of the cells.
+TEST_F(Programs, CellsThatTheUserHasAdded) {
+    folder_.Write("Nettrel/NTR.LIB", "CELL 99\nPINS 1 A 2 Y ;\nY = !A ;\n");
+    std::filesystem::create_symlink(UTILITY_DIR "/../../Nettrel/NTR.EXE", folder_.Path() / "Nettrel/NTR.EXE");
+    folder_.Write("D.NET", "[\nU1\nDIP\n7499\n]\n(\nA\nU1-1\n)\n(\nY\nU1-2\n)\n");
+    const std::string path = folder_.Path().string();
+    EXPECT_EQ(test::RunShell(path + "/Nettrel/NTR.EXE " + path + "/D.NET 2>&1").Exit, 0);
+}
+
 }  // namespace
