@@ -55,21 +55,10 @@ class Inliner {
     }
 
     Cover Nothing() const { return Cover(static_cast<int>(signals_.size()), 1); }
-    Cover Universe() const {
-        Cover cover = Nothing();
-        cover.Form().SetOutput(cover.Append(), 0, true);
-        return cover;
-    }
 
     static Bounded Product(const Cover& a, const Cover& b) {
-        Cover result(a.Form());
-        for (std::size_t i = 0; i < a.Size(); ++i)
-            for (std::size_t k = 0; k < b.Size(); ++k) {
-                if (!a.Form().InputsMeet(a[i], b[k])) continue;
-                if (result.Size() >= mostCubes) return std::nullopt;
-                a.Form().Intersect(result.Append(), a[i], b[k]);
-            }
-        result.Absorb();
+        Bounded result = logic::Intersection(a, b, mostCubes);
+        if (result) result->Absorb();
         return result;
     }
 
@@ -86,7 +75,7 @@ class Inliner {
 
     Bounded CoverOf(const Literal& literal) {
         if (!IsRead(literal.Of)) return FunctionOf(literal.Of.At, literal.Negated);
-        Cover cover = Universe();
+        Cover cover = logic::Everything(Nothing().Form());
         cover.Form().SetInput(cover[0], columns_.at({literal.Of.From, literal.Of.At}),
                               literal.Negated ? logic::Literal::Zero : logic::Literal::One);
         return cover;
@@ -95,7 +84,7 @@ class Inliner {
     Bounded Expanded(const Sum& sum) {
         Cover result = Nothing();
         for (const auto& term : sum) {
-            Bounded product = Universe();
+            Bounded product = logic::Everything(result.Form());
             for (const Literal& literal : term) {
                 const Bounded factor = CoverOf(literal);
                 if (!factor || !(product = Product(*product, *factor))) return std::nullopt;

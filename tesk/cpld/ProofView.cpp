@@ -9,20 +9,13 @@ namespace cpld {
 namespace {
 
 using logic::Cover;
+using logic::Intersection;
 using model::Input;
 using proof::Column;
 using proof::Macrocell;
 using proof::Wanted;
 
 constexpr std::size_t mostCubes = 2000;
-
-Cover Product(const Cover& a, const Cover& b) {
-    Cover result(a.Form());
-    for (std::size_t i = 0; i < a.Size(); ++i)
-        for (std::size_t k = 0; k < b.Size(); ++k)
-            if (a.Form().Meet(a[i], b[k])) a.Form().Intersect(result.Append(), a[i], b[k]);
-    return result;
-}
 
 // Covers over the columns of several functions.
 class Columns {
@@ -38,10 +31,8 @@ class Columns {
         return result;
     }
     Cover Single(const Column& column, bool value) const {
-        Cover result(static_cast<int>(All.size()), 1);
-        logic::Word* cube = result.Append();
-        result.Form().SetOutput(cube, 0, true);
-        result.Form().SetInput(cube, Of(column), value ? logic::Literal::One : logic::Literal::Zero);
+        Cover result = logic::Everything({static_cast<int>(All.size()), 1});
+        result.Form().SetInput(result[0], Of(column), value ? logic::Literal::One : logic::Literal::Zero);
         return result;
     }
     void Add(const std::vector<Column>& columns) {
@@ -73,9 +64,9 @@ bool Hold(Wanted& data, const Wanted& enable) {
     known.AddAll(open);
     const auto off = logic::Complement(known, mostCubes);
     if (!off) return false;
-    Cover result = Product(on, columns.Spread(data.On, data.Columns));
-    if (data.To != Input::T) result.AddAll(Product(*off, columns.Single(state, true)));
-    data.DontCare = Product(on, columns.Spread(data.DontCare, data.Columns));
+    Cover result = Intersection(on, columns.Spread(data.On, data.Columns));
+    if (data.To != Input::T) result.AddAll(Intersection(*off, columns.Single(state, true)));
+    data.DontCare = Intersection(on, columns.Spread(data.DontCare, data.Columns));
     data.DontCare.AddAll(open);
     data.On = std::move(result);
     data.Columns = columns.All;
@@ -94,8 +85,8 @@ bool Store(Wanted& data) {
     known.AddAll(data.DontCare);
     const auto off = logic::Complement(known, mostCubes);
     if (!off) return false;
-    data.On = Product(on, columns.Single(state, false));
-    data.On.AddAll(Product(*off, columns.Single(state, true)));
+    data.On = Intersection(on, columns.Single(state, false));
+    data.On.AddAll(Intersection(*off, columns.Single(state, true)));
     data.Columns = columns.All;
     data.To = Input::D;
     return true;

@@ -11,20 +11,6 @@ namespace front {
 
 namespace {
 
-// Terms of `a` cut down to where `b` is 1.
-logic::Cover Intersection(const logic::Cover& a, const logic::Cover& b) {
-    logic::Cover result(a.Form());
-    std::vector<logic::Word> cube(static_cast<std::size_t>(a.Form().Words()));
-    for (std::size_t i = 0; i < a.Size(); ++i) {
-        for (std::size_t j = 0; j < b.Size(); ++j) {
-            if (!a.Form().Meet(a[i], b[j])) continue;
-            a.Form().Intersect(cube.data(), a[i], b[j]);
-            result.Add(cube.data());
-        }
-    }
-    return result;
-}
-
 // Tells whether terms meet those of a sum. Where they all have the same inputs, as the rows of a table, two
 // terms meet only if they are equal.
 class Meeting {
@@ -69,7 +55,8 @@ logic::Cover Outside(const logic::Cover& sum, const logic::Cover& dontCare) {
     for (std::size_t i = 0; i < dontCare.Size(); ++i)
         (meeting.With(dontCare[i]) ? across : outside).Add(dontCare[i]);
     if (across.Empty()) return outside;
-    if (const auto off = logic::Complement(sum, Limits::Terms)) outside.AddAll(Intersection(across, *off));
+    if (const auto off = logic::Complement(sum, Limits::Terms))
+        outside.AddAll(logic::Intersection(across, *off));
     return outside;
 }
 

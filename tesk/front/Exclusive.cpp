@@ -34,22 +34,17 @@ struct Both {
 // `inside` in the cube, `outside` out of it.
 logic::Cover Joined(const logic::Cover& inside, const logic::Cover& outside, const Cube& cube) {
     const logic::Layout& form = inside.Form();
-    logic::Cover result(form);
-    Cube part(cube.size());
-    for (std::size_t i = 0; i < inside.Size(); ++i) {
-        if (!form.Meet(inside[i], cube.data())) continue;
-        form.Intersect(part.data(), inside[i], cube.data());
-        result.Add(part.data());
-    }
+    logic::Cover where(form);
+    where.Add(cube.data());
+    logic::Cover result = logic::Intersection(inside, where);
     for (int k = 0; k < inside.Inputs(); ++k) {
         const logic::Literal literal = form.Input(cube.data(), k);
         if (literal == logic::Literal::Free) continue;
         const bool one = literal == logic::Literal::One;
         for (std::size_t i = 0; i < outside.Size(); ++i) {
             if (form.Input(outside[i], k) == literal) continue;
-            part.assign(outside[i], outside[i] + cube.size());
-            form.SetInput(part.data(), k, one ? logic::Literal::Zero : logic::Literal::One);
-            result.Add(part.data());
+            result.Add(outside[i]);
+            form.SetInput(result[result.Size() - 1], k, one ? logic::Literal::Zero : logic::Literal::One);
         }
     }
     return Reduced(result, logic::Level::m3);
@@ -67,8 +62,7 @@ std::vector<Cube> Candidates(const Both& function) {
         if (cubes.size() < kMostCandidates && std::find(cubes.begin(), cubes.end(), cube) == cubes.end())
             cubes.push_back(cube);
     };
-    logic::Cover whole(form);
-    form.SetOutput(whole.Append(), 0, true);
+    const logic::Cover whole = logic::Everything(form);
     const Cube free(whole[0], whole[0] + form.Words());
     for (int k = 0; k < function.On.Inputs(); ++k) {
         Cube name = free;
@@ -103,8 +97,7 @@ class Splitter {
         const auto off = logic::Complement(rest.On, kMostTerms);
         if (!off) return std::nullopt;
         rest.Off = Reduced(*off, logic::Level::m4);
-        Both side{logic::Cover(sum.Form()), logic::Cover(sum.Form())};
-        sum.Form().SetOutput(side.Off.Append(), 0, true);
+        Both side{logic::Cover(sum.Form()), logic::Everything(sum.Form())};
         for (int products = 0; products < kMostProducts; ++products) {
             std::optional<std::pair<Both, Both>> best;
             for (const Cube& cube : Candidates(rest)) {

@@ -62,8 +62,7 @@ void NoteSides(Equation& equation, const fit::Placement& placement) {
     Equation sum = equation;
     sum.Inverted = !equation.Inverted;
     Equation always;
-    always.On = logic::Cover(0, 1);
-    always.On.Form().SetOutput(always.On.Append(), 0, true);
+    always.On = logic::Everything({0, 1});
     equation.Sides = {std::move(sum), std::move(always)};
 }
 

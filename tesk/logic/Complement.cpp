@@ -16,11 +16,8 @@ class Complementer {
         : layout_(layout), cubeLimit_(cubeLimit), budget_(budget), made_(layout) {}
 
     bool Run(const Cover& cover, Cover& result) {
-        Cover region(layout_);
-        Word* all = region.Append();
-        for (int o = 0; o < layout_.Outputs(); ++o) layout_.SetOutput(all, o, true);
         stack_ = CubesOf(cover);
-        Node(region, 0, stack_.size());
+        Node(Everything(layout_), 0, stack_.size());
         if (failed_) return false;
         result = std::move(made_);
         return true;

@@ -1,6 +1,7 @@
 #include "logic/Cover.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 #include "base/RunTimeError.h"
@@ -151,6 +152,29 @@ std::size_t Cover::Literals() const {
         literals +=
             static_cast<std::size_t>(layout_.InputLiterals((*this)[i]) + layout_.OutputCount((*this)[i]));
     return literals;
+}
+
+Cover Everything(const Layout& layout) {
+    Cover all(layout);
+    Word* cube = all.Append();
+    for (int o = 0; o < layout.Outputs(); ++o) layout.SetOutput(cube, o, true);
+    return all;
+}
+
+std::optional<Cover> Intersection(const Cover& a, const Cover& b, std::size_t limit) {
+    const Layout& layout = a.Form();
+    Cover result(layout);
+    for (std::size_t i = 0; i < a.Size(); ++i)
+        for (std::size_t k = 0; k < b.Size(); ++k) {
+            if (!layout.Meet(a[i], b[k])) continue;
+            if (result.Size() == limit) return std::nullopt;
+            layout.Intersect(result.Append(), a[i], b[k]);
+        }
+    return result;
+}
+
+Cover Intersection(const Cover& a, const Cover& b) {
+    return *Intersection(a, b, std::numeric_limits<std::size_t>::max());
 }
 
 Cover OutputOf(const Cover& cover, int output) {

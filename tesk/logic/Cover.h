@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -191,6 +192,14 @@ class Cover {
     std::size_t size_ = 0;
     std::vector<Word> data_;
 };
+
+// One cube, which holds all points of all outputs.
+Cover Everything(const Layout& layout);
+
+// What both hold: each cube of `a` cut down to each of `b` that it meets, in this order. Nothing if these are
+// more than `limit`.
+std::optional<Cover> Intersection(const Cover& a, const Cover& b, std::size_t limit);
+Cover Intersection(const Cover& a, const Cover& b);
 
 // The cubes of one output, as a cover of one output.
 Cover OutputOf(const Cover& cover, int output);

@@ -56,12 +56,7 @@ bool Covers(const Cover& outer, const Cover& inner) {
     return CoversWithin(outer, inner, noBound).value_or(false);
 }
 
-bool IsTautology(const Cover& cover) {
-    Cover all(cover.Form());
-    Word* cube = all.Append();
-    for (int o = 0; o < cover.Outputs(); ++o) cover.Form().SetOutput(cube, o, true);
-    return Covers(cover, all);
-}
+bool IsTautology(const Cover& cover) { return Covers(cover, Everything(cover.Form())); }
 
 bool Equivalent(const Cover& a, const Cover& b) { return Covers(a, b) && Covers(b, a); }
 

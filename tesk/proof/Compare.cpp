@@ -42,19 +42,8 @@ class Comparer {
         const auto notB = logic::Complement(b, kMostCubes, steps);
         if (!notA || !notB || notA->Size() * b.Size() + notB->Size() * a.Size() > kMostCubes)
             return std::nullopt;
-        Cover result = Product(*notA, b);
-        result.AddAll(Product(a, *notB));
-        return result;
-    }
-
-    Cover Product(const Cover& a, const Cover& b) const {
-        Cover result = Nothing();
-        for (std::size_t i = 0; i < a.Size(); ++i)
-            for (std::size_t k = 0; k < b.Size(); ++k) {
-                if (!a.Form().InputsMeet(a[i], b[k])) continue;
-                logic::Word* words = result.Append();
-                result.Form().Intersect(words, a[i], b[k]);
-            }
+        Cover result = logic::Intersection(*notA, b);
+        result.AddAll(logic::Intersection(a, *notB));
         return result;
     }
 
@@ -109,12 +98,6 @@ class Comparer {
     }
 
     Cover Nothing() const { return Cover(static_cast<int>(keys_.size()), 1); }
-    Cover Everything() const {
-        Cover cover = Nothing();
-        logic::Word* words = cover.Append();
-        cover.Form().SetOutput(words, 0, true);
-        return cover;
-    }
 
   private:
     static logic::Literal Of(bool value) { return value ? logic::Literal::One : logic::Literal::Zero; }
@@ -159,7 +142,7 @@ Comparison Compare(const Products& rows, const Products* rows2, bool inverted, c
     if (result != Result::Same) return comparer.Made(result, point, false);
     // Nor 1 where the equations say 0.
     const Cover most = With(one, open);
-    result = inverted ? comparer.Holds(With(most, sum), comparer.Everything(), point)
+    result = inverted ? comparer.Holds(With(most, sum), logic::Everything(most.Form()), point)
                       : comparer.Holds(most, sum, point);
     return comparer.Made(result, point, true);
 }
