@@ -32,7 +32,7 @@ class Columns {
     }
     Cover Single(const Column& column, bool value) const {
         Cover result = logic::Everything({static_cast<int>(All.size()), 1});
-        result.Form().SetInput(result[0], Of(column), value ? logic::Literal::One : logic::Literal::Zero);
+        result.Form().Restrict(result[0], Of(column), value);
         return result;
     }
     void Add(const std::vector<Column>& columns) {

@@ -22,13 +22,10 @@ sim::Function FunctionOf(const Design& design, const Equation& equation,
     const logic::Cover& cover = equation.Chosen();
     for (std::size_t i = 0; i < cover.Size(); ++i) {
         sim::Term& term = function.Terms.emplace_back();
-        for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-            const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
-            if (literal == logic::Literal::Free) continue;
-            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[k])];
+        for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
+            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[input])];
             term.push_back({nets[static_cast<std::size_t>(signal.Variable)],
-                            signal.Pin ? sim::Feedback::Pin : sim::Feedback::Default,
-                            literal == logic::Literal::Zero});
+                            signal.Pin ? sim::Feedback::Pin : sim::Feedback::Default, negated});
         }
     }
     return function;

@@ -21,11 +21,9 @@ std::string Padded(std::string text, std::size_t width) {
 std::string TermText(const Design& design, const Equation& equation, std::size_t cube) {
     const logic::Cover& cover = equation.Chosen();
     std::string text;
-    for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-        const logic::Literal literal = cover.Form().Input(cover[cube], static_cast<int>(k));
-        if (literal == logic::Literal::Free) continue;
+    for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[cube])) {
         if (!text.empty()) text += " & ";
-        text += (literal == logic::Literal::Zero ? "!" : "") + design.SignalName(equation.Inputs[k]);
+        text += (negated ? "!" : "") + design.SignalName(equation.Inputs[input]);
     }
     return text.empty() ? "'b'1" : text;
 }

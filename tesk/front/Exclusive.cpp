@@ -37,15 +37,10 @@ logic::Cover Joined(const logic::Cover& inside, const logic::Cover& outside, con
     logic::Cover where(form);
     where.Add(cube.data());
     logic::Cover result = logic::Intersection(inside, where);
-    for (int k = 0; k < inside.Inputs(); ++k) {
-        const logic::Literal literal = form.Input(cube.data(), k);
-        if (literal == logic::Literal::Free) continue;
-        const bool one = literal == logic::Literal::One;
-        for (std::size_t i = 0; i < outside.Size(); ++i) {
-            if (form.Input(outside[i], k) == literal) continue;
-            result.Add(outside[i]);
-            form.SetInput(result[result.Size() - 1], k, one ? logic::Literal::Zero : logic::Literal::One);
-        }
+    for (const auto& [input, negated] : form.LiteralsOf(cube.data())) {
+        logic::Cover beyond = logic::Everything(form);
+        form.Restrict(beyond[0], static_cast<int>(input), negated);
+        result.AddAll(logic::Intersection(outside, beyond));
     }
     return Reduced(result, logic::Level::m3);
 }

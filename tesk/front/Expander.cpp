@@ -235,8 +235,7 @@ logic::Cover Expander::ToCover(const TermList& terms, const std::vector<int>& si
         for (TermLiteral literal : terms[i]) {
             const auto place =
                 std::lower_bound(signals.begin(), signals.end(), static_cast<int>(literal / 2));
-            cover.Form().SetInput(cube, static_cast<int>(place - signals.begin()),
-                                  (literal & 1) != 0 ? logic::Literal::Zero : logic::Literal::One);
+            cover.Form().Restrict(cube, static_cast<int>(place - signals.begin()), (literal & 1) == 0);
         }
     }
     return cover;
@@ -247,12 +246,8 @@ TermList Expander::FromCover(const logic::Cover& cover, const std::vector<int>& 
     std::vector<TermLiteral> term;
     for (std::size_t i = 0; i < cover.Size(); ++i) {
         term.clear();
-        for (int input = 0; input < cover.Inputs(); ++input) {
-            const logic::Literal literal = cover.Form().Input(cover[i], input);
-            const auto signal = static_cast<TermLiteral>(signals[static_cast<std::size_t>(input)]);
-            if (literal != logic::Literal::Free)
-                term.push_back(signal * 2 + (literal == logic::Literal::Zero ? 1 : 0));
-        }
+        for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i]))
+            term.push_back(static_cast<TermLiteral>(signals[input]) * 2 + (negated ? 1 : 0));
         terms.Add(term);
     }
     return terms;

@@ -12,12 +12,9 @@ fit::Sum SumOf(const Design& design, const Equation& equation, const logic::Cove
     fit::Sum sum;
     for (std::size_t i = 0; i < cover.Size(); ++i) {
         fit::Term& term = sum.emplace_back();
-        for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-            const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
-            if (literal == logic::Literal::Free) continue;
-            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[k])];
-            term.push_back({signals[static_cast<std::size_t>(signal.Variable)],
-                            literal == logic::Literal::Zero, signal.Pin});
+        for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
+            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[input])];
+            term.push_back({signals[static_cast<std::size_t>(signal.Variable)], negated, signal.Pin});
         }
     }
     return sum;

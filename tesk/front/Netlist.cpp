@@ -94,11 +94,9 @@ class Maker {
         std::vector<std::string> terms;
         for (std::size_t i = 0; i < cover.Size(); ++i) {
             std::vector<std::string> factors;
-            for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-                const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
-                if (literal == logic::Literal::Free) continue;
-                const std::string net = SignalNet(equation.Inputs[k]);
-                factors.push_back(literal == logic::Literal::One ? net : Inverted(net));
+            for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
+                const std::string net = SignalNet(equation.Inputs[input]);
+                factors.push_back(negated ? Inverted(net) : net);
             }
             terms.push_back(factors.empty() ? Constant(true) : AddGate("AND", factors));
         }

@@ -51,12 +51,10 @@ std::string EquationText(const Design& design, const Equation& equation) {
     if (cover.Empty()) text += " GND";
     for (std::size_t i = 0; i < cover.Size(); ++i) {
         std::string term;
-        for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-            const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
-            if (literal == logic::Literal::Free) continue;
+        for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
             if (!term.empty()) term += " * ";
-            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[k])];
-            term += (literal == logic::Literal::Zero ? "/" : "") + design.Of(signal).Name;
+            const Signal& signal = design.Signals[static_cast<std::size_t>(equation.Inputs[input])];
+            term += (negated ? "/" : "") + design.Of(signal).Name;
         }
         text += (i == 0 ? " " : "\r\n    + ") + (term.empty() ? "VCC" : term);
     }

@@ -27,12 +27,10 @@ class Rows {
     void Add(const Equation& equation, const logic::Cover& cover, std::size_t output, char mark) {
         for (std::size_t i = 0; i < cover.Size(); ++i) {
             std::string inputs(columns_.size(), '-');
-            for (std::size_t k = 0; k < equation.Inputs.size(); ++k) {
-                const logic::Literal literal = cover.Form().Input(cover[i], static_cast<int>(k));
-                if (literal == logic::Literal::Free) continue;
-                const auto column = std::lower_bound(columns_.begin(), columns_.end(), equation.Inputs[k]);
-                inputs[static_cast<std::size_t>(column - columns_.begin())] =
-                    literal == logic::Literal::One ? '1' : '0';
+            for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
+                const auto column =
+                    std::lower_bound(columns_.begin(), columns_.end(), equation.Inputs[input]);
+                inputs[static_cast<std::size_t>(column - columns_.begin())] = negated ? '0' : '1';
             }
             const auto [place, fresh] = index_.try_emplace(inputs, rows_.size());
             if (fresh) rows_.push_back({inputs, std::string(outputs_, '0')});

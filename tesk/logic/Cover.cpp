@@ -24,6 +24,16 @@ int Layout::InputLiterals(const Word* cube) const {
     return literals;
 }
 
+std::vector<InputLiteral> Layout::LiteralsOf(const Word* cube) const {
+    std::vector<InputLiteral> literals;
+    for (int w = 0; w < inputWords_; ++w)
+        for (Word left = even & ~FreePlaces(cube[w]); left != 0; left &= left - 1) {
+            const int place = std::countr_zero(left);
+            literals.push_back({static_cast<std::size_t>(w * 32 + place / 2), (cube[w] >> place & 2) == 0});
+        }
+    return literals;
+}
+
 int Layout::Bits(const Word* cube) const {
     int bits = 0;
     for (int w = 0; w < words_; ++w) bits += CountBits(cube[w]);
@@ -64,7 +74,7 @@ void Cover::Add(std::string_view inputs, std::string_view outputs) {
     Word* cube = Append();
     for (int v = 0; v < Inputs(); ++v) {
         const char c = inputs[static_cast<std::size_t>(v)];
-        if (c != '-') layout_.SetInput(cube, v, c == '1' ? Literal::One : Literal::Zero);
+        if (c != '-') layout_.Restrict(cube, v, c == '1');
     }
     for (int o = 0; o < Outputs(); ++o)
         layout_.SetOutput(cube, o, outputs[static_cast<std::size_t>(o)] == '1');
@@ -139,7 +149,7 @@ bool Cover::Evaluate(const std::vector<Word>& point, int output) const {
     Word* cube = minterm.Append();
     for (int v = 0; v < Inputs(); ++v) {
         const bool one = ((point[static_cast<std::size_t>(v >> 6)] >> (v & 63)) & 1) != 0;
-        layout_.SetInput(cube, v, one ? Literal::One : Literal::Zero);
+        layout_.Restrict(cube, v, one);
     }
     for (std::size_t i = 0; i < size_; ++i)
         if (layout_.Output((*this)[i], output) && layout_.InputsContain((*this)[i], cube)) return true;

@@ -23,6 +23,12 @@ constexpr int CountBits(Word word) {
 // What a cube says of one input: the bits tell which values the input may have. `None` makes a cube empty.
 enum class Literal : std::uint8_t { None = 0, Zero = 1, One = 2, Free = 3 };
 
+// What a product says of an input that is not free.
+struct InputLiteral {
+    std::size_t Input;
+    bool Negated;
+};
+
 // How a cube lies in words: first the inputs in positional notation, two bits each, 32 to a word (bit 2v:
 // input v may be 0, bit 2v+1: it may be 1), then the outputs, one bit each, 64 to a word. Places behind the
 // last input are always "free", places behind the last output always 0, so that no operation has to mask.
@@ -61,6 +67,11 @@ class Layout {
         const Word bit = Word{1} << (o & 63);
         Word& word = cube[inputWords_ + (o >> 6)];
         word = value ? word | bit : word & ~bit;
+    }
+
+    // Keeps of the cube the points where the input has the value.
+    void Restrict(Word* cube, int v, bool value) const {
+        cube[v >> 5] &= ~(Word{value ? 1u : 2u} << ((v & 31) * 2));
     }
 
     // The inputs that are free in every place, marked by the even bit, of one word of a cube.
@@ -121,7 +132,8 @@ class Layout {
     }
     bool HasOutputs(const Word* cube) const { return OutputsMeet(cube, cube); }
     bool IsEmpty(const Word* cube) const { return !HasOutputs(cube) || !InputsMeet(cube, cube); }
-    int InputLiterals(const Word* cube) const;  // inputs that are not free
+    int InputLiterals(const Word* cube) const;                     // inputs that are not free
+    std::vector<InputLiteral> LiteralsOf(const Word* cube) const;  // of a cube that is not empty, by inputs
     int OutputCount(const Word* cube) const;
     int Bits(const Word* cube) const;  // more than those of every smaller cube inside
 

@@ -94,12 +94,10 @@ class Prover {
         Products products;
         for (std::size_t i = 0; i < cover.Size(); ++i) {
             Cube& cube = products.emplace_back();
-            for (std::size_t k = 0; k < wanted.Columns.size(); ++k) {
-                const auto literal = cover.Form().Input(cover[i], static_cast<int>(k));
-                if (literal == logic::Literal::Free) continue;
-                const Column& column = wanted.Columns[k];
+            for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
+                const Column& column = wanted.Columns[input];
                 const bool isPin = column.Pin && HasOwnPin(column.Name);
-                cube.Add({isPin ? OfNamePin : OfName, column.Name}, literal == logic::Literal::One);
+                cube.Add({isPin ? OfNamePin : OfName, column.Name}, !negated);
             }
         }
         return products;
