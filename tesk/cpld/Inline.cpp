@@ -1,9 +1,9 @@
 #include "cpld/Inline.h"
 
-#include <map>
 #include <optional>
 
 #include "logic/Minimize.h"
+#include "logic/Variables.h"
 
 namespace cpld {
 namespace {
@@ -23,9 +23,7 @@ class Inliner {
     Inliner(const proof::Chip& chip, const std::vector<bool>& keep)
         : chip_(chip), keep_(keep), covers_(2 * chip.Cells.size()), isOpen_(chip.Cells.size()) {
         for (const auto& cell : chip.Cells)
-            for (const Sum* sum : SumsOf<const Sum>(cell))
-                for (const auto& term : *sum)
-                    for (const Literal& literal : term) AddColumn(literal.Of);
+            for (const Sum* sum : SumsOf<const Sum>(cell)) variables_.Add(*sum);
     }
 
     // False if it is too large; the cell is then as it was.
@@ -34,7 +32,7 @@ class Inliner {
         for (Sum* sum : SumsOf<Sum>(result)) {
             const Bounded cover = Expanded(*sum);
             if (!cover) return false;
-            *sum = ToSum(*cover);
+            *sum = variables_.SumOf(*cover);
         }
         cell = std::move(result);
         return true;
@@ -48,13 +46,6 @@ class Inliner {
         if (cell.Rows2) sums.push_back(&*cell.Rows2);
         return sums;
     }
-
-    void AddColumn(const proof::Signal& signal) {
-        if (columns_.emplace(std::pair(signal.From, signal.At), static_cast<int>(signals_.size())).second)
-            signals_.push_back(signal);
-    }
-
-    Cover Nothing() const { return Cover(static_cast<int>(signals_.size()), 1); }
 
     static Bounded Product(const Cover& a, const Cover& b) {
         Bounded result = logic::Intersection(a, b, mostCubes);
@@ -75,14 +66,11 @@ class Inliner {
 
     Bounded CoverOf(const Literal& literal) {
         if (!IsRead(literal.Of)) return FunctionOf(literal.Of.At, literal.Negated);
-        Cover cover = logic::Everything(Nothing().Form());
-        cover.Form().SetInput(cover[0], columns_.at({literal.Of.From, literal.Of.At}),
-                              literal.Negated ? logic::Literal::Zero : logic::Literal::One);
-        return cover;
+        return variables_.CoverOf({{literal}});
     }
 
     Bounded Expanded(const Sum& sum) {
-        Cover result = Nothing();
+        Cover result(variables_.Form());
         for (const auto& term : sum) {
             Bounded product = logic::Everything(result.Form());
             for (const Literal& literal : term) {
@@ -125,24 +113,9 @@ class Inliner {
         return result;
     }
 
-    Sum ToSum(const Cover& cover) const {
-        Sum sum;
-        for (std::size_t i = 0; i < cover.Size(); ++i) {
-            proof::Term term;
-            for (std::size_t k = 0; k < signals_.size(); ++k) {
-                const auto literal = cover.Form().Input(cover[i], static_cast<int>(k));
-                if (literal != logic::Literal::Free)
-                    term.push_back({signals_[k], literal == logic::Literal::Zero});
-            }
-            sum.push_back(std::move(term));
-        }
-        return sum;
-    }
-
     const proof::Chip& chip_;
     const std::vector<bool>& keep_;
-    std::map<std::pair<proof::Signal::Kind, std::size_t>, int> columns_;
-    std::vector<proof::Signal> signals_;
+    logic::Variables<Literal> variables_;
     std::vector<std::optional<Bounded>> covers_;  // of each cell, and of its complement
     std::vector<bool> isOpen_;
 };

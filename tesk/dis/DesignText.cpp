@@ -5,6 +5,7 @@
 #include "base/Text.h"
 #include "front/Limits.h"
 #include "logic/Minimize.h"
+#include "logic/Variables.h"
 
 namespace dis {
 namespace {
@@ -21,32 +22,9 @@ constexpr std::size_t kNamesInList = 12;
 
 // The shortest sum for the same function.
 Sum Minimized(const Sum& sum) {
-    std::vector<Signal> signals;
-    const auto place = [&](const Signal& signal) {
-        const auto at = std::find(signals.begin(), signals.end(), signal);
-        if (at == signals.end()) signals.push_back(signal);
-        return static_cast<int>(std::find(signals.begin(), signals.end(), signal) - signals.begin());
-    };
-    for (const auto& term : sum)
-        for (const auto& literal : term) place(literal.Of);
-    logic::Cover cover(static_cast<int>(signals.size()), 1);
-    for (const auto& term : sum) {
-        auto* cube = cover.Append();
-        cover.Form().SetOutput(cube, 0, true);
-        for (const auto& literal : term)
-            cover.Form().SetInput(cube, place(literal.Of),
-                                  literal.Negated ? logic::Literal::Zero : logic::Literal::One);
-    }
-    const auto result = logic::Minimize(cover, logic::Cover(cover.Form()), logic::Level::m2).Terms;
-    Sum shorter(result.Size());
-    for (std::size_t i = 0; i < result.Size(); ++i) {
-        for (std::size_t v = 0; v < signals.size(); ++v) {
-            const auto value = result.Form().Input(result[i], static_cast<int>(v));
-            if (value != logic::Literal::Free)
-                shorter[i].push_back({signals[v], value == logic::Literal::Zero});
-        }
-    }
-    return shorter;
+    logic::Variables<Literal> variables;
+    variables.Add(sum);
+    return variables.SumOf(logic::Minimized(variables.CoverOf(sum), logic::Level::m2));
 }
 
 class Writer {

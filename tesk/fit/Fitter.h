@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -24,6 +26,10 @@ struct Literal {
     bool Negated = false;
     bool Pin = false;  // .IO; else the register of a registered signal, the pin of any other
     bool operator==(const Literal&) const = default;
+    // Both senses of a variable are neighbours.
+    auto operator<=>(const Literal& other) const {
+        return std::tie(Signal, Pin, Negated) <=> std::tie(other.Signal, other.Pin, other.Negated);
+    }
 };
 using Term = std::vector<Literal>;  // a product; empty: always true
 using Sum = std::vector<Term>;      // empty: constant 0

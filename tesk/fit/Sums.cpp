@@ -1,9 +1,7 @@
 #include "fit/Sums.h"
 
 #include <algorithm>
-#include <compare>
 #include <map>
-#include <tuple>
 
 namespace fit {
 namespace {
@@ -14,10 +12,6 @@ using Variable = std::pair<std::size_t, bool>;  // signal, .IO
 
 Variable VariableOf(const Literal& literal) { return {literal.Signal, literal.Pin}; }
 
-bool Less(const Literal& a, const Literal& b) {
-    return std::tuple(a.Signal, a.Pin, a.Negated) < std::tuple(b.Signal, b.Pin, b.Negated);
-}
-
 // Terms that hold all literals of another one are dropped.
 void Absorb(Sum& sum) {
     Sort(sum);
@@ -26,7 +20,7 @@ void Absorb(Sum& sum) {
     Sum kept;
     for (auto& term : sum) {
         const auto covers = [&](const Term& by) {
-            return std::includes(term.begin(), term.end(), by.begin(), by.end(), Less);
+            return std::includes(term.begin(), term.end(), by.begin(), by.end());
         };
         if (std::none_of(kept.begin(), kept.end(), covers)) kept.push_back(std::move(term));
     }
@@ -128,12 +122,10 @@ bool AreApart(const Sum& a, const Sum& b) {
 
 void Sort(Sum& sum) {
     for (auto& term : sum) {
-        std::sort(term.begin(), term.end(), Less);
+        std::sort(term.begin(), term.end());
         term.erase(std::unique(term.begin(), term.end()), term.end());
     }
-    std::sort(sum.begin(), sum.end(), [](const Term& a, const Term& b) {
-        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Less);
-    });
+    std::sort(sum.begin(), sum.end());
     sum.erase(std::unique(sum.begin(), sum.end()), sum.end());
 }
 

@@ -21,7 +21,7 @@ constexpr int kMostVariables = 64;            // one standing for the next
 using Cube = std::vector<logic::Word>;
 
 logic::Cover Reduced(const logic::Cover& on, logic::Level level) {
-    return std::move(logic::Minimize(on, logic::Cover(on.Form()), level, {.Shared = false}).Terms);
+    return logic::Minimized(on, level, {.Shared = false});
 }
 
 // A function and its complement.

@@ -23,6 +23,10 @@ MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, con
     return MinimizeProblem({on, dontCare, std::nullopt, false}, level, options);
 }
 
+Cover Minimized(const Cover& on, Level level, const Options& options) {
+    return Minimize(on, Cover(on.Form()), level, options).Terms;
+}
+
 void DemandApart(const Cover& on, const Cover& off) {
     DemandSameLayout(on, off);
     Cover points = on;

@@ -33,6 +33,9 @@ struct MinimizeResult {
 // All covers must have the same layout (else error 5).
 MinimizeResult Minimize(const Cover& on, const Cover& dontCare, Level level, const Options& options = {});
 
+// The terms alone, of a function without don't cares.
+Cover Minimized(const Cover& on, Level level, const Options& options = {});
+
 // The same for a function given by on-set and off-set, all else don't care. Raises error 5 if they meet.
 MinimizeResult MinimizeOnOff(const Cover& on, const Cover& off, Level level, const Options& options = {});
 

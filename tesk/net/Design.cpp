@@ -125,7 +125,7 @@ class Maker {
         for (const int port : outputs_) {
             if (pins_.contains(port)) continue;
             const auto single = DataOf(port).Single();
-            if (!single || single->Inverted != inverted || !IsBuried(single->Net)) continue;
+            if (!single || single->Negated != inverted || !IsBuried(single->Net)) continue;
             if (signals_.contains(single->Net) || (DriverOf(port) && !IsRegister(single->Net))) continue;
             if ((inverted && !IsRegister(single->Net)) || !MayHoldRegister(port)) continue;
             signals_[single->Net] = {names_.Of(port), port, inverted};
@@ -189,7 +189,7 @@ class Maker {
         std::string name = signal != signals_.end() ? signal->second.Name : names_.Of(literal.Net);
         // The bare name of a register at a pin is the register.
         if (signal == signals_.end() && pins_.contains(literal.Net)) name += ".IO";
-        return literal.Inverted ? Formula::Not(Formula::Name(name)) : Formula::Name(name);
+        return literal.Negated ? Formula::Not(Formula::Name(name)) : Formula::Name(name);
     }
 
     Formula Of(const Sum& sum) {
@@ -333,7 +333,7 @@ class Maker {
         std::optional<Sum> off = ConstantSum(true);
         for (const Product& term : sum) {
             Sum not_term;
-            for (const Literal& literal : term) not_term.push_back({{literal.Net, !literal.Inverted}});
+            for (const Literal& literal : term) not_term.push_back({{literal.Net, !literal.Negated}});
             if (off) off = And(*off, not_term, limit);
         }
         return off;

@@ -1,9 +1,9 @@
 #include "net/Sum.h"
 
 #include <algorithm>
-#include <map>
 
 #include "logic/Minimize.h"
+#include "logic/Variables.h"
 
 namespace net {
 namespace {
@@ -34,7 +34,7 @@ std::optional<Product> Both(const Product& a, const Product& b) {
 
 }  // namespace
 
-Sum OneLiteral(int net, bool inverted) { return {{{net, inverted}}}; }
+Sum OneLiteral(int net, bool negated) { return {{{net, negated}}}; }
 Sum ConstantSum(bool value) { return value ? Sum{{}} : Sum{}; }
 
 std::optional<Sum> Or(const Sum& a, const Sum& b, std::size_t limit) {
@@ -67,32 +67,8 @@ Sum Where(const Sum& sum, int net, bool value) {
 
 Sum Reduced(const Sum& sum) {
     if (sum.size() < 2) return sum;
-    std::map<int, int> places;
-    for (const Product& term : sum)
-        for (const Literal& literal : term) places.emplace(literal.Net, 0);
-    std::vector<int> nets;
-    for (auto& [net, place] : places) {
-        place = static_cast<int>(nets.size());
-        nets.push_back(net);
-    }
-    logic::Cover cover(static_cast<int>(nets.size()), 1);
-    for (const Product& term : sum) {
-        logic::Word* cube = cover.Append();
-        cover.Form().SetOutput(cube, 0, true);
-        for (const Literal& literal : term)
-            cover.Form().SetInput(cube, places[literal.Net],
-                                  literal.Inverted ? logic::Literal::Zero : logic::Literal::One);
-    }
-    const logic::Cover few =
-        logic::Minimize(cover, logic::Cover(cover.Form()), logic::Level::m3, {.Effort = 0.1}).Terms;
-    Sum result(few.Size());
-    for (std::size_t i = 0; i < few.Size(); ++i) {
-        for (std::size_t v = 0; v < nets.size(); ++v) {
-            const logic::Literal value = few.Form().Input(few[i], static_cast<int>(v));
-            if (value != logic::Literal::Free) result[i].push_back({nets[v], value == logic::Literal::Zero});
-        }
-    }
-    return result;
+    const auto variables = logic::SortedVariables(sum);
+    return variables.SumOf(logic::Minimized(variables.CoverOf(sum), logic::Level::m3, {.Effort = 0.1}));
 }
 
 std::optional<std::size_t> Function::Terms() const {
@@ -104,7 +80,7 @@ std::optional<Literal> Function::Single() const {
     for (const bool isOff : {false, true}) {
         const auto& side = isOff ? Off : On;
         if (side && side->size() == 1 && side->front().size() == 1)
-            return Literal{side->front()[0].Net, side->front()[0].Inverted != isOff};
+            return Literal{side->front()[0].Net, side->front()[0].Negated != isOff};
     }
     return std::nullopt;
 }

@@ -10,14 +10,14 @@ namespace net {
 // A net or its complement.
 struct Literal {
     int Net;
-    bool Inverted;
+    bool Negated;
     auto operator<=>(const Literal&) const = default;
 };
 
 using Product = std::vector<Literal>;  // in order, each net once; empty: always true
 using Sum = std::vector<Product>;      // empty: never
 
-Sum OneLiteral(int net, bool inverted);
+Sum OneLiteral(int net, bool negated);
 Sum ConstantSum(bool value);
 
 // Without terms that lie in another one. Nothing if they would be more than `limit`.

@@ -1,8 +1,9 @@
 #include "proof/Compare.h"
 
-#include <set>
+#include <optional>
 
 #include "logic/Minimize.h"
+#include "logic/Variables.h"
 
 namespace proof {
 namespace {
@@ -15,25 +16,11 @@ constexpr std::size_t kMostCubes = 20'000;  // of a complement
 class Comparer {
   public:
     Comparer(const std::vector<const Products*>& all, std::uint64_t bound) : bound_(bound) {
-        std::set<Key> keys;
-        for (const Products* products : all)
-            for (const Cube& cube : *products)
-                for (const auto& [key, value] : cube.Values()) keys.insert(key);
-        keys_.assign(keys.begin(), keys.end());
-        for (std::size_t i = 0; i < keys_.size(); ++i) places_[keys_[i]] = static_cast<int>(i);
+        for (const Products* products : all) columns_.Add(*products);
+        columns_.Sort();
     }
 
-    Cover CoverOf(const Products& products) const {
-        Cover cover = Nothing();
-        for (const Cube& cube : products) {
-            if (cube.IsEmpty()) continue;
-            logic::Word* words = cover.Append();
-            cover.Form().SetOutput(words, 0, true);
-            for (const auto& [key, value] : cube.Values())
-                cover.Form().SetInput(words, places_.at(key), Of(value));
-        }
-        return cover;
-    }
+    Cover CoverOf(const Products& products) const { return columns_.CoverOf(products); }
 
     // Nothing if it takes too much.
     std::optional<Cover> Xor(const Cover& a, const Cover& b) const {
@@ -91,20 +78,16 @@ class Comparer {
         Comparison made{result, {}};
         if (result != Result::Different) return made;
         made.At.Found = found;
-        for (std::size_t i = 0; i < keys_.size(); ++i)
-            made.At.Values[keys_[i]] =
-                point.Form().Input(point[0], static_cast<int>(i)) == logic::Literal::One;
+        const Products where = columns_.SumOf(point);
+        for (const KeyLiteral& literal : where.front()) made.At.Values[literal.Of] = !literal.Negated;
         return made;
     }
 
-    Cover Nothing() const { return Cover(static_cast<int>(keys_.size()), 1); }
+    Cover Nothing() const { return Cover(columns_.Form()); }
 
   private:
-    static logic::Literal Of(bool value) { return value ? logic::Literal::One : logic::Literal::Zero; }
-
     std::uint64_t bound_;
-    std::vector<Key> keys_;
-    std::map<Key, int> places_;
+    logic::Variables<KeyLiteral> columns_;
 };
 
 Cover With(Cover a, const Cover& b) {
@@ -113,11 +96,6 @@ Cover With(Cover a, const Cover& b) {
 }
 
 }  // namespace
-
-void Cube::Add(const Key& key, bool value) {
-    const auto [place, isNew] = values_.emplace(key, value);
-    isEmpty_ = isEmpty_ || (!isNew && place->second != value);
-}
 
 Comparison Compare(const Products& rows, const Products* rows2, bool inverted, const Products& on,
                    const Products& dontCare, std::uint64_t bound) {

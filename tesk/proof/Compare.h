@@ -1,13 +1,10 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <optional>
-#include <string>
 #include <vector>
-
-#include "logic/Cover.h"
 
 // Inside the room: two functions told over columns that are found as they come.
 namespace proof {
@@ -19,18 +16,13 @@ struct Key {
     auto operator<=>(const Key&) const = default;
 };
 
-// A product as columns and the values that they must have; nothing if it asks for both values of one.
-class Cube {
-  public:
-    void Add(const Key& key, bool value);
-    bool IsEmpty() const { return isEmpty_; }
-    const std::map<Key, bool>& Values() const { return values_; }
-
-  private:
-    std::map<Key, bool> values_;
-    bool isEmpty_ = false;
+struct KeyLiteral {
+    Key Of;
+    bool Negated = false;
+    auto operator<=>(const KeyLiteral&) const = default;
 };
-using Products = std::vector<Cube>;
+using Product = std::vector<KeyLiteral>;
+using Products = std::vector<Product>;
 
 struct Point {
     std::map<Key, bool> Values;

@@ -93,36 +93,36 @@ class Prover {
     Products ProductsOf(const Wanted& wanted, const logic::Cover& cover) const {
         Products products;
         for (std::size_t i = 0; i < cover.Size(); ++i) {
-            Cube& cube = products.emplace_back();
+            Product& product = products.emplace_back();
             for (const auto& [input, negated] : cover.Form().LiteralsOf(cover[i])) {
                 const Column& column = wanted.Columns[input];
                 const bool isPin = column.Pin && HasOwnPin(column.Name);
-                cube.Add({isPin ? OfNamePin : OfName, column.Name}, !negated);
+                product.push_back({{isPin ? OfNamePin : OfName, column.Name}, negated});
             }
         }
         return products;
     }
 
-    void AddLiteral(Cube& cube, const Literal& literal) const {
+    void AddLiteral(Product& product, const Literal& literal) const {
         const bool isCell = literal.Of.From == Signal::Kind::Cell;
         const Macrocell* cell = isCell ? &chip_.Cells[literal.Of.At] : nullptr;
         const auto found = nameAt_.find(isCell ? cell->Node : static_cast<int>(literal.Of.At));
         if (found == nameAt_.end())
-            return cube.Add({isCell ? OfCell : OfPin, literal.Of.At}, !literal.Negated);
+            return product.push_back({{isCell ? OfCell : OfPin, literal.Of.At}, literal.Negated});
         const std::size_t name = found->second;
         const bool low = design_.Names[name].ActiveLow != (isCell && cell->PinInverted);
         // Within a macrocell without a register its pin's enable has no say.
         const bool isEnabled = !isCell || IsRegister(name) || Find(name, Input::Oe) == nullptr;
-        if (!isEnabled) return cube.Add({OfCell, literal.Of.At}, !literal.Negated);
+        if (!isEnabled) return product.push_back({{OfCell, literal.Of.At}, literal.Negated});
         const bool isPin = !isCell && HasOwnPin(name);
-        cube.Add({isPin ? OfNamePin : OfName, name}, literal.Negated == low);
+        product.push_back({{isPin ? OfNamePin : OfName, name}, literal.Negated != low});
     }
 
     Products ProductsOf(const Sum& sum) const {
         Products products;
         for (const Term& term : sum) {
-            Cube& cube = products.emplace_back();
-            for (const Literal& literal : term) AddLiteral(cube, literal);
+            Product& product = products.emplace_back();
+            for (const Literal& literal : term) AddLiteral(product, literal);
         }
         return products;
     }
@@ -165,7 +165,7 @@ class Prover {
         ProveSum(to, sum, nullptr, false, wanted);
     }
     void ProveConstant(Input to, const Sum& sum, bool value) {
-        const Products one{Cube{}};
+        const Products one{Product{}};
         Note(to, Compare(ProductsOf(sum), nullptr, false, value ? one : Products{}, {}, bound_));
     }
 
@@ -186,7 +186,7 @@ class Prover {
         // What toggles differs from what is stored by the state.
         if (toggles != (to == Input::T)) {
             if (rows2) return verdict_.Open.push_back(Title(to));
-            Cube state;
+            Product state;
             AddLiteral(state,
                        {{Signal::Kind::Cell, static_cast<std::size_t>(cell_ - chip_.Cells.data())}, false});
             rows2 = Products{state};
@@ -205,9 +205,9 @@ class Prover {
             literal.Negated = !literal.Negated;
             AddLiteral(open.emplace_back(), literal);
         }
-        Note(Input::Oe,
-             Compare(ProductsOf(cell_->Enable.When), nullptr, false,
-                     wanted == nullptr ? Products{Cube{}} : ProductsOf(*wanted, wanted->On), open, bound_));
+        Note(Input::Oe, Compare(ProductsOf(cell_->Enable.When), nullptr, false,
+                                wanted == nullptr ? Products{Product{}} : ProductsOf(*wanted, wanted->On),
+                                open, bound_));
     }
 
     void ProveRegister() {
