@@ -23,13 +23,13 @@ class Inliner {
     Inliner(const proof::Chip& chip, const std::vector<bool>& keep)
         : chip_(chip), keep_(keep), covers_(2 * chip.Cells.size()), isOpen_(chip.Cells.size()) {
         for (const auto& cell : chip.Cells)
-            for (const Sum* sum : SumsOf<const Sum>(cell)) variables_.Add(*sum);
+            for (const Sum* sum : SumsOf(cell)) variables_.Add(*sum);
     }
 
     // False if it is too large; the cell is then as it was.
     bool Inline(proof::Macrocell& cell) {
         proof::Macrocell result = cell;
-        for (Sum* sum : SumsOf<Sum>(result)) {
+        for (Sum* sum : SumsOf(result)) {
             const Bounded cover = Expanded(*sum);
             if (!cover) return false;
             *sum = variables_.SumOf(*cover);
@@ -39,14 +39,6 @@ class Inliner {
     }
 
   private:
-    template <typename Of, typename Cell>
-    static std::vector<Of*> SumsOf(Cell& cell) {
-        std::vector<Of*> sums{&cell.Rows,       &cell.Enable.When, &cell.Clock.When, &cell.ClockEnable.When,
-                              &cell.Reset.When, &cell.Preset.When};
-        if (cell.Rows2) sums.push_back(&*cell.Rows2);
-        return sums;
-    }
-
     static Bounded Product(const Cover& a, const Cover& b) {
         Bounded result = logic::Intersection(a, b, mostCubes);
         if (result) result->Absorb();

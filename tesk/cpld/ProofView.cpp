@@ -93,11 +93,7 @@ bool Store(Wanted& data) {
 }
 
 void ReadElsewhere(Macrocell& cell, std::size_t from, std::size_t to) {
-    std::vector<proof::Sum*> sums{&cell.Rows};
-    if (cell.Rows2) sums.push_back(&*cell.Rows2);
-    for (auto* control : {&cell.Enable, &cell.Clock, &cell.ClockEnable, &cell.Reset, &cell.Preset})
-        sums.push_back(&control->When);
-    for (proof::Sum* sum : sums)
+    for (proof::Sum* sum : SumsOf(cell))
         for (proof::Term& term : *sum)
             for (proof::Literal& literal : term)
                 if (literal.Of == proof::Signal{proof::Signal::Kind::Cell, from}) literal.Of.At = to;

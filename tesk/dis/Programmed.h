@@ -31,17 +31,6 @@ struct Programmed {
 std::optional<Programmed> ReadProgrammed(const fit::Device& device, std::vector<bool> fuses,
                                          std::vector<Message>& messages);
 
-// All sums of a macrocell, those of its clock and the like included; of a constant one to be read alone.
-template <typename Cell>
-auto SumsOf(Cell& cell) {
-    std::vector<decltype(&cell.Rows)> sums{&cell.Rows};
-    if (cell.Rows2) sums.push_back(&*cell.Rows2);
-    for (auto* control : {&cell.Enable, &cell.Clock, &cell.ClockEnable, &cell.Reset, &cell.Preset,
-                          &cell.SyncReset, &cell.SyncPreset})
-        sums.push_back(&control->When);
-    return sums;
-}
-
 // The sum of a macrocell with its terms in their rows: a false row before the last term repeats a term, which
 // changes nothing. Terms that macrocells share are sorted, for the compiler gives them their rows. `second`:
 // of its second sum.

@@ -77,6 +77,17 @@ struct Macrocell {
     bool Drives() const { return !Enable.When.empty(); }
 };
 
+// All sums of a macrocell, those of its clock and the like included; of a constant one to be read alone.
+template <typename Cell>
+auto SumsOf(Cell& cell) {
+    std::vector<decltype(&cell.Rows)> sums{&cell.Rows};
+    for (auto* control : {&cell.Enable, &cell.Clock, &cell.ClockEnable, &cell.Reset, &cell.Preset,
+                          &cell.SyncReset, &cell.SyncPreset})
+        sums.push_back(&control->When);
+    if (cell.Rows2) sums.push_back(&*cell.Rows2);
+    return sums;
+}
+
 struct Chip {
     std::string Device;  // mnemonic
     std::string Mode;
