@@ -38,8 +38,7 @@ inline constexpr MessageEntry kMessages[] = {
      "Name the result with -o."},
     {"7612tc", Severity::Warning, "Rows are completed by FUSE statements",
      "No equation gives these fuses: a sum beside a term that is always true, or a line that the device "
-     "library "
-     "does not know. The simulation knows nothing of them.",
+     "library does not know. The simulation knows nothing of them.",
      "Look whether they matter; without the statements the rows are those of the equations."},
 };
 using MessageCode = model::MessageCode<kMessages>;

@@ -9,8 +9,8 @@
 namespace proof {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+constexpr std::string_view blanks = " \t\r\n";
+bool IsBlank(char c) { return blanks.find(c) != blanks.npos; }
 
 // Takes digits off the front; nothing if there are none or too many.
 std::optional<std::size_t> TakeNumber(std::string_view& text) {
@@ -24,7 +24,7 @@ std::optional<std::size_t> TakeNumber(std::string_view& text) {
 std::int32_t LineEnds(std::string_view text) {
     return static_cast<std::int32_t>(std::count(text.begin(), text.end(), '\n'));
 }
-std::string_view BlanksOf(std::string_view text) { return text.substr(0, text.find_first_not_of(" \t\r\n")); }
+std::string_view BlanksOf(std::string_view text) { return text.substr(0, text.find_first_not_of(blanks)); }
 
 // Whether what stands first is a field already: some writers leave the specification out.
 bool IsField(std::string_view text) {
@@ -194,7 +194,7 @@ class Reader {
         JedecVector vector{*number, {}, line_};
         for (const char c : body) {
             if (IsBlank(c)) continue;
-            if (!IsDigit(c) && std::string_view("BCDFHKLNPUXZ").find(c) == std::string_view::npos)
+            if (std::string_view("0123456789BCDFHKLNPUXZ").find(c) == std::string_view::npos)
                 return Refuse("V" + std::to_string(*number) + " holds a sign that is no test condition");
             vector.Conditions += c;
         }

@@ -100,7 +100,7 @@ bool Value(const View& view, const View::Equation& equation, const std::vector<b
 
 // The output of a signal for one state of all pins, as jedutil sees it and as the design has it.
 void Compare(const View& view, const fit::Design& design, const fit::Fit& fit, std::size_t signal,
-             const std::vector<bool>& asserted, const std::vector<bool>& levels, std::optional<bool> notSum) {
+             const std::vector<bool>& asserted, const std::vector<bool>& levels, std::optional<bool> turned) {
     const auto& placement = fit.Placements[signal];
     const bool registered = placement.Use == fit::UseKind::Register;
     const auto* data = test::TrueOf(design, signal, registered ? fit::Input::D : fit::Input::Out);
@@ -116,13 +116,13 @@ void Compare(const View& view, const fit::Design& design, const fit::Fit& fit, s
     if (equation->second.Terms.empty() || equation->second.Terms.size() < placement.Used) {
         EXPECT_LE(placement.Used, equation->second.Terms.size() + 1) << "pin " << placement.Pin;
     } else {
-        EXPECT_EQ(Value(view, equation->second, levels, notSum),
+        EXPECT_EQ(Value(view, equation->second, levels, turned),
                   test::Holds(*data, asserted) != test::LowAt(design, fit, signal))
             << "pin " << placement.Pin;
     }
     const auto& enable = view.Enable.at(placement.Pin);
     const bool byPin = !enable.Terms.empty() && enable.Terms.front().front() == "OE";
-    EXPECT_TRUE(byPin || Value(view, enable, levels, notSum) == enabled) << "enable of pin " << placement.Pin;
+    EXPECT_TRUE(byPin || Value(view, enable, levels, turned) == enabled) << "enable of pin " << placement.Pin;
 }
 
 // It takes the halves of the one sum of this device for a sum each.
@@ -137,9 +137,10 @@ void CompareSamples(const View& view, const test::Family& family, const fit::Des
                     const fit::Fit& fit, std::mt19937& random) {
     // Of a V10 the column is the inverted register, of an 18CV8 the register. Of that the pin is named in
     // sums, the column in the rows that all registers share.
-    const auto notSum =
+    const auto turnedInSums =
         std::string_view(family.Jedutil).ends_with("V10") ? std::optional(true) : std::nullopt;
-    const auto inShared = std::string_view(family.Jedutil).ends_with("18CV8") ? std::optional(false) : notSum;
+    const auto turnedInShared =
+        std::string_view(family.Jedutil).ends_with("18CV8") ? std::optional(false) : turnedInSums;
     for (int sample = 0; sample < 30; ++sample) {
         std::vector<bool> asserted(design.Signals.size());
         std::vector<bool> levels(static_cast<std::size_t>(test::DeviceOf(family.Mnemonic).Pins) + 1);
@@ -149,11 +150,11 @@ void CompareSamples(const View& view, const test::Family& family, const fit::Des
                 asserted[i] != test::LowAt(design, fit, i);
         }
         for (std::size_t i = 0; i < asserted.size(); ++i)
-            Compare(view, design, fit, i, asserted, levels, notSum);
+            Compare(view, design, fit, i, asserted, levels, turnedInSums);
         for (const auto& function : design.Functions) {
             if (function.To != fit::Input::Ar && function.To != fit::Input::Sp) continue;
             const auto& row = function.To == fit::Input::Ar ? view.Reset : view.Preset;
-            EXPECT_EQ(Value(view, row, levels, inShared), test::Holds(*function.True, asserted));
+            EXPECT_EQ(Value(view, row, levels, turnedInShared), test::Holds(*function.True, asserted));
         }
     }
 }
