@@ -1,11 +1,11 @@
 #include "convert/Tokens.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "base/Text.h"
 #include "base/modLib.h"
 #include "convert/Failure.h"
+#include "model/Number.h"
 
 namespace convert {
 namespace {
@@ -118,10 +118,8 @@ std::string_view TokenReader::NeedWord(std::string_view what) {
 
 int TokenReader::NeedNumber(int most) {
     const std::string_view text = Peek().Text;
-    int number = 0;
-    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (Peek().Kind != TokenKind::Word || parsed.ec != std::errc() ||
-        parsed.ptr != text.data() + text.size() || number < 0 || number > most)
+    const int number = model::WholeNumber<int>(text).value_or(-1);
+    if (Peek().Kind != TokenKind::Word || number < 0 || number > most)
         FailHere("a number up to " + std::to_string(most) + " is expected, not " + Shown(text));
     Next();
     return number;

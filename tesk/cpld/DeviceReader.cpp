@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <set>
 
 #include "base/RunTimeError.h"
 #include "base/Text.h"
 #include "cpld/Configuration.h"
+#include "model/Number.h"
 
 namespace cpld {
 namespace {
@@ -25,12 +25,11 @@ void Require(bool good, std::string_view what) {
 }
 
 long Number(std::string_view word, long low, long high, int radix = 10) {
-    long value = 0;
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), value, radix);
-    if (fault != std::errc() || end != word.data() + word.size() || value < low || value > high)
+    const auto value = model::WholeNumber<long>(word, radix);
+    if (!value || *value < low || *value > high)
         Fault("\"" + std::string(word) + "\" is not a number from " + std::to_string(low) + " to " +
               std::to_string(high));
-    return value;
+    return *value;
 }
 
 std::size_t Natural(std::string_view word, std::size_t high) {

@@ -1,9 +1,8 @@
 #include "cpld/SvfStatements.h"
 
-#include <charconv>
-
 #include "base/RunTimeError.h"
 #include "base/Text.h"
+#include "model/Number.h"
 
 namespace cpld {
 namespace {
@@ -12,11 +11,9 @@ constexpr std::size_t mostBits = 4096;  // of a shift
 
 std::size_t LengthOf(const SvfStatement& statement) {
     const std::string word = statement.Words.size() > 1 ? statement.Words[1] : "";
-    std::size_t bits = 0;
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), bits);
-    if (fault != std::errc() || end != word.data() + word.size() || bits > mostBits)
-        SvfFault(statement.Line, statement.Words[0] + " needs a number of bits");
-    return bits;
+    const auto bits = model::WholeNumber<std::size_t>(word);
+    if (!bits || *bits > mostBits) SvfFault(statement.Line, statement.Words[0] + " needs a number of bits");
+    return *bits;
 }
 
 // The word stands in parentheses.

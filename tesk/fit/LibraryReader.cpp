@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <optional>
 
 #include "base/Text.h"
 #include "fit/Device.h"
+#include "model/Number.h"
 
 namespace fit {
 namespace {
@@ -12,10 +12,8 @@ namespace {
 using Words = std::vector<std::string_view>;
 
 std::optional<std::size_t> Number(std::string_view word, std::size_t below) {
-    std::size_t value = 0;
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), value);
-    const bool good = fault == std::errc() && end == word.data() + word.size() && value < below;
-    return good ? std::optional(value) : std::nullopt;
+    const auto value = model::WholeNumber<std::size_t>(word);
+    return value && *value < below ? value : std::nullopt;
 }
 
 class Reader {

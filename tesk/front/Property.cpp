@@ -1,8 +1,7 @@
 #include "front/Property.h"
 
-#include <charconv>
-
 #include "base/Text.h"
+#include "model/Number.h"
 
 namespace front {
 namespace {
@@ -30,10 +29,7 @@ std::optional<int> PropertyValue(const PropertyRow& row, std::string_view text) 
     for (std::size_t i = 0; i < row.Values.size(); ++i)
         if (!row.Values[i].empty() && base::EqualNoCase(row.Values[i], text)) return static_cast<int>(i);
     if (!row.Values.front().empty()) return std::nullopt;
-    std::uint16_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional<int>(number)
-                                                                    : std::nullopt;
+    return model::WholeNumber<std::uint16_t>(text, 16);
 }
 
 std::string PropertyWords() {

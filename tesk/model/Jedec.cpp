@@ -1,9 +1,9 @@
 #include "model/Jedec.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "base/Text.h"
+#include "model/Number.h"
 
 namespace model {
 namespace {
@@ -61,9 +61,8 @@ std::optional<PlaceNote> ReadPlaceNote(std::string_view text) {
     const auto words = base::Words(base::TrimView(text));
     if (words.size() != 3 || (words[0] != "PIN" && words[0] != "NODE")) return std::nullopt;
     PlaceNote note;
-    const auto [end, error] = std::from_chars(words[1].data(), words[1].data() + words[1].size(), note.Place);
-    if (error != std::errc{} || end != words[1].data() + words[1].size() || note.Place < 0)
-        return std::nullopt;
+    note.Place = WholeNumber<int>(words[1]).value_or(-1);
+    if (note.Place < 0) return std::nullopt;
     note.Node = words[0] == "NODE";
     note.Low = words[2][0] == '!';
     note.Name = words[2].substr(note.Low ? 1 : 0);

@@ -1,11 +1,11 @@
 #include "net/SourceText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 #include "base/Text.h"
 #include "base/modLib.h"
+#include "model/Number.h"
 
 namespace net {
 namespace {
@@ -215,10 +215,8 @@ std::vector<int> PinNumbers(std::string_view text) {
     const std::string spaced = base::ReplaceAll(text, ",", " ");
     for (std::string_view word : base::Words(spaced)) {
         if (base::UpperChar(word[0]) == 'P') word.remove_prefix(1);
-        int number = 0;
-        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-        if (error != std::errc() || end != word.data() + word.size() || number < 1 || number > 1024)
-            return {};
+        const int number = model::WholeNumber<int>(word).value_or(0);
+        if (number < 1 || number > 1024) return {};
         numbers.push_back(number);
     }
     return numbers;

@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "model/Jedec.h"
+#include "model/Number.h"
 
 namespace proof {
 namespace {
@@ -161,11 +162,9 @@ class Reader {
     }
 
     void TakeChecksum(std::string_view body) {
-        unsigned sum = 0;
-        const auto [end, error] = std::from_chars(body.data(), body.data() + body.size(), sum, 16);
-        if (error != std::errc{} || end != body.data() + body.size() || sum > 0xFFFF)
-            return Refuse("C without four hexadecimal digits");
-        checksum_ = sum;
+        const auto sum = model::WholeNumber<std::uint16_t>(body, 16);
+        if (!sum) return Refuse("C without four hexadecimal digits");
+        checksum_ = *sum;
         checksumLine_ = line_;
     }
 
@@ -271,16 +270,15 @@ class Reader {
     // 0000 stands for none.
     void CheckTransmission(const JedecFrame& frame) {
         const auto digits = text_.substr(frame.End + 1, 4);
-        unsigned told = 0;
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), told, 16);
-        if (error != std::errc{} || end != digits.data() + 4)
+        const auto told = model::WholeNumber<unsigned>(digits, 16);
+        if (!told || digits.size() != 4)
             return Tell("7305tc", frame.RestLine, "the checksum behind the end of text");
         unsigned sum = 0;
         for (std::size_t i = frame.Start - 1; i <= frame.End; ++i)
             sum += static_cast<unsigned char>(text_[i]);
-        if (told == 0 || told == (sum & 0xFFFF)) return;
+        if (*told == 0 || *told == (sum & 0xFFFF)) return;
         Tell("7304tc", frame.RestLine,
-             "behind the end of text it is " + model::Checksum(told) + ", of the text " +
+             "behind the end of text it is " + model::Checksum(*told) + ", of the text " +
                  model::Checksum(sum));
     }
 

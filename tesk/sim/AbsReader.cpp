@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <tuple>
 #include <unordered_map>
 
 #include "base/Text.h"
+#include "model/Number.h"
 #include "sim/AbsTokens.h"
 
 namespace sim {
@@ -12,10 +12,8 @@ namespace {
 
 // -1 unless the word is a decimal number from 0 to AbsLimits::Pin.
 int PinNumber(std::string_view word) {
-    int value = -1;
-    const auto [end, fault] = std::from_chars(word.data(), word.data() + word.size(), value);
-    const bool whole = fault == std::errc() && end == word.data() + word.size();
-    return whole && value >= 0 && value <= AbsLimits::Pin ? value : -1;
+    const int value = model::WholeNumber<int>(word).value_or(-1);
+    return value >= 0 && value <= AbsLimits::Pin ? value : -1;
 }
 
 class Reader {

@@ -1,11 +1,11 @@
 #include "sim/SiOrder.h"
 
-#include <charconv>
 #include <set>
 #include <unordered_map>
 
 #include "base/Text.h"
 #include "base/modLib.h"
+#include "model/Number.h"
 
 namespace sim {
 namespace {
@@ -43,9 +43,8 @@ std::vector<Entry> SplitEntries(std::string_view text) {
 
 // 0 to 999, or -1 if the text is no such number.
 int SmallNumber(std::string_view text) {
-    int value = -1;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return fault == std::errc() && end == text.data() + text.size() && value <= 999 ? value : -1;
+    const int value = model::WholeNumber<int>(text).value_or(-1);
+    return value <= 999 ? value : -1;
 }
 
 struct IndexedName {

@@ -1,11 +1,11 @@
 #include "sim/SiReader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "base/Text.h"
 #include "base/modLib.h"
+#include "model/Number.h"
 #include "sim/SiHead.h"
 #include "sim/SiSteps.h"
 
@@ -68,10 +68,8 @@ bool SiReader::TakeCommand(std::string_view row, Step& step) {
 }
 
 bool SiReader::TakeRepeat(std::string_view text) {
-    int count = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), count);
-    const bool whole = fault == std::errc() && end == text.data() + text.size();
-    if (!whole || count < 1 || count > SiLimits::Repeat || repeat_ != 0) return false;
+    const int count = model::WholeNumber<int>(text).value_or(0);
+    if (count < 1 || count > SiLimits::Repeat || repeat_ != 0) return false;
     repeat_ = count;
     repeatLine_ = lines_.Number();
     return true;

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 
 #include "base/Text.h"
+#include "model/Number.h"
 
 namespace zrx {
 
@@ -14,10 +14,8 @@ namespace {
 int Number(std::string_view letters, char letter, std::size_t digits, int missing) {
     for (std::size_t i = letters.find(letter); i != letters.npos; i = letters.find(letter, i + 1)) {
         const std::string_view text = letters.substr(i + 1, digits);
-        int value = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (text.size() == digits && error == std::errc() && end == text.data() + digits && value >= 0)
-            return value;
+        const int value = model::WholeNumber<int>(text).value_or(-1);
+        if (text.size() == digits && value >= 0) return value;
     }
     return missing;
 }
