@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace convert {
@@ -35,6 +36,19 @@ class Formula {
     std::optional<bool> value_;
     int depth_ = 0;
 };
+
+// A sum of products, which are lists of literals; `of` makes a formula of a literal.
+template <typename Sum, typename OfLiteral>
+Formula SumOfProducts(const Sum& sum, const OfLiteral& of) {
+    Formula result = Formula::Constant(false);
+    for (const auto& product : sum) {
+        Formula term = Formula::Constant(true);
+        for (const auto& literal : product)
+            term = Formula::Combine(Operator::And, std::move(term), of(literal));
+        result = Formula::Combine(Operator::Or, std::move(result), term);
+    }
+    return result;
+}
 
 // The bits of a group, most significant first; a single name is a group of one.
 struct Group {

@@ -132,14 +132,7 @@ class Writer {
         return literal.Negated ? Formula::Not(Formula::Name(name)) : Formula::Name(name);
     }
     Formula Of(const proof::Sum& sum) {
-        auto result = Formula::Constant(false);
-        for (const auto& term : sum) {
-            auto product = Formula::Constant(true);
-            for (const auto& literal : term)
-                product = Formula::Combine(Operator::And, std::move(product), Of(literal));
-            result = Formula::Combine(Operator::Or, std::move(result), product);
-        }
-        return result;
+        return convert::SumOfProducts(sum, [&](const proof::Literal& literal) { return Of(literal); });
     }
 
     void AddCell(std::size_t index) {

@@ -88,14 +88,8 @@ class Writer {
     }
 
     Formula Of(const Sum& sum) const {
-        auto result = Formula::Constant(false);
-        for (const auto& term : options_.Minimize ? Minimized(sum) : sum) {
-            auto product = Formula::Constant(true);
-            for (const auto& literal : term)
-                product = Formula::Combine(Operator::And, std::move(product), Of(literal));
-            result = Formula::Combine(Operator::Or, std::move(result), product);
-        }
-        return result;
+        return convert::SumOfProducts(options_.Minimize ? Minimized(sum) : sum,
+                                      [&](const Literal& literal) { return Of(literal); });
     }
 
     void AddData(std::size_t index) {

@@ -12,7 +12,6 @@ namespace net {
 namespace {
 
 using convert::Formula;
-using convert::Operator;
 
 // What a name of the design stands for.
 struct Signal {
@@ -193,15 +192,7 @@ class Maker {
     }
 
     Formula Of(const Sum& sum) {
-        std::optional<Formula> all;
-        for (const Product& product : sum) {
-            std::optional<Formula> term;
-            for (const Literal& literal : product)
-                term = term ? Formula::Combine(Operator::And, std::move(*term), Of(literal)) : Of(literal);
-            if (!term) return Formula::Constant(true);
-            all = all ? Formula::Combine(Operator::Or, std::move(*all), *term) : std::move(term);
-        }
-        return all ? std::move(*all) : Formula::Constant(false);
+        return convert::SumOfProducts(sum, [&](const Literal& literal) { return Of(literal); });
     }
 
     // The shorter of the sum and the complement of the other sum.
