@@ -1,29 +1,23 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "platform/PathMap.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class PathMapTest : public testing::Test {
   protected:
-    void SetUp() override {
-        root = fs::temp_directory_path() / ("pathmap" + std::to_string(::getpid()));
-        fs::create_directories(root / "Work" / "sub.d");
-        for (const char* name : {"Work/Count8.pld", "Work/COUNT8.PLD", "Work/b.si", "Work/B.si"}) {
-            std::ofstream(root / name) << "x";
-        }
+    PathMapTest() {
+        for (const char* name :
+             {"Work/Count8.pld", "Work/COUNT8.PLD", "Work/b.si", "Work/B.si", "Work/sub.d/x"})
+            folder.Write(name, "x");
     }
-    void TearDown() override { fs::remove_all(root); }
     std::string Host(const char* path, const char* current = "C:\\") {
         const std::string whole = platform::PathMap(root.string()).ToHost(path, current);
         return whole.substr(root.string().size());
     }
-    fs::path root;
+    const doubles::TemporaryFolder folder;
+    const std::filesystem::path root = folder.Path();
 };
 
 }  // namespace

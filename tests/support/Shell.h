@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 // Programs as a shell runs them.
@@ -22,6 +23,10 @@ inline Outcome RunShell(const std::string& command) {
     const int status = pclose(pipe);
     if (WIFEXITED(status)) outcome.Exit = WEXITSTATUS(status);
     return outcome;
+}
+
+inline Outcome RunShell(const std::filesystem::path& folder, const std::string& command) {
+    return RunShell("cd '" + folder.string() + "' && " + command);
 }
 
 }  // namespace test

@@ -1,31 +1,17 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include "base/PosixFile.h"
 #include "base/Text.h"
 #include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-class Cfitr : public testing::Test {
+class Cfitr : public testing::Test, protected doubles::TemporaryFolder {
   protected:
-    Cfitr() : folder_(fs::temp_directory_path() / ("cfitr" + std::to_string(getpid()))) {
-        fs::create_directories(folder_);
-    }
-    ~Cfitr() override { fs::remove_all(folder_); }
-
     test::Outcome Run(const std::string& arguments, const std::string& table) const {
-        std::ofstream(folder_ / "T.PLA", std::ios::binary) << table;
-        return test::RunShell("cd " + folder_.string() + " && " CFITR " " + arguments + " 2>&1");
+        Write("T.PLA", table);
+        return test::RunShell(Path(), CFITR " " + arguments + " 2>&1");
     }
-    bool Has(const char* name) const { return fs::exists(folder_ / name); }
-
-    fs::path folder_;
 };
 
 const std::string table =
@@ -38,7 +24,7 @@ TEST_F(Cfitr, FitsATable) {
     EXPECT_EQ(done.Text,
               "[7500tc] Fuse map proved: 6 functions of C1502T44\n"
               "[4000tc] Written: T.JED, T.FIT, T.SVF for C1502T44\n");
-    const auto map = base::ReadWhole((folder_ / "T.JED").string(), 1u << 20);
+    const auto map = Read("T.JED");
     EXPECT_NE(map.find("N PIN 37 CLK*"), map.npos);
     EXPECT_NE(map.find("N NODE 5 "), map.npos);
 }
@@ -59,7 +45,7 @@ TEST_F(Cfitr, SaysWhatIsWrong) {
         const auto done = Run(arguments, text);
         EXPECT_EQ(done.Exit, exit) << done.Text;
         EXPECT_NE(done.Text.find(words), done.Text.npos) << done.Text;
-        EXPECT_FALSE(Has("T.JED") || Has("T.SVF") || Has("T.FIT")) << arguments;
+        EXPECT_FALSE(Exists("T.JED") || Exists("T.SVF") || Exists("T.FIT")) << arguments;
     }
 }
 

@@ -1,54 +1,40 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "Support.h"
-#include "base/PosixFile.h"
 #include "base/Text.h"
 #include "cpld/FuseMap.h"
 #include "cpld/JedecText.h"
 #include "cpld/Svf.h"
 #include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
 using namespace cpld;
-namespace fs = std::filesystem;
 
-class Tesksvf : public testing::Test {
+class Tesksvf : public testing::Test, protected doubles::TemporaryFolder {
   protected:
-    Tesksvf() : folder_(fs::temp_directory_path() / ("tesksvf" + std::to_string(getpid()))) {
-        fs::create_directories(folder_);
+    Tesksvf() {
         auto any = EmptyConfiguration(Of());
         any.Settings.Jtag = JtagPins::User;
         mapWithoutJtag_ = model::WriteJedec(JedecMapOf(Of(), WriteFuses(Of(), any), {}));
         map_ = model::WriteJedec(JedecMapOf(Of(), WriteFuses(Of(), EmptyConfiguration(Of())), {}));
         Write("a.jed", map_);
     }
-    ~Tesksvf() override { fs::remove_all(folder_); }
 
     static const Device& Of() { return test::Devices()[1]; }
     test::Outcome Run(const std::string& arguments) const {
-        return test::RunShell("cd " + folder_.string() + " && " TESKSVF " " + arguments);
-    }
-    void Write(const std::string& name, const std::string& text) const {
-        std::ofstream(folder_ / name, std::ios::binary) << text;
-    }
-    std::string Text(const std::string& name) const {
-        return base::ReadWhole((folder_ / name).string(), 1u << 20);
+        return test::RunShell(Path(), TESKSVF " " + arguments);
     }
 
-    fs::path folder_;
     std::string map_, mapWithoutJtag_;
 };
 
 TEST_F(Tesksvf, GoesForthAndBack) {
     EXPECT_EQ(Run("a.jed").Exit, 0);
-    EXPECT_EQ(Text("a.SVF").substr(0, 16), "! C1504, a.jed\r\n");
+    EXPECT_EQ(Read("a.SVF").substr(0, 16), "! C1504, a.jed\r\n");
     EXPECT_EQ(Run("-o b.jed a.SVF").Exit, 0);
-    EXPECT_EQ(Text("b.jed"), map_);
+    EXPECT_EQ(Read("b.jed"), map_);
     EXPECT_EQ(Run("a.SVF -o -").Text, map_);
 }
 
@@ -81,7 +67,7 @@ TEST_F(Tesksvf, RefusesAndLeavesWhatIsThere) {
         const auto outcome = Run("2>&1 " + std::string(row.Arguments));
         EXPECT_EQ(outcome.Exit, row.Exit) << row.Arguments;
         EXPECT_TRUE(base::Contains(outcome.Text, row.Told)) << row.Arguments << ": " << outcome.Text;
-        EXPECT_EQ(Text("a.SVF"), "old") << row.Arguments;
+        EXPECT_EQ(Read("a.SVF"), "old") << row.Arguments;
     }
     EXPECT_EQ(Run("--no-jtag free.jed").Exit, 0);
     EXPECT_EQ(Run("-o - free.SVF").Text, mapWithoutJtag_);

@@ -1,24 +1,14 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
+#include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-struct Outcome {
-    int Exit = -1;
-    std::string Text;
-};
-
 // The programs of the installation in a folder of their own.
-class Teskdis : public testing::Test {
+class Teskdis : public testing::Test, protected doubles::TemporaryFolder {
   protected:
     void SetUp() override {
-        fs::create_directories(folder);
         Write("A.PLD",
               "Name A; Partno 1; Date 1; Revision 1; Designer 1; Company 1; Assembly 1; Location 1; Device "
               "G16V8;\n"
@@ -26,25 +16,9 @@ class Teskdis : public testing::Test {
         Write("A.SI", "Name A; ORDER: A, B, Y; VECTORS:\n10L\n11H\n");
         ASSERT_EQ(Run("teskc -o jasm4 A.PLD").Exit, 0);
     }
-    void TearDown() override { fs::remove_all(folder); }
-
-    void Write(const std::string& name, const std::string& text) { std::ofstream(folder / name) << text; }
-    std::string Read(const std::string& name) {
-        std::ifstream in(folder / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    test::Outcome Run(const std::string& command) {
+        return test::RunShell(Path(), STAGE_DIR "/bin/" + command);
     }
-    // The arguments may redirect.
-    Outcome Run(const std::string& command) {
-        FILE* pipe = popen(("cd " + folder.string() + "; " STAGE_DIR "/bin/" + command).c_str(), "r");
-        Outcome outcome;
-        char part[4096];
-        for (std::size_t n; (n = fread(part, 1, sizeof part, pipe)) > 0;) outcome.Text.append(part, n);
-        const int status = pclose(pipe);
-        if (WIFEXITED(status)) outcome.Exit = WEXITSTATUS(status);
-        return outcome;
-    }
-
-    fs::path folder = fs::path(testing::TempDir()) / ("teskdis" + std::to_string(getpid()));
 };
 
 TEST_F(Teskdis, TheWayBackAndForth) {
@@ -60,7 +34,7 @@ TEST_F(Teskdis, TheWayBackAndForth) {
 
 TEST_F(Teskdis, ReplacesNothingUnasked) {
     const auto design = Read("A.PLD");
-    fs::rename(folder / "A.PLD", folder / "a.pld");
+    std::filesystem::rename(Path() / "A.PLD", Path() / "a.pld");
     EXPECT_EQ(Run("teskdis A.JED").Text, "[7611tc] Error: The result would replace a file: A.PLD\n");
     EXPECT_EQ(Run("teskdis -n a.pld -o A.PLD A.JED").Exit, 1);
     EXPECT_EQ(Run("teskdis -o A.JED A.JED").Exit, 1);
@@ -92,7 +66,7 @@ TEST_F(Teskdis, ExitCodesAndHelp) {
         const auto said = Run("teskdis 2>&1 " + std::string(c.arguments));
         EXPECT_EQ(said.Exit, c.exit) << c.arguments;
         EXPECT_NE(said.Text.find(c.text), std::string::npos) << c.arguments << "\n" << said.Text;
-        EXPECT_FALSE(fs::exists(folder / "B.PLD"));
+        EXPECT_FALSE(Exists("B.PLD"));
     }
 }
 

@@ -1,21 +1,16 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <new>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "base/ToolInterface.h"
 #include "kernel/Host.h"
-#include "kernel/Paths.h"
+#include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace fs = std::filesystem;
 
@@ -29,37 +24,15 @@ struct Sent {
 std::vector<Sent> sent;
 std::function<void(const Sent&)> onSent;  // may throw, as a fault of the chain's own would
 
-std::string FileText(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-void WriteText(const fs::path& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-class Kernel : public ::testing::Test {
+class Kernel : public ::testing::Test, protected doubles::TemporaryFolder {
   protected:
     void SetUp() override {
-        char name[] = "/tmp/KernelTestXXXXXX";
-        folder = mkdtemp(name);
         for (const char* file : {"COUNT8.PLD", "COUNT8.SI"})
             fs::copy(fs::path(DATA_DIR "/Examples") / file, folder);
         sent.clear();
         setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
     }
-    void TearDown() override {
-        fs::remove_all(folder);
-        onSent = nullptr;
-    }
-
-    // The folder as the desktop names it.
-    std::string DriveForm(const std::string& name) const {
-        std::string path = "C:" + folder.string() + "/" + name;
-        for (char& c : path)
-            if (c == '/') c = '\\';
-        return path;
-    }
+    void TearDown() override { onSent = nullptr; }
 
     std::int32_t Call(const char* library, const char* entry, const std::string& design,
                       const std::string& options, const std::string& device = "virtual") {
@@ -79,16 +52,18 @@ class Kernel : public ::testing::Test {
     }
 
     std::string Run(const std::string& arguments, int& code, const std::string& program = "teskc") const {
-        const std::string line =
-            "cd " + folder.string() + " && " STAGE_DIR "/bin/" + program + " " + arguments + " 2>&1";
-        std::FILE* pipe = popen(line.c_str(), "r");
-        std::string text;
-        for (int c; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
-        code = WEXITSTATUS(pclose(pipe));
-        return text;
+        const auto done = test::RunShell(folder, STAGE_DIR "/bin/" + program + " " + arguments + " 2>&1");
+        code = done.Exit;
+        return done.Text;
+    }
+    std::size_t Hidden() const {
+        std::size_t hidden = 0;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+            hidden += entry.path().filename().string().starts_with(".") ? 1 : 0;
+        return hidden;
     }
 
-    fs::path folder;
+    const fs::path folder = Path();
 };
 
 std::size_t Count(std::uint32_t message) {
@@ -108,9 +83,9 @@ extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message
 }
 
 TEST_F(Kernel, CompilesAndSimulatesADesignNamedInDriveForm) {
-    EXPECT_EQ(Call("teskk.dll", "TeskkVB", DriveForm("count8"), "axlbsm4"), 0);
+    EXPECT_EQ(Call("teskk.dll", "TeskkVB", Logic("count8"), "axlbsm4"), 0);
     for (const char* output : {"LST", "DOC", "ABS", "PLA", "SO", "VCD"})
-        EXPECT_FALSE(FileText(folder / (std::string("count8.") + output)).empty()) << output;
+        EXPECT_FALSE(Read(std::string("count8.") + output).empty()) << output;
     EXPECT_EQ(Count(base::msgError), 0u);
     EXPECT_EQ(sent.front().Message, 101u);
     EXPECT_EQ(sent.front().Handle, 11u);
@@ -118,14 +93,14 @@ TEST_F(Kernel, CompilesAndSimulatesADesignNamedInDriveForm) {
 }
 
 TEST_F(Kernel, SimulatorTellsAMismatch) {
-    ASSERT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "a"), 0);
-    std::string vectors = FileText(folder / "COUNT8.SI");
+    ASSERT_EQ(Call("teskk.dll", "TeskkVB", folder / "count8", "a"), 0);
+    std::string vectors = Read("COUNT8.SI");
     vectors.replace(vectors.find("\"02\""), 4, "\"03\"");
-    WriteText(folder / "COUNT8.SI", vectors);
+    Write("COUNT8.SI", vectors);
     sent.clear();
-    EXPECT_EQ(Call("vornk.dll", "VornkVB", DriveForm("COUNT8"), "l"), 1);
+    EXPECT_EQ(Call("vornk.dll", "VornkVB", Logic("COUNT8"), "l"), 1);
     EXPECT_GE(Count(base::msgError), 1u);
-    EXPECT_NE(FileText(folder / "COUNT8.SO").find("Q0"), std::string::npos);
+    EXPECT_NE(Read("COUNT8.SO").find("Q0"), std::string::npos);
 }
 
 // Whatever a stage or an entry throws ends the run as an error with a code of its own; memory is a limit.
@@ -168,7 +143,7 @@ TEST_F(Kernel, FaultsOfOurOwnAreToldAsSuch) {
 
 // Lines go to the list, counts to the status window; each counted message has its line.
 TEST_F(Kernel, ReportsByMessagesOnly) {
-    WriteText(folder / "BAD.PLD", "Name Bad;\r\nPIN = Y;\r\nY = X;\r\n");
+    Write("BAD.PLD", "Name Bad;\r\nPIN = Y;\r\nY = X;\r\n");
     EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "BAD", "lam4j"), 1);
     EXPECT_EQ(Count(base::msgError), 1u);
     EXPECT_EQ(Count(base::msgWarning), 1u);  // the rest of the header
@@ -181,8 +156,8 @@ TEST_F(Kernel, ReportsByMessagesOnly) {
         EXPECT_EQ(one.Text[7], ']');
     }
     EXPECT_EQ(lines, 2u);
-    EXPECT_FALSE(fs::exists(folder / "BAD.ABS"));
-    EXPECT_NE(FileText(folder / "BAD.LST").find("    3: Y = X;\r\n[1201ta]"), std::string::npos);
+    EXPECT_FALSE(Exists("BAD.ABS"));
+    EXPECT_NE(Read("BAD.LST").find("    3: Y = X;\r\n[1201ta]"), std::string::npos);
 }
 
 TEST_F(Kernel, SameInputSameBytes) {
@@ -191,7 +166,7 @@ TEST_F(Kernel, SameInputSameBytes) {
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "axlbem4"), 0);
         for (std::size_t i = 0; i < std::size(outputs); ++i) {
-            const std::string text = FileText(folder / (std::string("COUNT8.") + outputs[i]));
+            const std::string text = Read(std::string("COUNT8.") + outputs[i]);
             if (round == 0) first.push_back(text);
             EXPECT_EQ(text, first[i]) << outputs[i];
             for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
@@ -211,35 +186,6 @@ TEST_F(Kernel, FullFieldsOfTheRecord) {
     EXPECT_EQ(base::TextOf(field), "COUNT8");
 }
 
-TEST_F(Kernel, NamesAreFoundWithoutRegardToCase) {
-    fs::create_directory(folder / "Sub");
-    WriteText(folder / "Sub" / "b.pld", "1");
-    WriteText(folder / "Sub" / "B.PLD", "2");
-    EXPECT_EQ(kernel::HostPath(DriveForm("SUB\\B.pld")),
-              folder / "Sub" / "B.PLD");  // the first in byte order
-    EXPECT_EQ(kernel::HostPath(DriveForm("SUB\\b.pld")), folder / "Sub" / "b.pld");  // an exact match
-    EXPECT_EQ(kernel::HostPath((folder / "sub" / "New.LST").string()), folder / "Sub" / "New.LST");
-}
-
-// Every example that is installed fits its device, and its vectors find what they expect.
-TEST_F(Kernel, ExamplesCompileAndSimulate) {
-    std::size_t designs = 0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(DATA_DIR "/Examples")) {
-        fs::copy(entry.path(), folder, fs::copy_options::skip_existing);
-        designs += entry.path().extension() == ".PLD" ? 1 : 0;
-    }
-    EXPECT_GE(designs, 8u);
-    for (const fs::directory_entry& entry : fs::directory_iterator(DATA_DIR "/Examples")) {
-        if (entry.path().extension() != ".PLD") continue;
-        int code = -1;
-        const std::string lines = Run("-o jaxflsm4 " + entry.path().filename().string(), code);
-        EXPECT_EQ(lines.find("Warning"), std::string::npos) << lines;
-        EXPECT_EQ(code, 0) << entry.path();
-        const std::string jedec = FileText(folder / entry.path().stem().concat(".JED"));
-        EXPECT_NE(jedec.find("V0001 "), std::string::npos) << entry.path();
-    }
-}
-
 // The driver clears the outputs before it simulates: the simulator's kernel makes what it needs, as the
 // design was compiled last.
 TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
@@ -247,13 +193,13 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
         for (const char* name : {"COUNT8.ABS", "COUNT8.JED", "Count8.JED", "COUNT8.SO"})
             fs::remove(folder / name);
         sent.clear();
-        EXPECT_EQ(Call("vornk.dll", "VornkVB", DriveForm("COUNT8"), "lj", "&"), 0);
+        EXPECT_EQ(Call("vornk.dll", "VornkVB", Logic("COUNT8"), "lj", "&"), 0);
         EXPECT_EQ(Count(base::msgError), 0u);
-        EXPECT_FALSE(FileText(folder / "COUNT8.SO").empty());
+        EXPECT_FALSE(Read("COUNT8.SO").empty());
     };
     simulate();
-    EXPECT_NE(FileText(folder / "COUNT8.JED").find("V0001 "), std::string::npos);
-    EXPECT_NE(FileText(folder / "COUNT8.JED").find("G0*"), std::string::npos);
+    EXPECT_NE(Read("COUNT8.JED").find("V0001 "), std::string::npos);
+    EXPECT_NE(Read("COUNT8.JED").find("G0*"), std::string::npos);
     EXPECT_TRUE(std::any_of(sent.begin(), sent.end(), [](const Sent& one) {
         return one.Text == "[4202tc] Warning: Options of the last compile are not known: COUNT8.JED has kbm4";
     }));
@@ -261,7 +207,7 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
     for (const char* letters : {"jngm2", "jgm4"}) {
         Run(std::string("-o ") + letters + " COUNT8.PLD", code);
         simulate();
-        const std::string jedec = FileText(folder / (letters[1] == 'n' ? "Count8.JED" : "COUNT8.JED"));
+        const std::string jedec = Read(letters[1] == 'n' ? "Count8.JED" : "COUNT8.JED");
         EXPECT_NE(jedec.find("G1*"), std::string::npos) << letters;
         EXPECT_NE(jedec.find("V0001 "), std::string::npos) << letters;
         EXPECT_EQ(Count(base::msgWarning), 0u) << letters;
@@ -272,7 +218,7 @@ TEST_F(Kernel, SimulatesAfterTheOutputsWereCleared) {
 TEST_F(Kernel, OutputsReplaceOldFilesAsTheEditorDoes) {
     fs::create_directory(folder / "out");
     for (const char* name : {"real.jed", "twin.lst", "COUNT8.ABS", "COUNT8.PLA"})
-        WriteText(folder / "out" / name, "old");
+        Write("out/" + std::string(name), "old");
     fs::create_symlink("out/real.jed", folder / "COUNT8.JED");
     fs::create_hard_link(folder / "out/twin.lst", folder / "COUNT8.LST");
     fs::rename(folder / "out/COUNT8.ABS", folder / "COUNT8.ABS");
@@ -286,72 +232,66 @@ TEST_F(Kernel, OutputsReplaceOldFilesAsTheEditorDoes) {
         std::string::npos)
         << lines;
     EXPECT_EQ(code, 1);
-    EXPECT_EQ(FileText(folder / "COUNT8.PLA"), "old");
+    EXPECT_EQ(Read("COUNT8.PLA"), "old");
     EXPECT_TRUE(fs::is_symlink(folder / "COUNT8.JED"));
-    EXPECT_NE(FileText(folder / "out/real.jed").find("QF"), std::string::npos);
-    EXPECT_NE(FileText(folder / "out/twin.lst").find("Listing"), std::string::npos);
+    EXPECT_NE(Read("out/real.jed").find("QF"), std::string::npos);
+    EXPECT_NE(Read("out/twin.lst").find("Listing"), std::string::npos);
     EXPECT_EQ(fs::status(folder / "COUNT8.ABS").permissions(), fs::perms(0604));
-    std::size_t hidden = 0;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
-        hidden += entry.path().filename().string().starts_with(".") ? 1 : 0;
-    EXPECT_EQ(hidden, 0u);
+    EXPECT_EQ(Hidden(), 0u);
 }
 
 // Option "n" names the JEDEC file by the header; the vectors go into that file.
 TEST_F(Kernel, JedecFileTakesTheNameOfTheHeader) {
-    std::string design = FileText(folder / "COUNT8.PLD");
-    WriteText(folder / "COUNT8.PLD", design.replace(design.find("Count8"), 6, "My-Part"));
-    std::string vectors = FileText(folder / "COUNT8.SI");
-    WriteText(folder / "COUNT8.SI", vectors.replace(vectors.find("Count8"), 6, "My-Part"));
+    std::string design = Read("COUNT8.PLD");
+    Write("COUNT8.PLD", design.replace(design.find("Count8"), 6, "My-Part"));
+    std::string vectors = Read("COUNT8.SI");
+    Write("COUNT8.SI", vectors.replace(vectors.find("Count8"), 6, "My-Part"));
     int code = -1;
     const std::string lines = Run("-o jasnm4 COUNT8.PLD", code);
     EXPECT_EQ(code, 0) << lines;
-    EXPECT_NE(FileText(folder / "My-Part.JED").find("V0001 "), std::string::npos) << lines;
-    EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
+    EXPECT_NE(Read("My-Part.JED").find("V0001 "), std::string::npos) << lines;
+    EXPECT_FALSE(Exists("COUNT8.JED"));
 }
 
 // More vectors than are kept in memory: the results are whole, and nothing else is left in the folder.
 TEST_F(Kernel, LongSimulations) {
-    const std::string vectors = FileText(folder / "COUNT8.SI");
+    const std::string vectors = Read("COUNT8.SI");
     std::string text = vectors.substr(0, vectors.find("$MSG"));
     for (int count = 1; count <= 60000; ++count) {
         char line[40];
         std::snprintf(line, sizeof line, "C 1 0 1 '00' \"%02X\" *\r\n", count & 255);
         text += count == 1 ? "0 0 0 1 '00' \"00\" L\r\n" + std::string(line) : line;
     }
-    WriteText(folder / "COUNT8.SI", text);
+    Write("COUNT8.SI", text);
     EXPECT_EQ(Call("teskk.dll", "TeskkVB", folder / "COUNT8", "jlas", "&"), 0);
     EXPECT_EQ(Count(base::msgError) + Count(base::msgWarning), 0u);
-    const std::string so = FileText(folder / "COUNT8.SO");
+    const std::string so = Read("COUNT8.SO");
     EXPECT_NE(so.find("60000: C 1 0 1  00000000  LHLHHHHH L\r\n60001: C 1 0 1  00000000  LHHLLLLL L\r\n"),
               so.npos);
     EXPECT_TRUE(so.ends_with("\r\n\r\n60001 vectors, 0 mismatches\r\n"));
-    EXPECT_TRUE(FileText(folder / "COUNT8.VCD").ends_with("#6000100\r\n"));
-    EXPECT_NE(FileText(folder / "COUNT8.JED").find("QV60001*"), std::string::npos);
+    EXPECT_TRUE(Read("COUNT8.VCD").ends_with("#6000100\r\n"));
+    EXPECT_NE(Read("COUNT8.JED").find("QV60001*"), std::string::npos);
     std::size_t told = 0;
     for (const Sent& one : sent) told += one.Message == base::msgInfo && one.Text == "50000 vectors" ? 1 : 0;
     EXPECT_EQ(told, 1u);
-    std::size_t hidden = 0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        hidden += entry.path().filename().string().starts_with(".") ? 1 : 0;
-    EXPECT_EQ(hidden, 0u);
-    WriteText(folder / "COUNT8.SO", "old");
+    EXPECT_EQ(Hidden(), 0u);
+    Write("COUNT8.SO", "old");
     fs::permissions(folder / "COUNT8.SO", fs::perms(0444));
     sent.clear();
     EXPECT_EQ(Call("vornk.dll", "VornkVB", folder / "COUNT8", "l"), 1);
     EXPECT_EQ(Count(base::msgError), 1u);
-    EXPECT_EQ(FileText(folder / "COUNT8.SO"), "old");
+    EXPECT_EQ(Read("COUNT8.SO"), "old");
 }
 
 // A design that does not fit: its terms can be read, its fuses are not those of an earlier run.
 TEST_F(Kernel, FailureLeavesNoOldFuses) {
     int code = -1;
     Run("-o jxlm4 COUNT8.PLD", code);
-    ASSERT_TRUE(fs::exists(folder / "COUNT8.JED"));
+    ASSERT_TRUE(Exists("COUNT8.JED"));
     EXPECT_NE(Run("-o jxlm4 -d G16V8 COUNT8.PLD", code).find("Error"), std::string::npos);
     EXPECT_EQ(code, 1);
-    EXPECT_FALSE(fs::exists(folder / "COUNT8.JED"));
-    EXPECT_NE(FileText(folder / "COUNT8.DOC").find("Q7.D =>"), std::string::npos);
+    EXPECT_FALSE(Exists("COUNT8.JED"));
+    EXPECT_NE(Read("COUNT8.DOC").find("Q7.D =>"), std::string::npos);
 }
 
 TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
@@ -362,9 +302,9 @@ TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
         lines.ends_with("\n[4000tc] Written: COUNT8.DOC, COUNT8.PLA, COUNT8.ABS, COUNT8.LST for virtual\n"))
         << lines;
     EXPECT_EQ(code, 0);
-    WriteText(folder / "BAD.PLD",
-              "Name B; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n"
-              "PIN = Y;\nY = X;\n");
+    Write("BAD.PLD",
+          "Name B; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device virtual;\n"
+          "PIN = Y;\nY = X;\n");
     EXPECT_EQ(Run("-o l BAD.PLD", code), "[1201ta] Error: Unknown name: \"X\" (BAD.PLD line 3 column 5)\n");
     EXPECT_EQ(Run("--gnu -o l ./BAD.PLD", code), "./BAD.PLD:3:5: error: Unknown name: \"X\" [1201ta]\n");
     EXPECT_EQ(code, 1);
@@ -386,8 +326,8 @@ TEST_F(Kernel, CommandLineTellsErrorsByItsCode) {
 TEST_F(Kernel, CommandLineWorksOnStandardStreams) {
     int code = -1;
     Run("-o bjlm4 COUNT8.PLD", code);
-    WriteText(folder / "BAD.PLD", "Name B;\nPIN = Y;\nY = X;\n");
-    WriteText(folder / "WHOLE.PLD", "$INCLUDE COUNT8.PLD\n");
+    Write("BAD.PLD", "Name B;\nPIN = Y;\nY = X;\n");
+    Write("WHOLE.PLD", "$INCLUDE COUNT8.PLD\n");
     const std::size_t before = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     const struct {
         const char* Arguments;
@@ -402,10 +342,8 @@ TEST_F(Kernel, CommandLineWorksOnStandardStreams) {
     for (const auto& test : cases) {
         Run(std::string(test.Arguments) + " >OUT 2>LIST #", code);
         EXPECT_EQ(code, test.Code) << test.Arguments;
-        EXPECT_EQ(FileText(folder / "OUT"), test.Result == nullptr ? "" : FileText(folder / test.Result))
-            << test.Arguments;
-        EXPECT_NE(FileText(folder / "LIST").find(test.Message), std::string::npos)
-            << FileText(folder / "LIST");
+        EXPECT_EQ(Read("OUT"), test.Result == nullptr ? "" : Read(test.Result)) << test.Arguments;
+        EXPECT_NE(Read("LIST").find(test.Message), std::string::npos) << Read("LIST");
     }
     const std::size_t after = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     EXPECT_EQ(after, before + 2);
@@ -417,21 +355,21 @@ TEST_F(Kernel, TeskproveComparesFusesWithTheDesign) {
         "Name P; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device G22V10;\n"
         "PIN 1 = CLK; PIN = [A, B]; PIN = !Y; PIN = Q; PINNODE = N;\n"
         "N = A & !B; Y = N # Q; Q.T = A $ B; Q.CE = N;\n";
-    WriteText(folder / "P.PLD", design);
+    Write("P.PLD", design);
     int code = -1;
     Run("-o jm4 P.PLD", code);
-    const std::string map = FileText(folder / "P.JED");
+    const std::string map = Read("P.JED");
     ASSERT_NE(map.find("*\r\nN PIN 23 Y*\r\n"), std::string::npos) << map;
     std::string bare = map;
     for (std::size_t at = 0; (at = bare.find("\nN ")) != bare.npos;)
         bare.erase(at + 1, bare.find('\n', at + 1) - at);
-    WriteText(folder / "BARE.JED", bare);
+    Write("BARE.JED", bare);
     std::string flipped = map;
     const std::size_t fuse = flipped.find("01", flipped.find("\nL"));
     flipped.replace(fuse, 2, "11");
-    WriteText(folder / "FLIP.JED", flipped);
-    WriteText(folder / "CUT.JED", map.substr(0, map.find("*\r\nC")));
-    WriteText(folder / "WRONG.PLD", design + "B = X;\n");
+    Write("FLIP.JED", flipped);
+    Write("CUT.JED", map.substr(0, map.find("*\r\nC")));
+    Write("WRONG.PLD", design + "B = X;\n");
     const struct {
         const char* Arguments;
         const char* Says;

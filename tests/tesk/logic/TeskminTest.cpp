@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <fstream>
 #include <regex>
 
 #include "support/Shell.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
@@ -14,16 +13,12 @@ Outcome RunTool(const std::string& arguments) {
     return test::RunShell(std::string(TESKMIN) + " " + arguments);
 }
 
-std::string Write(const std::string& name, const std::string& text) {
-    const std::string path = testing::TempDir() + "teskmin_" + std::to_string(getpid()) + name;
-    std::ofstream(path) << text;
-    return path;
-}
-
 }  // namespace
 
 TEST(Teskmin, CoverReportAndExitCodes) {
-    const std::string file = Write("a.pla", ".i 2\n.o 2\n.ilb a b\n.ob x y\n10 11\n11 10\n01 0-\n.e\n");
+    const doubles::TemporaryFolder folder;
+    const std::string file = (folder.Path() / "a.pla").string(), bad = (folder.Path() / "b.pla").string();
+    folder.Write("a.pla", ".i 2\n.o 2\n.ilb a b\n.ob x y\n10 11\n11 10\n01 0-\n.e\n");
     const Outcome cover = RunTool(file + " 2>/dev/null");
     EXPECT_EQ(cover.Exit, 0);
     EXPECT_EQ(cover.Text, ".i 2\n.o 2\n.ilb a b\n.ob x y\n.type f\n.p 2\n10 01\n1- 10\n.e\n");
@@ -33,7 +28,7 @@ TEST(Teskmin, CoverReportAndExitCodes) {
         << report.Text;
     EXPECT_EQ(RunTool("-m2 " + file + " 2>/dev/null").Exit, 0);
 
-    const std::string bad = Write("b.pla", ".i 2\n.o 1\n1x 1\n");
+    folder.Write("b.pla", ".i 2\n.o 1\n1x 1\n");
     const Outcome error = RunTool(bad + " 2>&1");
     EXPECT_EQ(error.Exit, 1);
     EXPECT_EQ(error.Text, "teskmin: " + bad + ": line 3: 'x' is no input of a row\n");

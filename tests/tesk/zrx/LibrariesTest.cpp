@@ -3,18 +3,16 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 #include "base/PartitionInterface.h"
 #include "base/PosixFile.h"
 #include "kernel/Host.h"
+#include "support/TemporaryFolder.h"
 #include "tesk/front/Support.h"
 #include "zrx/Database.h"
 #include "zrx/Options.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct Sent {
     std::uint32_t Handle;
@@ -32,16 +30,14 @@ extern "C" std::int32_t SendMessageA(std::uint32_t handle, std::uint32_t message
 
 // As the desktop calls them: each loaded for its call, lines to two windows, files in drive form.
 TEST(Libraries, FindListAndWrite) {
-    char name[] = "/tmp/ZrxTestXXXXXX";
-    const fs::path folder = mkdtemp(name);
+    const doubles::TemporaryFolder folder;
     const auto compiled =
         Compile("PIN = [A7..0]; PIN = [Y15..0]; [Y15..8] = [A7..0] & A0; [Y7..0] = [A7..0] # A1;", "x");
     for (const char* extension : {".PLD", ".DOC"})
-        std::ofstream(folder / (std::string("T") + extension), std::ios::binary) << compiled->Text(extension);
-    fs::copy(ZRX_DIR "/zrxlib.db", folder);
-    std::ofstream(folder / "TEMP.DEV") << "G16V8A\r\n";
-    std::string drive = "C:" + folder.string() + "\\";
-    std::replace(drive.begin(), drive.end(), '/', '\\');
+        folder.Write(std::string("T") + extension, compiled->Text(extension));
+    std::filesystem::copy(ZRX_DIR "/zrxlib.db", folder.Path());
+    folder.Write("TEMP.DEV", "G16V8A\r\n");
+    const std::string drive = folder.Logic() + "\\";
     base::ZrxRecord record{11, 22, {}, {}, {}, {}};
     base::SetText(record.szOptions, "-nfProojTsa1N1c2p3u100m005l025t00:00:55");
     base::SetText(record.szDesign, drive + "T");
@@ -61,12 +57,11 @@ TEST(Libraries, FindListAndWrite) {
     call("zrxlist");
     ASSERT_EQ(sent.back().Handle, 22u);
     EXPECT_EQ(sent.back().Text, "G16V8A*2" + std::string(52, ' ') + "     180     220 ");
-    std::ofstream(folder / "solution.slf") << "G16V8A*2\r\n";
+    folder.Write("solution.slf", "G16V8A*2\r\n");
     base::SetText(record.szOptions, "-rjof");
     base::SetText(record.szDeviceFile, drive + "solution.slf");
     call("zrxpld");
-    for (const char* file : {"T_1.PLD", "T_2.PLD", "T.ZRP"}) EXPECT_TRUE(fs::exists(folder / file)) << file;
-    fs::remove_all(folder);
+    for (const char* file : {"T_1.PLD", "T_2.PLD", "T.ZRP"}) EXPECT_TRUE(folder.Exists(file)) << file;
 }
 
 // Every name of the dialog has figures, the editor finds the 61 records that it writes, and what it writes
