@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <map>
 #include <sstream>
 
@@ -21,7 +20,7 @@ unsigned Value(const Bits& bits) {
     return value;
 }
 
-// A device behind its JTAG port, clock by clock.
+// A device behind its JTAG port.
 class Chip {
   public:
     Chip(std::uint32_t id, unsigned width) : id_(id), width_(width) {}
@@ -29,26 +28,27 @@ class Chip {
     std::map<unsigned, Bits> Words;
     std::vector<unsigned> Order;  // addresses as they were programmed
     bool Enabled = false;
+    bool Idle = false;
 
-    bool Clock(bool tms, bool tdi) {
-        const bool out = (state_ == ShiftDr || state_ == ShiftIr) && !shift_.empty() && shift_.front();
-        if (state_ == ShiftDr || state_ == ShiftIr) {
-            shift_.pop_front();
-            shift_.push_back(tdi);
-        }
-        state_ = next[state_][tms];
-        if (state_ == CaptureDr) Load(Captured());
-        if (state_ == CaptureIr) Load(Bits(10));
-        if (state_ == UpdateIr) {
-            instruction_ = Value(Shifted());
+    // Through the register of instructions or that of the present one; what comes out.
+    Bits Shift(bool instruction, const Bits& in) {
+        EXPECT_TRUE(Idle);
+        Bits bits = instruction ? Bits(10) : Captured();
+        const std::size_t width = bits.size();
+        bits.insert(bits.end(), in.begin(), in.end());
+        const auto rest = bits.end() - static_cast<std::ptrdiff_t>(width);
+        if (instruction) {
+            instruction_ = Value({rest, bits.end()});
             erases_ = instruction_ == 0x2B3 || (erases_ && instruction_ == 0x29E);
+        } else {
+            Update({rest, bits.end()});
         }
-        if (state_ == UpdateDr) Update();
-        return out;
+        bits.resize(in.size());
+        return bits;
     }
 
     void Wait(double seconds) {
-        ASSERT_EQ(state_, Idle);
+        EXPECT_TRUE(Idle);
         if (instruction_ == 0x28C && seconds >= 0.02) data_ = Words[address_];
         if (instruction_ != 0x29E || !Enabled) return;
         if (erases_ && seconds >= 0.21) Words.clear();
@@ -60,32 +60,6 @@ class Chip {
     }
 
   private:
-    enum State {
-        Reset,
-        Idle,
-        SelectDr,
-        CaptureDr,
-        ShiftDr,
-        Exit1Dr,
-        PauseDr,
-        Exit2Dr,
-        UpdateDr,
-        SelectIr,
-        CaptureIr,
-        ShiftIr,
-        Exit1Ir,
-        PauseIr,
-        Exit2Ir,
-        UpdateIr
-    };
-    static constexpr State next[16][2] = {
-        {Idle, Reset},       {Idle, SelectDr},    {CaptureDr, SelectIr}, {ShiftDr, Exit1Dr},
-        {ShiftDr, Exit1Dr},  {PauseDr, UpdateDr}, {PauseDr, Exit2Dr},    {ShiftDr, UpdateDr},
-        {Idle, SelectDr},    {CaptureIr, Reset},  {ShiftIr, Exit1Ir},    {ShiftIr, Exit1Ir},
-        {PauseIr, UpdateIr}, {PauseIr, Exit2Ir},  {ShiftIr, UpdateIr},   {Idle, SelectDr}};
-
-    void Load(const Bits& bits) { shift_.assign(bits.begin(), bits.end()); }
-    Bits Shifted() const { return {shift_.begin(), shift_.end()}; }
     Bits Captured() const {
         Bits bits(instruction_ == 0x059   ? 32
                   : instruction_ == 0x280 ? 10
@@ -101,18 +75,16 @@ class Chip {
         const unsigned widths[] = {width_, 32, 4, 16};
         return IsData() ? widths[instruction_ - 0x290] : 1;
     }
-    void Update() {
-        if (instruction_ == 0x280) Enabled = Value(Shifted()) == 0x1B9;
-        if (instruction_ == 0x2A1) address_ = Value(Shifted());
-        if (IsData() && address_ >> 8 == instruction_ - 0x290) data_ = Shifted();
+    void Update(const Bits& bits) {
+        if (instruction_ == 0x280) Enabled = Value(bits) == 0x1B9;
+        if (instruction_ == 0x2A1) address_ = Value(bits);
+        if (IsData() && address_ >> 8 == instruction_ - 0x290) data_ = bits;
     }
 
     std::uint32_t id_;
     unsigned width_;
-    State state_ = Reset;
     unsigned instruction_ = 0, address_ = 0;
     bool erases_ = false;
-    std::deque<bool> shift_;
     Bits data_;
 };
 
@@ -128,7 +100,7 @@ class Player {
             std::string word;
             words >> word;
             if (word == "SIR" || word == "SDR") Shift(word == "SIR", words);
-            if (word == "STATE") Go(line == "STATE RESET;");
+            if (word == "STATE") chip_.Idle = line == "STATE IDLE;";
             if (word == "RUNTEST") {
                 double seconds = 0;
                 words >> word >> seconds;
@@ -139,11 +111,6 @@ class Player {
     int Compared = 0, Differing = 0;
 
   private:
-    void Go(bool reset) {
-        for (int i = 0; i < 5; ++i) chip_.Clock(true, true);
-        if (!reset) chip_.Clock(false, true);
-    }
-
     static Bits FromHex(const std::string& text, std::size_t count) {
         Bits bits;
         for (std::size_t i = text.size(); i-- > 0;)
@@ -160,18 +127,12 @@ class Player {
         std::string name, value;
         words >> count;
         while (words >> name >> value) values[name] = FromHex(value, count);
-        chip_.Clock(true, false);
-        if (instruction) chip_.Clock(true, false);
-        chip_.Clock(false, false);
-        chip_.Clock(false, false);
-        for (std::size_t i = 0; i < count; ++i) {
-            const bool seen = chip_.Clock(i + 1 == count, values["TDI"][i]);
-            if (!values.contains("TDO") || !values["MASK"][i]) continue;
+        const Bits seen = chip_.Shift(instruction, values["TDI"]);
+        for (std::size_t i = 0; i < count && values.contains("TDO"); ++i) {
+            if (!values["MASK"][i]) continue;
             ++Compared;
-            Differing += seen != values["TDO"][i];
+            Differing += seen[i] != values["TDO"][i];
         }
-        chip_.Clock(true, false);
-        chip_.Clock(false, false);
     }
 
     Chip& chip_;
