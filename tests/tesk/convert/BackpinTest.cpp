@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "Support.h"
 #include "convert/Backpin.h"
@@ -12,15 +11,10 @@ namespace {
 namespace fs = std::filesystem;
 using convert::Annotation;
 
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 std::string DocumentOf(const std::string& text) {
-    const auto compiled = CompileWhole(text, "xm4",
-                                       {{"tesk.dl", ReadFile(DATA_DIR "/devices/Fullset.dl")},
-                                        {"Cplds.dl", ReadFile(DATA_DIR "/devices/Cplds.dl")}});
+    const auto compiled = CompileWhole(
+        text, "xm4",
+        {{"tesk.dl", DataText("devices/Fullset.dl")}, {"Cplds.dl", DataText("devices/Cplds.dl")}});
     EXPECT_TRUE(compiled->Run->Ok()) << text;
     return compiled->Text(".DOC");
 }
@@ -39,7 +33,7 @@ TEST(Backpin, GivesBackTheSamePins) {
     int count = 0;
     for (const auto& entry : fs::directory_iterator(DATA_DIR "/Examples")) {
         if (entry.path().extension() != ".PLD") continue;
-        const std::string text = ReadFile(entry.path());
+        const std::string text = DataText("Examples/" + entry.path().filename().string());
         const convert::FitPins fit = convert::ReadFitPins(DocumentOf(text));
         const std::string floated = Annotate(text, Annotation::Float);
         EXPECT_EQ(floated.find("PIN 1"), std::string::npos) << entry.path();

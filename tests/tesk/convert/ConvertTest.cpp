@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <random>
 #include <regex>
@@ -14,17 +13,12 @@ namespace {
 
 using Point = std::map<std::string, bool>;
 
-std::string Cells() {
-    std::ifstream in(DATA_DIR "/Nettrel/NTR.LIB", std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 convert::Conversion Convert(const std::string& converter, const std::string& text) {
     if (converter == "PLA2TESK") return convert::ConvertPla(text, "T");
     if (converter == "PTOT") return convert::ConvertPalasm(text, "T");
     if (converter == "ONTESK") return convert::ConvertOntesk(text, "T");
     if (converter == "TDF2TESK") return convert::ConvertAhdl(text, "T");
-    return convert::ConvertNetlist(text, "T", Cells());
+    return convert::ConvertNetlist(text, "T", DataText("Nettrel/NTR.LIB"));
 }
 
 // The compiled table of a foreign text, for no device.
@@ -116,8 +110,7 @@ TEST(Examples, ComeBackTheSame) {
     std::mt19937 random(11);
     for (const auto& entry : std::filesystem::directory_iterator(DATA_DIR "/Examples")) {
         if (entry.path().extension() != ".PLD") continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(in), {}};
+        const std::string text = DataText("Examples/" + entry.path().filename().string());
         const auto compiled =
             CompileWhole(std::regex_replace(text, std::regex("Device +\\w+"), "Device virtual"), "bcm1");
         const Table first(compiled->Text(".PLA"));
@@ -264,7 +257,7 @@ TEST(Netlist, MeansTheSameInBothForms) {
 
 // Every cell of the library, each pin on a net of its own.
 TEST(Netlist, LibraryCompiles) {
-    const std::string cells = Cells();
+    const std::string cells = DataText("Nettrel/NTR.LIB");
     int count = 0;
     for (std::size_t at = 0; (at = cells.find("CELL ", at)) != std::string::npos; ++count) {
         const std::size_t end = cells.find_first_of(",\r\n", at += 5);

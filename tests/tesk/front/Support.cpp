@@ -1,9 +1,12 @@
 #include "Support.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
+
+#include "base/PosixFile.h"
 
 std::optional<std::string> MemoryFiles::Read(std::string_view path, std::size_t maxBytes) {
     const auto text = Texts.find(std::string(path));
@@ -40,6 +43,8 @@ std::vector<std::string> Compiled::Codes() const {
     return codes;
 }
 
+std::string DataText(const std::string& name) { return base::ReadWhole(DATA_DIR "/" + name, 1u << 24); }
+
 std::unique_ptr<Compiled> CompileWhole(const std::string& text, const std::string& options,
                                        const std::map<std::string, std::string>& others) {
     auto result = std::make_unique<Compiled>();
@@ -67,13 +72,10 @@ std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& op
 
 std::unique_ptr<Compiled> CompileFor(const std::string& device, const std::string& body,
                                      const std::string& options) {
-    const auto library = [](const std::string& name) {
-        std::ifstream in(DATA_DIR "/devices/" + name, std::ios::binary);
-        return std::string{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    };
-    return CompileWhole("Name T; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device " +
-                            device + ";\n" + body,
-                        options, {{"tesk.dl", library("Fullset.dl")}, {"Cplds.dl", library("Cplds.dl")}});
+    return CompileWhole(
+        "Name T; Partno 1; Date 1; Rev 1; Designer 1; Company 1; Assy 1; Loc 1; Device " + device + ";\n" +
+            body,
+        options, {{"tesk.dl", DataText("devices/Fullset.dl")}, {"Cplds.dl", DataText("devices/Cplds.dl")}});
 }
 
 Table::Table(const std::string& text) {
@@ -130,4 +132,16 @@ std::string Column(const Table& table, const std::string& output, const std::vec
         result += table.At(output, point);
     }
     return result;
+}
+
+void ExpectWays(const Compiled& done, const std::vector<Way>& ways) {
+    ASSERT_TRUE(done.Run->Ok()) << done.Lines().front();
+    const Table table(done.Text(".PLA"));
+    for (const auto& [output, inputs, values] : ways) {
+        if (values.empty())
+            EXPECT_EQ(std::count(table.Outputs.begin(), table.Outputs.end(), output), 0) << output;
+        else
+            EXPECT_EQ(Column(table, output, inputs).substr(0, values.size()), values) << output << "\n"
+                                                                                      << done.Text(".PLA");
+    }
 }

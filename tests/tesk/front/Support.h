@@ -27,6 +27,9 @@ struct Compiled {
     std::string Text(const std::string& extension) const { return Files.Texts.at("T" + extension); }
 };
 
+// A file of the installation's data.
+std::string DataText(const std::string& name);
+
 // `body` gets a whole header in front of it (on one line: the body begins in line 2).
 std::unique_ptr<Compiled> Compile(const std::string& body, const std::string& options = "bm1",
                                   const std::map<std::string, std::string>& others = {});
@@ -51,6 +54,15 @@ struct Table {
   private:
     std::size_t Column(const std::string& output) const;
 };
+
+// An output's values from 0 of its inputs on, as Column tells them; empty: there is no such output.
+struct Way {
+    std::string Output;
+    std::vector<std::string> Inputs;
+    std::string Values;
+};
+// What a design without errors computes.
+void ExpectWays(const Compiled& done, const std::vector<Way>& ways);
 
 // One character a value of the inputs, counted up from 0 with the first name as the most significant bit.
 std::string Column(const Table& table, const std::string& output, const std::vector<std::string>& inputs);

@@ -146,18 +146,6 @@ TEST(Expressions, SharedReduction) {
     }
 }
 
-// `!` binds before `&`, that before `#`, that before `$`.
-TEST(Expressions, Binding) {
-    const auto done =
-        Compile("PIN=[A,B,C]; PIN=[W,X,Y,Z];\nW = A # B & C; X = A $ B # C; Y = !A & B; Z = A & B $ C;");
-    const Table table(done->Text(".PLA"));
-    const std::vector<std::string> abc{"A", "B", "C"};
-    EXPECT_EQ(Column(table, "W", abc), "00011111");
-    EXPECT_EQ(Column(table, "X", abc), "01111000");
-    EXPECT_EQ(Column(table, "Y", abc), "00110000");
-    EXPECT_EQ(Column(table, "Z", abc), "01010110");
-}
-
 // Comparisons with lists of 3, by weight, against a plain count.
 TEST(Expressions, Comparisons) {
     struct Case {
@@ -212,33 +200,4 @@ TEST(Expressions, AllRangesOfFourBits) {
             }
         }
     }
-}
-
-TEST(Expressions, ListsMemberByMember) {
-    const auto done = Compile(
-        "PIN=[D1..0]; PIN=G; PIN=[Q1..0]; PIN=[R1..0]; PIN=[S1..0];\nFIELD N=[S1..0];\n"
-        "PIN=[T2..0]; PIN=[U1..0]; FIELD M=[U1..0]; [T2..1,NC] = 4; T0 = 'b'1; M = 1;\n"
-        "[Q1..0] = [D1..0] & G;  [R1..0] = [D1..0] $ 'b'10;  N = !N2; [N21..20] = [D0..1]; N2 = N21 # N20;");
-    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
-    const Table table(done->Text(".PLA"));
-    const std::vector<std::string> in{"D1", "D0", "G"};
-    EXPECT_EQ(Column(table, "Q1", in), "00000101");
-    EXPECT_EQ(Column(table, "Q0", in), "00010001");
-    EXPECT_EQ(Column(table, "R1", in), "11110000");
-    EXPECT_EQ(Column(table, "R0", in), "00110011");
-    for (const auto& [constant, value] :
-         {std::pair("T2", "1"), {"T1", "0"}, {"T0", "1"}, {"U1", "0"}, {"U0", "1"}})
-        EXPECT_EQ(Column(table, constant, {}), value) << constant;
-    EXPECT_EQ(Column(table, "S1", in), "11000000");
-    EXPECT_EQ(Column(table, "S0", in), "11000000");
-}
-
-TEST(Expressions, FunctionsTakeParametersByName) {
-    const auto done = Compile(
-        "PIN=[A,B,C]; PIN=[S,Y];\nFUNCTION half(x, y) { t = x & !y; half = t # !x & y; }\n"
-        "FUNCTION sum(a, b, c) { sum = half(half(a, b), c); }\nS = sum(A, B, C); Y = !half(A, 'b'1);");
-    ASSERT_TRUE(done->Run->Ok()) << done->Lines().front();
-    const Table table(done->Text(".PLA"));
-    EXPECT_EQ(Column(table, "S", {"A", "B", "C"}), "01101001");
-    EXPECT_EQ(Column(table, "Y", {"A"}), "01");
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <random>
 
 #include "Support.h"
@@ -25,12 +26,20 @@ struct Row {
         return Mask != 0 ? (value & Mask) == (Low & Mask) : Low <= value && value <= High;
     }
     std::string Text() const {
-        if (Mask == 0)
-            return "['d'" + std::to_string(Low) + "..'d'" + std::to_string(High) + "] => 'b'" + Out + ";\n";
+        // Numbers as they are by themselves, which is hexadecimal, or with their base.
+        const auto number = [&](unsigned value) {
+            char text[8];
+            std::snprintf(text, sizeof text, Low % 2 != 0 ? "%X" : "'d'%u", value);
+            return std::string(text);
+        };
+        const bool isPlain = Low % 4 == 1 && Out.find('X') == Out.npos;
+        const auto out = isPlain ? std::to_string(std::stoi(Out, nullptr, 2)) : "'b'" + Out;
+        if (Mask == 0) return "[" + number(Low) + ".." + number(High) + "] => " + out + ";\n";
+        if (Mask == 31) return number(Low) + " => " + out + ";\n";
         std::string digits;
         for (int bit = 4; bit >= 0; --bit)
             digits += (Mask >> bit & 1) == 0 ? 'X' : (Low >> bit & 1) != 0 ? '1' : '0';
-        return "'b'" + digits + " => 'b'" + Out + ";\n";
+        return "'b'" + digits + " => " + out + ";\n";
     }
 };
 
@@ -47,7 +56,7 @@ char Expected(const std::vector<Row>& rows, unsigned value, std::size_t output) 
 }
 
 // One way out of a state: under G and H as told, or -1: where no other way of the state holds.
-struct Way {
+struct Transition {
     int When = -1;
     int Next = -1;
     bool Y = false;
@@ -56,7 +65,7 @@ struct Way {
 };
 
 struct RandomMachine {
-    std::map<int, std::vector<Way>> States;
+    std::map<int, std::vector<Transition>> States;
     bool AnyZ = false;
 
     explicit RandomMachine(std::mt19937& dice) {
@@ -65,13 +74,13 @@ struct RandomMachine {
         std::shuffle(values.begin(), values.end(), dice);
         values.resize(static_cast<std::size_t>(count));
         for (int state : values) {
-            std::vector<Way>& ways = States[state];
+            std::vector<Transition>& ways = States[state];
             std::vector<int> whens{0, 1, 2, 3};
             std::shuffle(whens.begin(), whens.end(), dice);
             whens.resize(dice() % 4);
             if (dice() % 2 == 0) whens.push_back(-1);
             for (int when : whens) {
-                Way way{when, values[dice() % values.size()], dice() % 3 == 0, dice() % 4 == 0, false};
+                Transition way{when, values[dice() % values.size()], dice() % 3 == 0, dice() % 4 == 0, false};
                 way.NotZ = !way.Z && dice() % 4 == 0;
                 AnyZ = AnyZ || way.Z;
                 ways.push_back(way);
@@ -84,7 +93,11 @@ struct RandomMachine {
         std::string text;
         for (const auto& [state, ways] : States) {
             text += " PRESENT " + std::to_string(state) + "\n";
-            for (const Way& way : ways) {
+            if (state % 3 == 0 && !HasDefault(ways))
+                text += "  IF NC NEXT " + std::to_string(state) + " OUT Y, W;\n";
+            if (state % 3 == 1) text += "  OUT W;\n";
+            if (state % 3 == 2 && !HasDefault(ways)) text += "  IF G OUT W;\n";
+            for (const Transition& way : ways) {
                 text += way.When < 0 ? std::string("  DEFAULT") : std::string("  IF ") + conditions[way.When];
                 text += " NEXT " + std::to_string(way.Next);
                 if (way.Y || way.Z || way.NotZ)
@@ -99,17 +112,25 @@ struct RandomMachine {
         return text + "}\n";
     }
 
-    const Way* Taken(int state, int input) const {
+    static bool HasDefault(const std::vector<Transition>& ways) {
+        return !ways.empty() && ways.back().When < 0;
+    }
+    bool W(int state, int input) const {
+        const auto entry = States.find(state);
+        if (entry == States.end() || state % 3 == 0) return false;
+        return state % 3 == 1 || (!HasDefault(entry->second) && (input & 2) != 0);
+    }
+    const Transition* Taken(int state, int input) const {
         const auto entry = States.find(state);
         if (entry == States.end()) return nullptr;
-        const Way* otherwise = nullptr;
-        for (const Way& way : entry->second) {
+        const Transition* otherwise = nullptr;
+        for (const Transition& way : entry->second) {
             if (way.When == input) return &way;
             if (way.When < 0) otherwise = &way;
         }
         return otherwise;
     }
-    bool Z(const Way* taken) const {
+    bool Z(const Transition* taken) const {
         return AnyZ ? taken != nullptr && taken->Z : taken == nullptr || !taken->NotZ;
     }
 };
@@ -129,7 +150,8 @@ bool Clocked(const Table& table, const std::string& name, const std::string& kin
 }
 
 std::string Machine(const RandomMachine& machine, const std::string& kind) {
-    return "PIN=[G,H,C]; PIN=[Q2..0]; PIN=[Y,Z]; FIELD S=[Q2..0]; S.CK = C; APPEND Y = 'b'0;\n" +
+    return "PIN=[G,H,C,R]; PIN=[Q2..0]; PIN=[W,Y,Z]; FIELD S=[Q2..0]; S.CK = C; S.AR = R; APPEND W = 'b'0;\n"
+           "APPEND Y = 'b'0;\n" +
            std::string(machine.AnyZ || machine.Text().find('Z') != std::string::npos ? "" : "Z = 'b'1;\n") +
            "SEQUENCE" + kind + " S {\n" + machine.Text();
 }
@@ -168,7 +190,7 @@ TEST(Random, MachinesGoTheirWaysInEveryKindOfRegister) {
     std::mt19937 dice(2027);
     for (int round = 0; round < 120; ++round) {
         const RandomMachine machine(dice);
-        const std::string kind = std::vector<std::string>{"D", "T", "JK", "RS"}[round % 4];
+        const std::string kind = std::vector<std::string>{"", "T", "JK", "RS"}[round % 4];
         const std::string body = Machine(machine, kind);
         const auto done = Compile(body, "bm" + std::to_string(round / 4 % 5));
         ASSERT_TRUE(done->Run->Ok()) << body << done->Lines().front();
@@ -178,15 +200,17 @@ TEST(Random, MachinesGoTheirWaysInEveryKindOfRegister) {
             Point point = PointOf("Q", 3, static_cast<unsigned>(state));
             point["G"] = (input & 2) != 0;
             point["H"] = (input & 1) != 0;
-            const Way* taken = machine.Taken(state, input);
+            const Transition* taken = machine.Taken(state, input);
             int next = 0;
             for (int bit = 0; bit < 3; ++bit)
-                next |= Clocked(table, "Q" + std::to_string(bit), kind, point) ? 1 << bit : 0;
+                next |= Clocked(table, "Q" + std::to_string(bit), kind.empty() ? "D" : kind, point) ? 1 << bit
+                                                                                                    : 0;
             ASSERT_EQ(next, taken != nullptr ? taken->Next
-                            : kind == "D"    ? 0
+                            : kind.empty()   ? 0
                                              : state)
                 << body << state << input;
             ASSERT_EQ(table.At("Y", point) == '1', taken != nullptr && taken->Y) << body;
+            ASSERT_EQ(table.At("W", point) == '1', machine.W(state, input)) << body << state << input;
             ASSERT_EQ(table.At("Z", point) == '1', machine.Z(taken)) << body << state << input;
         }
     }
@@ -196,16 +220,18 @@ TEST(Random, MachinesWithARegisterForEachState) {
     std::mt19937 dice(2028);
     for (int round = 0; round < 60; ++round) {
         const RandomMachine machine(dice);
-        const std::string kind = round % 2 == 0 ? "D" : "T";
+        const std::string kind = std::vector<std::string>{"D", "T", "JK"}[round % 3];
         const std::string body = Machine(machine, kind);
-        const auto done = Compile(body, "bom" + std::to_string(round / 2 % 5));
+        const auto done = Compile(body, "bom" + std::to_string(round / 3 % 5));
         ASSERT_TRUE(done->Run->Ok()) << body << done->Lines().front();
         const Table table(done->Text(".PLA"));
         for (const auto& [state, ways] : machine.States) {
+            EXPECT_EQ(Column(table, "S_" + std::to_string(state) + ".CK", {"C"}), "01") << body;
+            EXPECT_EQ(Column(table, "S_" + std::to_string(state) + ".AR", {"R"}), "01") << body;
             for (int input = 0; input < 4; ++input) {
                 Point point{{"G", (input & 2) != 0}, {"H", (input & 1) != 0}, {"S_0", state != 0}};
                 if (state != 0) point["S_" + std::to_string(state)] = true;
-                const Way* taken = machine.Taken(state, input);
+                const Transition* taken = machine.Taken(state, input);
                 const int next = taken != nullptr ? taken->Next : kind == "D" ? 0 : state;
                 for (const auto& [other, unused] : machine.States) {
                     const bool set = table.At("S_" + std::to_string(other) + ".D", point) == '1';
@@ -215,6 +241,7 @@ TEST(Random, MachinesWithARegisterForEachState) {
                     ASSERT_EQ(table.At("Q" + std::to_string(bit), point) == '1', (state >> bit & 1) != 0)
                         << body;
                 ASSERT_EQ(table.At("Y", point) == '1', taken != nullptr && taken->Y) << body;
+                ASSERT_EQ(table.At("W", point) == '1', machine.W(state, input)) << body << state << input;
                 ASSERT_EQ(table.At("Z", point) == '1', machine.Z(taken)) << body << state << input;
             }
         }
