@@ -167,11 +167,6 @@ TEST(Fitter, WhatDoesNotFitIsToldWithNameNeedAndLimit) {
         EXPECT_NE(fit.Messages[0].Text.find(c.text), std::string::npos) << fit.Messages[0].Text;
         EXPECT_TRUE(fit.Fuses.empty());
     }
-    auto design = MakeDesign("2 A\n12 Y\nY = A\n");
-    design.Fuses = {{2194, true}};
-    EXPECT_EQ(fit::FitDesign(DeviceOf("G16V8"), design, {}).Messages.at(0).Number, "7210tc");
-    design.Fuses = {{2060, true}};
-    EXPECT_TRUE(fit::FitDesign(DeviceOf("G16V8"), design, {}).Fuses[2060]);
 }
 
 TEST(Fitter, PinsOfOneSumTakeOneFunction) {

@@ -45,14 +45,6 @@ TEST(Cube, RelationsAcrossWordBorders) {
     EXPECT_THROW(c.Add(free, "2" + out), base::RunTimeError);
 }
 
-TEST(Cover, EvaluateAgreesWithTheFunction) {
-    const auto parity = [](unsigned p) {
-        return static_cast<unsigned>(std::popcount(p) & 1) | (p == 5 ? 2u : 0u);
-    };
-    const Cover cover = Minterms(6, 2, parity);
-    for (unsigned p = 0; p < 64; ++p) EXPECT_EQ(Value(cover, p), parity(p));
-}
-
 TEST(Check, TautologyContainmentAndComplement) {
     EXPECT_TRUE(IsTautology(Make({{"1-", "11"}, {"0-", "10"}, {"-0", "01"}, {"01", "01"}})));
     EXPECT_FALSE(IsTautology(Make({{"1-", "11"}, {"0-", "10"}, {"-0", "01"}})));

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "base/Text.h"
 
 namespace {
@@ -69,23 +67,6 @@ TEST(AbsFile, FaultsAreToldWithCodeAndLine) {
         ASSERT_EQ(result.Messages.Items().size(), 1u) << c.text;
         EXPECT_EQ(result.Messages.Items()[0].Number, c.code) << c.text;
         EXPECT_EQ(result.Messages.Items()[0].At.Line, c.line) << c.text;
-    }
-}
-
-TEST(AbsFile, ChangedBytesNeverBreakTheReaderAndAcceptedDesignsHoldTogether) {
-    const auto text = sim::WriteAbs(Sample());
-    std::mt19937 random(7);
-    for (int round = 0; round < 3000; ++round) {
-        auto changed = text;
-        for (auto n = 1 + random() % 6; n > 0; --n) {
-            const auto at = random() % changed.size();
-            if (random() % 3 == 0) changed.insert(at, text.substr(random() % text.size(), random() % 30));
-            if (random() % 3 == 0) changed.erase(at, random() % 30);
-            if (!changed.empty()) changed[random() % changed.size()] = static_cast<char>(random());
-        }
-        const auto result = sim::ReadAbs(changed);
-        if (!result.Ok()) continue;
-        EXPECT_EQ(sim::ReadAbs(sim::WriteAbs(result.Design)).Design.Functions, result.Design.Functions);
     }
 }
 
