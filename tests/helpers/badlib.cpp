@@ -107,8 +107,6 @@ void Obey(const std::string& order, const Run& run) {
     if (order == "box") Box(run);
     if (order == "thread") OtherThread(run);
     if (order == "fork") Fork(run);
-    if (order == "tell")
-        for (long i = 0; i < run.Number; ++i) run.Tell(101, std::to_string(i).c_str());
     if (order == "hang") {
         for (long i = 0; i < run.Number; ++i) run.Tell(101, "before");
         Hang();
@@ -148,5 +146,3 @@ extern "C" std::int32_t TeskkVB(void* address) {
     Obey(options.substr(0, blank), run);
     return -5;
 }
-
-extern "C" std::int32_t VornkVB(void* address) { return TeskkVB(address); }

@@ -86,10 +86,6 @@ TEST_F(FormBase, EscapeTheButtonAndTheTitleBarCancel) {
     }
 }
 
-TEST_F(FormBase, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([] { return std::make_unique<frmSample>(); }), "");
-}
-
 // The check that all forms go through finds what it is for.
 TEST_F(FormBase, FaultsOfAFormAreFound) {
     EXPECT_EQ(doubles::FormFaults([] {
@@ -102,24 +98,6 @@ TEST_F(FormBase, FaultsOfAFormAreFound) {
                   return form;
               }),
               "cut: &Name:|cut: Two|no name: chkKeep|no Tab: cmdApply|pale: Label2|");
-}
-
-TEST_F(FormBase, TellsOfControlsThatAUserDoesNotSee) {
-    const auto fault = [](const std::function<void()>& action) -> std::string {
-        try {
-            action();
-        } catch (const std::exception& error) {
-            return error.what();
-        }
-        return {};
-    };
-    EXPECT_EQ(fault([&] { Click("opt0"); }), "opt0 is not shown now");
-    EXPECT_TRUE(
-        fault([&] { Click("chkKeeps"); }).starts_with("frmSample has no such control: chkKeeps. It has: "));
-    EXPECT_EQ(fault([&] { ClickTab("SSTab1", "Third"); }), "SSTab1 shows no tab Third");
-    ClickTab("SSTab1", "Second");
-    Click("opt0");
-    EXPECT_TRUE(Control<QAbstractButton>("opt0").isChecked());
 }
 
 TEST_F(FormBase, ModalFormsAreDrivenWhileTheyAreOpen) {
