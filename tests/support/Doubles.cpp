@@ -1,5 +1,7 @@
 #include "support/Doubles.h"
 
+#include <utility>
+
 #include "base/RunTimeError.h"
 #include "base/modLib.h"
 
@@ -16,6 +18,12 @@ std::optional<T> Next(std::deque<std::optional<T>>& script) {
 
 }  // namespace
 
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string all;
+    for (const std::string& text : texts) all += text + "|";
+    return all;
+}
+
 platform::Answer Dialogs::MessageBox(const platform::MessageBoxRequest& request) {
     Shown.push_back(request);
     if (!Answers.empty()) {
@@ -26,6 +34,12 @@ platform::Answer Dialogs::MessageBox(const platform::MessageBoxRequest& request)
     const bool asksYes =
         request.Choice == platform::Buttons::YesNo || request.Choice == platform::Buttons::YesNoCancel;
     return asksYes ? platform::Answer::Yes : platform::Answer::Ok;
+}
+
+std::string Dialogs::TakeTexts() {
+    std::string all;
+    for (const auto& box : std::exchange(Shown, {})) all += box.Text + "|";
+    return all;
 }
 
 std::optional<std::string> Dialogs::InputBox(const std::string&, const std::string&, const std::string&) {
@@ -39,10 +53,7 @@ std::optional<std::string> Dialogs::SaveFile(const platform::FileDialogRequest& 
     FileRequests.push_back(request);
     return Next(Files);
 }
-std::optional<platform::FontChoice> Dialogs::ChooseFont(const platform::FontChoice& preset) {
-    FontPresets.push_back(preset);
-    return Next(Fonts);
-}
+std::optional<platform::FontChoice> Dialogs::ChooseFont(const platform::FontChoice&) { return Next(Fonts); }
 std::optional<std::int32_t> Dialogs::ChooseColor(std::int32_t) { return Next(Colors); }
 
 std::optional<int> Printers::Choose(int flags) {
@@ -100,7 +111,6 @@ bool Registry::SetNumber(Key key, std::string_view name, std::uint32_t value) {
 Processes::Id Processes::Start(const std::string& commandLine) {
     if (FailWith != 0) throw base::RunTimeError(FailWith);
     Started.push_back(commandLine);
-    if (OnStart) OnStart(commandLine);
     return static_cast<Id>(Started.size());
 }
 

@@ -8,11 +8,26 @@
 #include <variant>
 #include <vector>
 
+#include "base/RunTimeError.h"
 #include "platform/Host.h"
 #include "support/TemporaryFolder.h"
 
 // Stand-ins for the desktop system: they keep what was shown or asked, and answer as a test has scripted.
 namespace doubles {
+
+// The number of the run-time error that the call raises; 0 for none.
+template <class Call>
+int ErrorOf(const Call& call) {
+    try {
+        call();
+    } catch (const base::RunTimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+// "one|two|"
+std::string Joined(const std::vector<std::string>& texts);
 
 class Dialogs : public platform::Dialogs {
   public:
@@ -23,7 +38,6 @@ class Dialogs : public platform::Dialogs {
     std::deque<std::optional<std::string>> Inputs;  // of input boxes; then cancelled
     std::deque<std::optional<platform::FontChoice>> Fonts;
     std::deque<std::optional<std::int32_t>> Colors;
-    std::vector<platform::FontChoice> FontPresets;
 
     platform::Answer MessageBox(const platform::MessageBoxRequest& request) override;
     std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override;
@@ -33,6 +47,7 @@ class Dialogs : public platform::Dialogs {
     std::optional<std::int32_t> ChooseColor(std::int32_t preset) override;
 
     std::string LastText() const { return Shown.empty() ? "" : Shown.back().Text; }
+    std::string TakeTexts();  // of all boxes since the last call: "one|two|"
 };
 
 class Registry : public platform::Registry {
@@ -74,7 +89,6 @@ class Processes : public platform::Processes {
   public:
     std::vector<std::string> Started;
     int FailWith = 0;  // error number that Start raises, 0 for none
-    std::function<void(const std::string&)> OnStart;
     std::function<void()> OnWait;
 
     Id Start(const std::string& commandLine) override;
@@ -188,27 +202,13 @@ class Printers : public platform::Printers {
     void Print(platform::RichTextBox& text) override { OnPrint(text); }
 };
 
-// Hands a test what the program listens with, and what it plays.
 class InputJournal : public platform::InputJournal {
-  public:
-    std::function<void(const platform::InputEvent&)> Take;
-    std::function<void()> OnBreak;
-    std::function<std::optional<platform::InputEvent>()> Next;
-    bool Works = true;
-    int Centred = 0;
-
-    bool Record(std::function<void(const platform::InputEvent&)> take,
-                std::function<void()> onBreak) override {
-        Take = std::move(take);
-        OnBreak = std::move(onBreak);
-        return Works;
+    bool Record(std::function<void(const platform::InputEvent&)>, std::function<void()>) override {
+        return true;
     }
-    bool Play(std::function<std::optional<platform::InputEvent>()> next) override {
-        Next = std::move(next);
-        return Works;
-    }
+    bool Play(std::function<std::optional<platform::InputEvent>()>) override { return true; }
     void Stop() override {}
-    void CentrePointer() override { ++Centred; }
+    void CentrePointer() override {}
 };
 
 // All of them with a real file system that the test gives.

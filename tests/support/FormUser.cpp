@@ -158,6 +158,10 @@ void FormUser::Click(const std::string& name) {
     QTest::mouseClick(&control, Qt::LeftButton, {}, isButton ? QPoint(inset, inset) : QPoint());
 }
 
+void FormUser::ClickEach(const std::vector<std::string>& names) {
+    for (const std::string& name : names) Click(name);
+}
+
 void FormUser::ClickLine(const std::string& name, int row, bool isDouble) {
     ShownControl(name);
     auto& view = Control<QAbstractItemView>(name);

@@ -28,6 +28,7 @@ class FormUser {
     std::string Texts(const std::vector<std::string>& names);  // "one|two|"
 
     void Click(const std::string& name);
+    void ClickEach(const std::vector<std::string>& names);
     void ClickLine(const std::string& name, int row, bool isDouble = false);  // row of the top level
     void ClickTab(const std::string& name, const std::string& caption);
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});  // at the control that has the focus
@@ -61,6 +62,11 @@ QString CaptionOn(const QWidget& control);
 // them ("no name"), or that Tab does not reach ("no Tab"); texts that are hard to read on a dark desktop
 // ("pale").
 std::string FormFaults(const std::function<std::unique_ptr<QWidget>()>& make);
+
+template <class Form, class... Values>
+std::string FormFaults(Values&&... values) {
+    return FormFaults([&] { return std::make_unique<Form>(values...); });
+}
 
 // The first of these alone, of a window that stands.
 std::string NamelessControls(QWidget& form);

@@ -6,6 +6,7 @@
 
 #include "platform/RichTextBox.h"
 #include "session/App.h"
+#include "support/Doubles.h"
 
 // Stand-ins for the rooms of the program that the tested one calls: the hall and a document.
 namespace doubles {
@@ -71,6 +72,16 @@ class Hall : public session::Hall,
     void Note(std::string call) { Calls.push_back(std::move(call)); }
 };
 
+// A session on stand-ins for the desktop and the rooms, for a fixture to derive from.
+template <class FileSystem, class RoomsOfIt = Hall>
+struct Bench {
+    FileSystem Files;
+    Desktop Desk{Files};
+    session::Session State;
+    RoomsOfIt Hall;
+    session::App App{State, Desk.Host, Hall};
+};
+
 // A text without formatting, selection or history.
 class PlainTextBox : public platform::RichTextBox {
   public:
@@ -111,12 +122,10 @@ class PlainTextBox : public platform::RichTextBox {
 class Document : public session::Document {
   public:
     PlainTextBox Box;
-    int MenusUpdated = 0;
-    int Fronted = 0;
 
     platform::RichTextBox& txtText() override { return Box; }
-    void UpdateMenus() override { ++MenusUpdated; }
-    void BringToFront() override { ++Fronted; }
+    void UpdateMenus() override {}
+    void BringToFront() override {}
     bool Unload() override { return true; }
 
   protected:
