@@ -5,8 +5,6 @@
 #include <QTabWidget>
 #include <memory>
 
-#include "base/RunTimeError.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -14,7 +12,7 @@
 
 namespace {
 
-struct CompilerWindow : testing::Test, doubles::FormUser {
+struct CompilerWindow : testing::Test, doubles::Bench<doubles::MemoryFiles>, doubles::FormUser {
     CompilerWindow() {
         State.LibraryName = "C:\\lib\\Tesk.dl";
         State.WorkDir = "C:\\Work";
@@ -38,11 +36,6 @@ struct CompilerWindow : testing::Test, doubles::FormUser {
         return Control<QRadioButton>("optMinimization" + std::to_string(index)).isChecked();
     }
 
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
     toolchain::CompilerOptions Options;
     std::unique_ptr<toolchain::frmCompiler> Window;
 };
@@ -66,8 +59,7 @@ TEST_F(CompilerWindow, DefaultChangeReopenRestore) {
     ClickTab("SSTab1", "Optimization");
     Click("chkBest");
     ClickTab("SSTab1", "Minimization");
-    Click("optMinimization2");
-    Click("OK");
+    ClickEach({"optMinimization2", "OK"});
     EXPECT_EQ(State.CompilerFlags, "jxalm2kbs");
 
     // In the same run of the program the record keeps Best; the "b" of "kb" sets Pla.
@@ -123,18 +115,12 @@ TEST_F(CompilerWindow, ApplyTakesTheShowingTabAlone) {
 }
 
 TEST_F(CompilerWindow, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmCompiler>(App, Options); }),
-              "");
+    EXPECT_EQ(doubles::FormFaults<toolchain::frmCompiler>(App, Options), "");
 }
 
 TEST_F(CompilerWindow, FinalMStopsTheOpening) {
     Open("gm4");
-    try {
-        Open("jm");
-        ADD_FAILURE();
-    } catch (const base::RunTimeError& error) {
-        EXPECT_EQ(error.Number(), 13);
-    }
+    EXPECT_EQ(doubles::ErrorOf([&] { Open("jm"); }), 13);
     Open("");
     EXPECT_EQ(Checked(), "j g ");  // what was read before the error is in the record
 }

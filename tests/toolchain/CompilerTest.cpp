@@ -4,7 +4,6 @@
 
 #include <cstring>
 
-#include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 #include "toolchain/BackPin.h"
@@ -61,7 +60,7 @@ class Windows : public RunWindows {
     platform::WindowHandle MessagesHandle() override { return 7; }
 };
 
-class CompilerTest : public testing::Test {
+class CompilerTest : public testing::Test, public doubles::Bench<DesignFiles> {
   protected:
     CompilerTest() {
         State.SharedDir = "C:\\K\\Shared\\";
@@ -80,18 +79,13 @@ class CompilerTest : public testing::Test {
         Doc.Box.Content = "new";
     }
     std::string Field(std::size_t index) const {  // of the record, without its NUL and filling
-        const std::string bytes(Host.Libraries.Record.begin(), Host.Libraries.Record.end());
+        const std::string bytes(Desk.Libraries.Record.begin(), Desk.Libraries.Record.end());
         return bytes.substr(12 + 256 * index, 256).c_str();
     }
-    std::vector<platform::MessageBoxRequest>& Boxes() { return Host.Boxes.Shown; }
+    std::vector<platform::MessageBoxRequest>& Boxes() { return Desk.Boxes.Shown; }
 
-    DesignFiles Files;
-    doubles::Desktop Host{Files};
-    session::Session State;
-    doubles::Hall Hall;
     doubles::Document Doc;
-    session::App App{State, Host.Host, Hall};
-    Windows Shown{Host.Libraries.Log};
+    Windows Shown{Desk.Libraries.Log};
     Compiler Driver{App, Shown};
 };
 
@@ -122,14 +116,14 @@ TEST_F(CompilerTest, ACompileGoesThroughItsStepsInOrder) {
     State.CompilerFlags = "jsw";
     bool stalePresent = true;
     Files.Files["C:\\WORK\\COUNT8.LST"] = "";
-    Host.Libraries.OnCall = [&](auto&, auto) {
+    Desk.Libraries.OnCall = [&](auto&, auto) {
         stalePresent = Files.FileExists("C:\\WORK\\COUNT8.LST");
         Driver.IndepSimulate();  // a second run while one is under way is ignored
         return -1;
     };
     Driver.DepCompile();
     const std::string dir = "load C:\\K\\Shared\\";
-    EXPECT_EQ(Host.Libraries.Log,
+    EXPECT_EQ(Desk.Libraries.Log,
               (std::vector<std::string>{
                   "create",          dir + "teskx.dll", dir + "teska.dll", dir + "teskb.dll",
                   dir + "teskm.dll", dir + "teskc.dll", dir + "vorna.dll", dir + "vsima.dll",
@@ -143,9 +137,9 @@ TEST_F(CompilerTest, ACompileGoesThroughItsStepsInOrder) {
     EXPECT_EQ(Field(2), "C:\\K\\SHARED\\TESK.DL");
     EXPECT_EQ(Field(4), "C:\\WORK\\COUNT8");
     EXPECT_EQ(Field(7), "C:\\K\\Korvane");
-    EXPECT_EQ(Host.Libraries.Record[0], 4);
-    EXPECT_EQ(Host.Libraries.Record[4], 7);
-    EXPECT_EQ(Host.Libraries.Record[8], 4);
+    EXPECT_EQ(Desk.Libraries.Record[0], 4);
+    EXPECT_EQ(Desk.Libraries.Record[4], 7);
+    EXPECT_EQ(Desk.Libraries.Record[8], 4);
 }
 
 TEST_F(CompilerTest, EachRunSendsItsOptionsAndDevice) {
@@ -168,9 +162,9 @@ TEST_F(CompilerTest, EachRunSendsItsOptionsAndDevice) {
         State.CompilerFlags = c.Compile;
         State.SimulatorFlags = c.Simulate;
         Hall.Calls.clear();
-        Host.Libraries.Log.clear();
+        Desk.Libraries.Log.clear();
         (Driver.*c.Run)();
-        EXPECT_EQ(std::count(Host.Libraries.Log.begin(), Host.Libraries.Log.end(), c.Entry), 1);
+        EXPECT_EQ(std::count(Desk.Libraries.Log.begin(), Desk.Libraries.Log.end(), c.Entry), 1);
         EXPECT_EQ(Field(1), c.Options);
         EXPECT_EQ(Field(3), c.Device);
         EXPECT_EQ(Hall.Calls.size(), c.Wave ? 1u : 0u);
@@ -193,7 +187,7 @@ TEST_F(CompilerTest, MissingSettingsStopAtTheFirst) {
         EXPECT_EQ(Boxes().back().Title, "");
         *settings[i] = "x";
     }
-    EXPECT_TRUE(Host.Libraries.Log.empty());
+    EXPECT_TRUE(Desk.Libraries.Log.empty());
 }
 
 TEST_F(CompilerTest, AMissingLibraryEndsTheRunBeforeAnyFileIsTouched) {
@@ -208,12 +202,12 @@ TEST_F(CompilerTest, AMissingLibraryEndsTheRunBeforeAnyFileIsTouched) {
     for (const auto& chain : chains) {
         for (std::size_t loaded = 0; loaded < chain.Libraries.size(); ++loaded) {
             const std::string& name = chain.Libraries[loaded];
-            Host.Libraries.Missing = name;
-            Host.Libraries.Log.clear();
+            Desk.Libraries.Missing = name;
+            Desk.Libraries.Log.clear();
             (Driver.*chain.Run)();
             EXPECT_EQ(Boxes().back().Text, "Unable to load " + name + ".  Make sure the file " + name +
                                                " is in the C:\\K\\Shared\\ directory.");
-            const auto& log = Host.Libraries.Log;
+            const auto& log = Desk.Libraries.Log;
             EXPECT_EQ(log.size(), 2 + (loaded + 1) + chain.Libraries.size()) << name;
             EXPECT_EQ(std::count(log.begin(), log.end(), "free 0"),
                       static_cast<long>(chain.Libraries.size() - loaded));
@@ -225,17 +219,17 @@ TEST_F(CompilerTest, AMissingLibraryEndsTheRunBeforeAnyFileIsTouched) {
 }
 
 TEST_F(CompilerTest, ALibraryThatEndsBadlyIsReportedAndTheRunEndsInOrder) {
-    Host.Libraries.OnCall = [](auto&, auto) -> std::int32_t {
+    Desk.Libraries.OnCall = [](auto&, auto) -> std::int32_t {
         throw base::RunTimeError(51, "signal 11 (Segmentation fault)");
     };
     Driver.DepSimulate();
     ASSERT_EQ(Boxes().size(), 1u);
     EXPECT_EQ(Boxes()[0].Text, "The tool vornk.dll ended unexpectedly: signal 11 (Segmentation fault).");
-    const auto& log = Host.Libraries.Log;
+    const auto& log = Desk.Libraries.Log;
     EXPECT_EQ(
         std::vector(log.end() - 5, log.end()),
         (std::vector<std::string>{"ok on", "modal", "free vornk.dll", "free vorna.dll", "free vsima.dll"}));
-    Host.Libraries.OnCall = [](auto&, auto) -> std::int32_t {
+    Desk.Libraries.OnCall = [](auto&, auto) -> std::int32_t {
         throw base::RunTimeError(453, "no such entry");
     };
     Driver.DepSimulate();
@@ -244,10 +238,10 @@ TEST_F(CompilerTest, ALibraryThatEndsBadlyIsReportedAndTheRunEndsInOrder) {
 }
 
 TEST_F(CompilerTest, AnErrorAmidTheRunGivesBackWhatItHolds) {
-    Host.Libraries.OnCall = [](auto&, auto) -> std::int32_t { throw 1; };
+    Desk.Libraries.OnCall = [](auto&, auto) -> std::int32_t { throw 1; };
     for (int run = 0; run < 2; ++run) {
         EXPECT_THROW(Driver.DepSimulate(), int);
-        const auto& log = Host.Libraries.Log;
+        const auto& log = Desk.Libraries.Log;
         EXPECT_EQ(std::vector(log.end() - 4, log.end()),
                   (std::vector<std::string>{"free vornk.dll", "free vorna.dll", "free vsima.dll", "unload"}));
     }
@@ -260,7 +254,7 @@ TEST_F(CompilerTest, StagesOutsideTheChainLoadNothing) {
         EXPECT_TRUE(Driver.LoadToolLibraries(stage));
         Driver.FreeToolLibraries(stage);
     }
-    EXPECT_TRUE(Host.Libraries.Log.empty());
+    EXPECT_TRUE(Desk.Libraries.Log.empty());
 }
 
 TEST_F(CompilerTest, StaleOutputsGoAndSourcesStay) {
@@ -284,7 +278,7 @@ TEST_F(CompilerTest, StaleOutputsGoAndSourcesStay) {
 // What a run wrote is deleted by the next, be it in another session; what only looks like it is trashed.
 TEST_F(CompilerTest, OnlyWhatARunWroteIsDeletedForGood) {
     const std::string record = "C:\\STATE\\outputs";
-    Host.Libraries.OnCall = [&](const std::string&, std::span<std::uint8_t>) {
+    Desk.Libraries.OnCall = [&](const std::string&, std::span<std::uint8_t>) {
         for (const char* name : {"COUNT8.JED", "COUNT8.LST", "COUNT8.DOC", "COUNT8.NOTES"})
             Files.Files[std::string("C:\\WORK\\") + name] = "from a run";
         return 0;
@@ -296,7 +290,7 @@ TEST_F(CompilerTest, OnlyWhatARunWroteIsDeletedForGood) {
     Files.Files["C:\\WORK\\COUNT8.LST"] += " and a remark";
     Files.Files["C:\\WORK\\COUNT8.PDF"] = "a data sheet";
     Files.Trash.clear();
-    Host.Libraries.OnCall = {};
+    Desk.Libraries.OnCall = {};
     Compiler(App, Shown, record).DepSimulate();
     EXPECT_EQ(Files.Names(), "OUTPUTS COUNT8.PLD ");
     EXPECT_EQ(Files.Trash, (std::vector<std::string>{"C:\\WORK\\COUNT8.lst", "C:\\WORK\\COUNT8.notes",
@@ -312,7 +306,7 @@ TEST_F(CompilerTest, TheSavePromptWritesOrLeavesTheFile) {
         Doc.TextChanged();
         Doc.MarkProject(true);
         Hall.Calls.clear();
-        Host.Boxes.Answers = {platform::Answer::No};
+        Desk.Boxes.Answers = {platform::Answer::No};
         (Driver.*command)(Doc);
         ASSERT_EQ(Boxes().size(), 1u);
         EXPECT_EQ(Boxes()[0].Title + ": " + Boxes()[0].Text,
@@ -338,7 +332,7 @@ TEST_F(CompilerTest, AFailedSaveEndsTheCommandWithABoxOnlyInTheDependentCompile)
         EXPECT_THROW(Driver.RunIndepCompile(Doc), base::RunTimeError);
         EXPECT_TRUE(Doc.Dirty());
     }
-    EXPECT_TRUE(Host.Libraries.Log.empty());
+    EXPECT_TRUE(Desk.Libraries.Log.empty());
     EXPECT_EQ(Hall.Calls, std::vector<std::string>{});
 }
 
@@ -348,10 +342,10 @@ TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
     Driver.RunIndepCompile(Doc);
     EXPECT_TRUE(Boxes().empty());
     EXPECT_EQ(Field(4), "C:\\WORK\\COUNT8");
-    Host.Libraries.Log.clear();
-    Host.Boxes.Answers = {platform::Answer::No};
+    Desk.Libraries.Log.clear();
+    Desk.Boxes.Answers = {platform::Answer::No};
     Driver.RunDepCompile(Doc);
-    EXPECT_TRUE(Host.Libraries.Log.empty());
+    EXPECT_TRUE(Desk.Libraries.Log.empty());
     EXPECT_EQ(Hall.Calls, std::vector<std::string>{"UpdateTreeView"});
     EXPECT_EQ(Boxes().back().Title + ": " + Boxes().back().Text,
               "Project: The current PLD file is not part of the current project.  Do you wish to compile the "
@@ -364,26 +358,26 @@ TEST_F(CompilerTest, OnlyTheDependentCompileAsksAboutTheProject) {
 TEST_F(CompilerTest, VhdlLinesAndTheirFailures) {
     State.VhdlFlags = "-a";
     Files.Files["C:\\WORK\\COUNT8.VLS"] = "of another run";
-    Host.Programs.OnWait = [this] { Files.Files["C:\\WORK\\COUNT8.VLS"] = "[0300vh] Error: x\r\ny\r\n"; };
+    Desk.Programs.OnWait = [this] { Files.Files["C:\\WORK\\COUNT8.VLS"] = "[0300vh] Error: x\r\ny\r\n"; };
     Driver.RunVhdlAnalysis(Doc);
     State.DeviceName = "";
     Driver.RunVhdlCompile(Doc);
     const std::string compile =
         "C:\\K\\Korvane\\VHDLTesk C:\\WORK C:\\K\\SHARED\\TESK.DL  C:\\WORK\\COUNT8.VHD-a";
-    EXPECT_EQ(Host.Programs.Started,
+    EXPECT_EQ(Desk.Programs.Started,
               (std::vector<std::string>{"C:\\K\\Korvane\\Utility\\VHDLTesk C:\\WORK C:\\K\\SHARED\\TESK.DL "
                                         "G16V8 C:\\WORK\\COUNT8.VHD-a",
                                         compile}));
-    Host.Programs.OnWait = [] { throw base::RunTimeError(platform::errToolEnded, "it was stopped"); };
-    EXPECT_EQ(RunAndWait(Host.Host, "x"), platform::errToolEnded);
+    Desk.Programs.OnWait = [] { throw base::RunTimeError(platform::errToolEnded, "it was stopped"); };
+    EXPECT_EQ(RunAndWait(Desk.Host, "x"), platform::errToolEnded);
     EXPECT_EQ(Boxes().back().Text, "The tool ended unexpectedly: it was stopped.");
-    Host.Programs.FailWith = 53;
+    Desk.Programs.FailWith = 53;
     Driver.RunVhdlCompile(Doc);
     EXPECT_EQ(Boxes().back().Text, "Unable to execute  " + compile);
     // The list of the first run alone was new.
-    EXPECT_EQ(Host.Libraries.Log, (std::vector<std::string>{"message [0300vh] Error: x", "message y"}));
-    Host.Programs.FailWith = 75;
-    EXPECT_EQ(RunAndWait(Host.Host, "x"), 75);
+    EXPECT_EQ(Desk.Libraries.Log, (std::vector<std::string>{"message [0300vh] Error: x", "message y"}));
+    Desk.Programs.FailWith = 75;
+    EXPECT_EQ(RunAndWait(Desk.Host, "x"), 75);
     EXPECT_EQ(Boxes().back().Text, "Error 75 Occured");
 }
 
@@ -397,7 +391,7 @@ TEST_F(CompilerTest, VerilogSourceBecomesTheProjectWhereThereIsNone) {
         State.sProject = project;
         Driver.RunVhdlCompile(Doc);
         EXPECT_EQ(State.sProject, expected) << caption << project;
-        EXPECT_TRUE(Host.Programs.Started.back().ends_with(" " + std::string(expected) + ".VHD-p16"));
+        EXPECT_TRUE(Desk.Programs.Started.back().ends_with(" " + std::string(expected) + ".VHD-p16"));
     }
     EXPECT_EQ(Hall.Calls, std::vector<std::string>{"ShowProject"});
 }
@@ -413,7 +407,7 @@ TEST_F(CompilerTest, PinsComeBackWithTheFileThatTheToolLeft) {
         {BackPin::AssignPins, "G16V8", tool + "\\backpin.exe -pG16V8" + design},
     };
     Doc.SetFile("C:\\WORK\\OTHER.PLD", "C:\\WORK\\OTHER.PLD");  // the active one, not the design
-    Host.Programs.OnWait = [&] { Files.Files["C:\\WORK\\OTHER.PLD"] = Host.Programs.Started.back(); };
+    Desk.Programs.OnWait = [&] { Files.Files["C:\\WORK\\OTHER.PLD"] = Desk.Programs.Started.back(); };
     for (const auto& [what, device, line] : cases) {
         State.DeviceName = device;
         RunBackPin(App, Doc, what);
@@ -423,7 +417,7 @@ TEST_F(CompilerTest, PinsComeBackWithTheFileThatTheToolLeft) {
     Files.FailReads = 75;
     Doc.Box.Content = "edited";
     RunBackPin(App, Doc, BackPin::FloatAll);
-    EXPECT_EQ(Doc.Box.Content + Host.Boxes.LastText(), "edited");
+    EXPECT_EQ(Doc.Box.Content + Desk.Boxes.LastText(), "edited");
 }
 
 TEST_F(CompilerTest, TheFitterShortcutIsPatchedInPlace) {

@@ -5,8 +5,6 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "base/RunTimeError.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -17,7 +15,9 @@
 namespace toolchain {
 namespace {
 
-class MessageWindow : public testing::Test, protected doubles::FormUser {
+class MessageWindow : public testing::Test,
+                      public doubles::Bench<doubles::MemoryFiles>,
+                      protected doubles::FormUser {
   protected:
     MessageWindow() {
         Codes.ErrorTable = {{"0012ta", "Error", "bad symbol", "A name\nis wrong", "Check it"}};
@@ -30,7 +30,7 @@ class MessageWindow : public testing::Test, protected doubles::FormUser {
         List = Window->findChild<QListView*>("lstMessages");
     }
     void Send(std::uint32_t number, const std::string& text) {
-        Host.Libraries.Send(Window->Handle(), {.Number = number, .First = "", .Second = text});
+        Desk.Libraries.Send(Window->Handle(), {.Number = number, .First = "", .Second = text});
     }
     std::string Shown(int row) { return List->model()->index(row, 0).data().toString().toStdString(); }
     void ClickRow(int row) {
@@ -47,11 +47,6 @@ class MessageWindow : public testing::Test, protected doubles::FormUser {
         return seen;
     }
 
-    doubles::MemoryFiles Files;
-    doubles::Desktop Host{Files};
-    session::Session State;
-    doubles::Hall Hall;
-    session::App App{State, Host.Host, Hall};
     ErrorCodes Codes;
     QMdiArea Area;
     frmMessage* Window;
@@ -128,9 +123,9 @@ class StatusWindow : public MessageWindow {
   protected:
     StatusWindow() { Use(Status); }
     void Tell(std::uint32_t number, const std::string& first = "", const std::string& second = "") {
-        Host.Libraries.Send(Status.Handle(), {.Number = number, .First = first, .Second = second});
+        Desk.Libraries.Send(Status.Handle(), {.Number = number, .First = first, .Second = second});
     }
-    frmStatus Status{Host.Libraries, Host.Boxes};
+    frmStatus Status{Desk.Libraries, Desk.Boxes};
 };
 
 TEST_F(StatusWindow, FollowsTheMessagesAndCountsInItsCaptions) {
@@ -142,17 +137,11 @@ TEST_F(StatusWindow, FollowsTheMessagesAndCountsInItsCaptions) {
     EXPECT_EQ(Text("lblStatus"), "<b>Fitting</b> ");
     EXPECT_LE(Text("lblInfo").size(), 1000u);
     Tell(384, "A", "B");
-    EXPECT_EQ(Host.Boxes.LastText(), "B A");
+    EXPECT_EQ(Desk.Boxes.LastText(), "B A");
     Control<QLabel>("lblErrors").setText("2147483647");
     Control<QLabel>("lblWarnings").setText("many");
-    for (const auto& [message, error] : {std::pair(104u, 6), std::pair(105u, 13)}) {
-        try {
-            Tell(message);
-            ADD_FAILURE();
-        } catch (const base::RunTimeError& e) {
-            EXPECT_EQ(e.Number(), error);
-        }
-    }
+    EXPECT_EQ(doubles::ErrorOf([&] { Tell(104); }), 6);
+    EXPECT_EQ(doubles::ErrorOf([&] { Tell(105); }), 13);
 }
 
 TEST_F(StatusWindow, ClosesByItsButtonOnlyWhenThatIsEnabled) {
@@ -166,10 +155,8 @@ TEST_F(StatusWindow, ClosesByItsButtonOnlyWhenThatIsEnabled) {
 }
 
 TEST_F(StatusWindow, FormsShowTheirCaptionsInWhole) {
-    const auto status = [&] { return std::make_unique<frmStatus>(Host.Libraries, Host.Boxes); };
-    EXPECT_EQ(doubles::FormFaults(status), "");
-    const auto message = [&] { return std::make_unique<frmErrorMessage>(ErrorEntry{}); };
-    EXPECT_EQ(doubles::FormFaults(message), "");
+    EXPECT_EQ(doubles::FormFaults<frmStatus>(Desk.Libraries, Desk.Boxes), "");
+    EXPECT_EQ(doubles::FormFaults<frmErrorMessage>(ErrorEntry{}), "");
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <array>
 #include <memory>
 
-#include "base/RunTimeError.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -15,14 +13,7 @@
 
 namespace {
 
-int ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const base::RunTimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
+using doubles::ErrorOf;
 
 std::string Rewritten(const std::string& flags) {
     toolchain::VhdlOptions options;
@@ -31,10 +22,7 @@ std::string Rewritten(const std::string& flags) {
 }
 
 TEST(VhdlOptions, ParserAndWriter) {
-    const struct {
-        const char* Flags;
-        const char* Written;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"-x2-v1-g-z5-s3-p4-r-c-j-h-a", "-a-h-j-c-r-p4-s3-z5-g-v1-x2"},
         {"ah?Jq \xC3\xA9", "-a-h-p16-s8-z0-x1"},
         {"-p123-s4 -a", "-a-p12-s4-z0-x1"},  // the third digit is lost
@@ -43,7 +31,7 @@ TEST(VhdlOptions, ParserAndWriter) {
         {"-va-v", "-p16-s8-z0-v1-x1"},       // whatever stands behind "v" is stepped over
         {"-z35-x9a", "-a-p16-s8-z3-x9"},     // one digit
     };
-    for (const auto& c : cases) EXPECT_EQ(Rewritten(c.Flags), c.Written) << c.Flags;
+    for (const auto& [flags, written] : cases) EXPECT_EQ(Rewritten(flags), written) << flags;
     for (const char* flags : {"-p", "-p8a", "-pa", "-s-", "-z", "-z-1", "-xa"})
         EXPECT_EQ(ErrorOf([&] { Rewritten(flags); }), 13) << flags;
 }
@@ -76,7 +64,7 @@ TEST(VhdlOptions, Arrows) {
         EXPECT_EQ(ErrorOf([&] { toolchain::StepVhdlNumber(kind, "x", 1); }), 13);
 }
 
-struct OptionWindow : testing::Test, doubles::FormUser {
+struct OptionWindow : testing::Test, doubles::Bench<doubles::MemoryFiles>, doubles::FormUser {
     void OpenSimulator(const std::string& flags) {
         State.SimulatorFlags = flags;
         Window = std::make_unique<toolchain::frmSimulator>(App);
@@ -93,11 +81,6 @@ struct OptionWindow : testing::Test, doubles::FormUser {
         Type(text);
     }
 
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
     toolchain::VhdlOptions Options;
     std::unique_ptr<QWidget> Window;
 };
@@ -134,13 +117,10 @@ TEST_F(OptionWindow, VhdlDefaultChangeReopen) {
     EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-x1");
 
     OpenVhdl(State.VhdlFlags);
-    Click("chkAnalyze");
-    Click("chkForce");
+    ClickEach({"chkAnalyze", "chkForce"});
     TypeInto("txtProduct", "128");
     ClickTab("SSTab1", "Debug");
-    Click("chkDisplay");
-    Click("OptAlways");
-    Click("OK");
+    ClickEach({"chkDisplay", "OptAlways", "OK"});
     EXPECT_EQ(State.VhdlFlags, "-r-p128-s8-z0-v1-x2");
     OpenVhdl(State.VhdlFlags);
     EXPECT_EQ(Text("txtProduct"), "12");
@@ -157,9 +137,7 @@ TEST_F(OptionWindow, VhdlAppliesTheShowingTabAlone) {
     TypeInto("txtAnd", "many");  // does not hinder the other tab
     Click("chkPinnodes");
     ClickTab("SSTab1", "Debug");
-    Click("chkCreate");
-    Click("optNever");
-    Click("Apply");
+    ClickEach({"chkCreate", "optNever", "Apply"});
     EXPECT_EQ(State.VhdlFlags, "-a-p16-s8-z0-g-x0");
     Click("chkCreate");
     const auto ok = [&] { static_cast<toolchain::frmVhdl&>(*Window).OK_Click(); };
@@ -175,8 +153,8 @@ TEST_F(OptionWindow, VhdlAppliesTheShowingTabAlone) {
 }
 
 TEST_F(OptionWindow, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmSimulator>(App); }), "");
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<toolchain::frmVhdl>(App, Options); }), "");
+    EXPECT_EQ(doubles::FormFaults<toolchain::frmSimulator>(App), "");
+    EXPECT_EQ(doubles::FormFaults<toolchain::frmVhdl>(App, Options), "");
 }
 
 }  // namespace
