@@ -81,10 +81,7 @@ TEST_F(SearchWindows, ReplaceKeepsItsFlags) {
     Type("A");
     TabTo("Combo2");
     Type("B");
-    Click("chkCase");
-    Click("chkWhole");
-    Click("chkPrompt");
-    Click("OK");
+    ClickEach({"chkCase", "chkWhole", "chkPrompt", "OK"});
     EXPECT_EQ(Values.SearchText + Values.ReplaceText + Codes(), "AB6001");
     EXPECT_TRUE(Values.PromptOnReplace && !Values.ReplaceChangeAll);
 
@@ -106,6 +103,6 @@ TEST_F(SearchWindows, ReplaceKeepsItsFlags) {
 }
 
 TEST_F(SearchWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<editor::frmFindText>(Values); }), "");
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<editor::frmReplace>(Values); }), "");
+    EXPECT_EQ(doubles::FormFaults<editor::frmFindText>(Values), "");
+    EXPECT_EQ(doubles::FormFaults<editor::frmReplace>(Values), "");
 }

@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/RunTimeError.h"
 #include "editor/Highlighter.h"
 #include "platform/qt/TextBox.h"
-#include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 
@@ -59,20 +57,19 @@ class WatchedBox : public platform::qt::TextBox {
         TextBox::ApplyFormats({&run, 1});
     }
     // Of each byte.
-    static std::vector<platform::CharFormat> FormatsOf(platform::RichTextBox& box) {
-        const std::int32_t start = box.SelStart(), length = box.SelLength();
+    std::vector<platform::CharFormat> Formats() {
+        const std::int32_t start = SelStart(), length = SelLength();
         std::vector<platform::CharFormat> formats;
-        const platform::HiddenScope hidden(box);
-        for (std::int32_t at = 0; at < box.TextLength(); ++at) {
-            box.SetSelStart(at);
-            box.SetSelLength(1);
-            formats.push_back(box.SelFormat());
+        const platform::HiddenScope hidden(*this);
+        for (std::int32_t at = 0; at < TextLength(); ++at) {
+            SetSelStart(at);
+            SetSelLength(1);
+            formats.push_back(SelFormat());
         }
-        box.SetSelStart(start);
-        box.SetSelLength(length);
+        SetSelStart(start);
+        SetSelLength(length);
         return formats;
     }
-    std::vector<platform::CharFormat> Formats() { return FormatsOf(*this); }
     // A letter for each byte: '.' for plain text, otherwise its colour.
     std::string Picture() {
         std::string picture;
@@ -103,12 +100,7 @@ class WatchedDocument : public doubles::Document {
 };
 
 // A design in the real control.
-struct HighlightFixture : testing::Test {
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
+struct HighlightFixture : testing::Test, doubles::Bench<doubles::MemoryFiles> {
     WatchedDocument Doc;
     WatchedBox& Box = Doc.Rich;
 

@@ -8,7 +8,6 @@
 #include "editor/frmSelectDirectory.h"
 #include "editor/frmUtility.h"
 #include "platform/qt/HostFileSystem.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -27,7 +26,7 @@ struct FontDocument : doubles::Document {
     NotingBox Text;
 };
 
-struct SettingsWindow : testing::Test, doubles::FormUser {
+struct SettingsWindow : testing::Test, doubles::Bench<doubles::MemoryFiles>, doubles::FormUser {
     SettingsWindow() {
         State.WorkDir = "C:\\WORK";
         State.SchematicTools = {{"Protel For Windows", 1}, {"Tango", 4}};
@@ -64,15 +63,9 @@ struct SettingsWindow : testing::Test, doubles::FormUser {
         }
         ClickLine("KeywordList", step[1] - '0');
         if (step[0] == '-') return Click("DelWord");
-        Click("Colors12");
-        Click("Apply");
+        ClickEach({"Colors12", "Apply"});
     }
 
-    session::Session State;
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::App App{State, Desk.Host, Hall};
     std::unique_ptr<QDialog> Window;
 };
 
@@ -131,11 +124,11 @@ TEST_F(SettingsWindow, AStyleIsLostWithoutApplyAndTheSwitchWorksAtOnce) {
     };
     Open("Syntax");
     ClickLine("KeywordList", 0);
-    for (const char* control : {"Colors9", "Bold", "Underline"}) Click(control);
+    ClickEach({"Colors9", "Bold", "Underline"});
     EXPECT_EQ(style("txtSample") + style("txtCurrent"), "#0000ffbu#000000");
     Click("Apply");
     EXPECT_EQ(style("txtCurrent"), "#0000ffbu");
-    for (const char* control : {"Colors4", "Italic"}) Click(control);
+    ClickEach({"Colors4", "Italic"});
     EXPECT_EQ(style("txtSample"), "#800000biu");
     ClickLine("KeywordList", 0);
     EXPECT_EQ(style("txtSample"), "#0000ffbu");
@@ -167,11 +160,11 @@ TEST_F(SettingsWindow, KeepsSixCustomToolsAndNumbersMacros) {
     Open("Tools");
     EXPECT_FALSE(Control("Edit").isEnabled() || Control("Remove").isEnabled() ||
                  Control("TBCustom").isEnabled());
-    for (const char* control : {"Macro", "TBCustom"}) Click(control);
+    ClickEach({"Macro", "TBCustom"});
     EXPECT_FALSE(Control("Edit").isEnabled());
     addTool("x -a", "R&D");
     EXPECT_EQ(Text("lstCustom"), "*Macro 1|R&D|");
-    for (const char* control : {"Macro", "MenuCustom", "Macro"}) Click(control);
+    ClickEach({"Macro", "MenuCustom", "Macro"});
     Drive([&] { Click("Add"); }, {{"frmUtility", "OK", [&] { Click("Cancel"); }}});
     addTool("y", "Calculator");
     Click("Macro");
@@ -184,7 +177,7 @@ TEST_F(SettingsWindow, KeepsSixCustomToolsAndNumbersMacros) {
     EXPECT_EQ(Text("lstCustom"), "*Macro 1|R&D|Macro 2|Macro 3|Calculator|Macro 4|");
     Click("Remove");
     EXPECT_EQ(Text("lstCustom"), "*R&D|Macro 1|Macro 2|Calculator|Macro 3|");
-    for (const char* control : {"MenuCalculator", "TBProg"}) Click(control);
+    ClickEach({"MenuCalculator", "TBProg"});
     Click("OK");
     EXPECT_EQ(
         Desk.Boxes.LastText(),
@@ -194,11 +187,9 @@ TEST_F(SettingsWindow, KeepsSixCustomToolsAndNumbersMacros) {
     Desk.Boxes.Files = {"C:\\TOOLS\\CALC2.EXE"};
     Drive([&] { Click("Edit"); }, {{"frmUtility", "OK", [&] {
                                         EXPECT_EQ(Texts({"Program", "ProgramName"}), "y|Calculator|");
-                                        Click("Browse");
-                                        Click("OK");
+                                        ClickEach({"Browse", "OK"});
                                     }}});
-    Click("TBCustom");
-    Click("OK");
+    ClickEach({"TBCustom", "OK"});
     EXPECT_EQ(CustomTools(),
               "x -a:R&D|MACRO*:Macro 1m|MACRO*:Macro 2|C:\\TOOLS\\CALC2.EXE:CALC2t|MACRO*:Macro 3|:|");
     EXPECT_TRUE(State.StdUtils[0].Menu && !State.StdUtils[6].Toolbar);
@@ -252,9 +243,7 @@ TEST_F(SettingsWindow, ChoosesTheWorkingDirectoryByItsFolders) {
 }
 
 TEST_F(SettingsWindow, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(
-        doubles::FormFaults([&] { return std::make_unique<editor::frmKorvane>(App); }) +
-            doubles::FormFaults([&] { return std::make_unique<editor::frmUtility>(Desk.Boxes, "", ""); }) +
-            doubles::FormFaults([&] { return std::make_unique<editor::frmSelectDirectory>(Files, "C:"); }),
-        "");
+    EXPECT_EQ(doubles::FormFaults<editor::frmKorvane>(App), "");
+    EXPECT_EQ(doubles::FormFaults<editor::frmUtility>(Desk.Boxes, "", ""), "");
+    EXPECT_EQ(doubles::FormFaults<editor::frmSelectDirectory>(Files, "C:"), "");
 }
