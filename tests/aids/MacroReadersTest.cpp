@@ -20,22 +20,13 @@ struct MacroReaders : testing::Test {
     std::string FromLibrary(const std::string& text) {
         Files.Files["C:\\LIB\\X.MAC"] = text;
         aids::MacroTable table;
-        Error = 0;
-        try {
-            aids::LoadMacroFile(Files, "C:\\LIB\\X.MAC", table);
-        } catch (const base::RunTimeError& error) {
-            Error = error.Number();
-        }
+        Error = doubles::ErrorOf([&] { aids::LoadMacroFile(Files, "C:\\LIB\\X.MAC", table); });
         return Told(table);
     }
     std::string FromDesign(const std::string& text) {
         aids::MacroTable table;
-        Error = 0;
-        try {
-            aids::MacroSources(Files, Boxes, "C:\\WORK\\", table).ReadDesign(text);
-        } catch (const base::RunTimeError& error) {
-            Error = error.Number();
-        }
+        aids::MacroSources sources(Files, Boxes, "C:\\WORK\\", table);
+        Error = doubles::ErrorOf([&] { sources.ReadDesign(text); });
         return Told(table);
     }
     std::string FromInclude(const std::string& text) {
@@ -109,12 +100,7 @@ TEST_F(MacroReaders, StopAtTheEndOfTheTable) {
 }
 
 TEST_F(MacroReaders, CutArgumentsIntoEntries) {
-    const auto entries = [](const std::string& args) {
-        std::string all;
-        for (const std::string& entry : aids::ArgumentEntries(args)) all += entry + "|";
-        return all;
-    };
-    EXPECT_EQ(entries(" clk  d "), "clk:NC|:NC|d:NC|");
-    EXPECT_EQ(entries(""), "");
+    EXPECT_EQ(doubles::Joined(aids::ArgumentEntries(" clk  d ")), "clk:NC|:NC|d:NC|");
+    EXPECT_TRUE(aids::ArgumentEntries("").empty());
     EXPECT_EQ(aids::ReferenceText("COUNT", {"a:CLK", "b:NC", "c:x:y"}), "COUNT CLK NC x:y;\r\n");
 }

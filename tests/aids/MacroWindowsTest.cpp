@@ -11,17 +11,16 @@
 #include "aids/frmMacroRef.h"
 #include "aids/windows/MacroBox.h"
 #include "platform/qt/HostFileSystem.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/Rooms.h"
 
 namespace {
 
-struct MacroWindows : testing::Test, doubles::FormUser {
+struct MacroWindows : testing::Test, doubles::Bench<platform::qt::HostFileSystem>, doubles::FormUser {
     MacroWindows() {
         State.InstallRoot = Folder.Logic();
         State.EditorFont.Name = "Monospace";
-        Desktop.Clip.Content = "before";
+        Desk.Clip.Content = "before";
         Folder.Write("MACRO/ONE.MAC",
                      "$MACRO AND y a b\r\n  y = a & b ;\r\n$MEND\r\n$MACRO N y\r\n$MEND\r\n");
     }
@@ -42,11 +41,6 @@ struct MacroWindows : testing::Test, doubles::FormUser {
     }
 
     doubles::TemporaryFolder Folder;
-    platform::qt::HostFileSystem Files;
-    doubles::Desktop Desktop{Files};
-    session::Session State;
-    doubles::Hall Hall;
-    session::App App{State, Desktop.Host, Hall};
     std::unique_ptr<platform::qt::Form> Window_;
 };
 
@@ -54,14 +48,13 @@ struct MacroWindows : testing::Test, doubles::FormUser {
 
 TEST_F(MacroWindows, DefinitionsAreGatheredLineByLine) {
     Open<aids::frmMacroDef>();
-    EXPECT_EQ(Desktop.Clip.Content, "");
+    EXPECT_EQ(Desk.Clip.Content, "");
     EXPECT_EQ(Text("cmbFiles") + Text("lstMacros"), "ONE*AND|N|");
     EXPECT_EQ(Box("txtDefinition").Text(), "y a b\r\ny = a & b ;\r\n");
     Box("txtDefinition").SetSelLength(1);
     EXPECT_TRUE(Box("txtDefinition").SelFormat().Bold);
     EXPECT_FALSE(Control<QPushButton>("Add").isEnabled() || Control<QPushButton>("Remove").isEnabled());
-    Click("optInsertMacro");
-    Click("Add");
+    ClickEach({"optInsertMacro", "Add"});
     Click("Add");                     // once is enough
     ClickLine("lstMacros", 1, true);  // its name stands in $MEND
     const std::string all = "$MACRO AND y a b\r\ny = a & b ;\r\n$MEND\r\n \r\n";
@@ -69,13 +62,13 @@ TEST_F(MacroWindows, DefinitionsAreGatheredLineByLine) {
     ClickBox(1);
     EXPECT_EQ(Box("txtMacros").SelText(), "y = a & b ;\r\n");
     Click("Remove");
-    EXPECT_EQ(Desktop.Clip.Content, "");  // the test's own clipboard is another one
+    EXPECT_EQ(Desk.Clip.Content, "");  // the test's own clipboard is another one
     EXPECT_FALSE(Control<QPushButton>("Remove").isEnabled());
     Click("OK");
-    EXPECT_EQ(Desktop.Clip.Content, "$MACRO AND y a b\r\n$MEND\r\n \r\n\r\n");
+    EXPECT_EQ(Desk.Clip.Content, "$MACRO AND y a b\r\n$MEND\r\n \r\n\r\n");
     Open<aids::frmMacroDef>();
     Click("OK");
-    EXPECT_EQ(Desktop.Clip.Content, "$INCLUDE ONE.MAC\r\n");
+    EXPECT_EQ(Desk.Clip.Content, "$INCLUDE ONE.MAC\r\n");
 }
 
 TEST_F(MacroWindows, WithoutALibraryOnlyCancelIsLeft) {
@@ -83,7 +76,7 @@ TEST_F(MacroWindows, WithoutALibraryOnlyCancelIsLeft) {
     for (const char* text :
          {"No macro files found in ", "The Macro directory could not be found, unable to load"}) {
         Open<aids::frmMacroDef>();
-        EXPECT_EQ(Desktop.Boxes.LastText().find(text), 0u);
+        EXPECT_EQ(Desk.Boxes.LastText().find(text), 0u);
         for (const char* name : {"cmbFiles", "lstMacros", "Add", "New", "optInsertMacro", "OK"})
             EXPECT_FALSE(Control<>(name).isEnabled()) << name;
         Click("Cancel");
@@ -95,11 +88,11 @@ TEST_F(MacroWindows, WithoutALibraryOnlyCancelIsLeft) {
 TEST_F(MacroWindows, ANewMacroIsAskedForAndAppended) {
     State.HighlightEnabled = true;
     Open<aids::frmMacroDef>();
-    Desktop.Boxes.Inputs = {"INV", "two", "x", "&H2", "y", ""};
+    Desk.Boxes.Inputs = {"INV", "two", "x", "&H2", "y", ""};
     Click("New");  // given up at the second argument
-    EXPECT_EQ(Desktop.Boxes.Shown.size(), 2u);
-    EXPECT_EQ(Desktop.Boxes.LastText(), "The number of arguments must be numeric.");
-    Desktop.Boxes.Inputs = {"INV", "1.4", "y", "a.b", "..\\c", "TWO"};
+    EXPECT_EQ(Desk.Boxes.Shown.size(), 2u);
+    EXPECT_EQ(Desk.Boxes.LastText(), "The number of arguments must be numeric.");
+    Desk.Boxes.Inputs = {"INV", "1.4", "y", "a.b", "..\\c", "TWO"};
     Drive([&] { Click("New"); }, {{"frmMacroCreate", "OK", [&] {
                                        EXPECT_EQ(Text("cmbFiles"), "New Macro File");
                                        Type("y = 1;");
@@ -135,21 +128,16 @@ TEST_F(MacroWindows, AReferenceTakesItsArguments) {
     Type("Q1");
     EXPECT_EQ(Text("lstArgs"), "*x:Q1|y:NC|");
     Click("OK");
-    EXPECT_EQ(Desktop.Clip.Content, "OWN Q1 NC;\r\n");
+    EXPECT_EQ(Desk.Clip.Content, "OWN Q1 NC;\r\n");
     Open<aids::frmMacroRef>(aids::frmMacroRef::Design{"", "B.PLD", ""}, std::vector<std::string>{});
-    EXPECT_EQ(Desktop.Boxes.LastText().find("The source file B.PLD contains no macro definitions.  Tesk"),
-              0u);
+    EXPECT_EQ(Desk.Boxes.LastText().find("The source file B.PLD contains no macro definitions.  Tesk"), 0u);
     Click("OK");
-    EXPECT_EQ(Desktop.Clip.Content, "");
+    EXPECT_EQ(Desk.Clip.Content, "");
 }
 
 TEST_F(MacroWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<aids::frmMacroDef>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults<aids::frmMacroDef>(App), "");
     const aids::frmMacroRef::Design design{"", "B.PLD", "$MACRO OWN a\r\n$MEND\r\n"};
-    const std::vector<std::string> symbols = {"Q1"};
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<aids::frmMacroRef>(App, design, symbols); }),
-              "");
-    EXPECT_EQ(
-        doubles::FormFaults([&] { return std::make_unique<aids::frmMacroCreate>(App, "$MACRO\r\n$MEND"); }),
-        "");
+    EXPECT_EQ(doubles::FormFaults<aids::frmMacroRef>(App, design, std::vector<std::string>{"Q1"}), "");
+    EXPECT_EQ(doubles::FormFaults<aids::frmMacroCreate>(App, "$MACRO\r\n$MEND"), "");
 }

@@ -157,7 +157,7 @@ TEST_F(TableWindow, AToggleDrawsTwoSmallRectangles) {
 }
 
 TEST_F(TableWindow, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([this] { return std::make_unique<frmTable>(Desk.Host, nullptr); }), "");
+    EXPECT_EQ(doubles::FormFaults<frmTable>(Desk.Host, nullptr), "");
 }
 
 }  // namespace

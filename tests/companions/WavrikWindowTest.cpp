@@ -127,7 +127,7 @@ TEST_F(WavrikTest, WhatIsWrongWithAFileIsToldAndTheWavesStay) {
 TEST_F(WavrikTest, ShowsItsCaptionsInWhole) {
     window_.reset();
     const platform::PathMap paths(folder_.Path());
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmMain>(paths); }), "");
+    EXPECT_EQ(doubles::FormFaults<frmMain>(paths), "");
 }
 
 TEST_F(WavrikTest, TakesItsPlaceFromTheSettings) {

@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "DeviceFile.h"
-#include "base/Text.h"
 #include "devices/DeviceReport.h"
 #include "devref/DeviceSource.h"
 #include "fit/Device.h"
@@ -100,25 +99,9 @@ TEST_F(ShippedDevices, TheToolsMnemonicsAreThere) {
     EXPECT_EQ(std::multiset<std::string>(carried.begin(), carried.end()), expected);
 }
 
-TEST_F(ShippedDevices, TheReportOfAKnownDevice) {
-    const auto device = Database.rsOpen("Select PKey From Devices Where Name = 'PAL16R4' Order By PKey");
-    const std::string report = DeviceReport(ReadDeviceFacts(Database, device->Number("PKey").value_or(0)));
-    EXPECT_TRUE(
-        report.starts_with("Mnemonic:  P16R4\r\nPin Count:  20\r\nSpecial Options:  None\r\n"
-                           "Alternate Part Numbers:  PAL16R4A, PAL16R4A-2, PAL16R4A-4, PAL16R4B, PAL16R4D\r\n"
-                           "Related Mnemonics:  P16L8, P16R6, P16R8\r\n\r\n"))
-        << report;
-    EXPECT_TRUE(base::Contains(report, "     1     CLK\r\n     2     I\r\n")) << report;
-    EXPECT_TRUE(base::Contains(report, "    10     GND\r\n    11     OE\r\n    12     I/O\r\n")) << report;
-}
-
 TEST(DeviceSource, FaultsNameTheirLine) {
     const std::string head = "PACKAGE DIP\nMANUFACTURER X Xy\nLIBRARY c Lib\n";
-    struct Case {
-        std::string Text;
-        std::string Fault;
-    };
-    const std::vector<Case> cases = {
+    const std::pair<std::string, std::string> cases[] = {
         {"PACKET DIP\n", "line 1: what is PACKET?"},
         {head + "MNEMONIC P2 2 c\nPINS 1 I, 3 O\n", "pin 3 of P2 is out of order"},
         {head + "MNEMONIC P2 2 c\nPINS 1 I\nMNEMONIC P3 2 c\n", "line 6: P2 lacks pins or has too many"},
@@ -131,12 +114,12 @@ TEST(DeviceSource, FaultsNameTheirLine) {
         {head + "NOTE early\n", "line 4: no mnemonic before it"},
         {head + "MANUFACTURER Y Yz\nMNEMONIC P2 2 c\n", "there are more manufacturers than mnemonics"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, fault] : cases) {
         try {
-            devref::ReadCatalogue(c.Text);
-            ADD_FAILURE() << c.Text << " is taken";
+            devref::ReadCatalogue(text);
+            ADD_FAILURE() << text << " is taken";
         } catch (const std::runtime_error& error) {
-            EXPECT_EQ(error.what(), c.Fault);
+            EXPECT_EQ(error.what(), fault);
         }
     }
 }

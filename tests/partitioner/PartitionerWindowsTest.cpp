@@ -8,7 +8,6 @@
 #include "partitioner/frmZonerex.h"
 #include "partitioner/frmZrxEditor.h"
 #include "partitioner/frmZrxParams.h"
-#include "support/Doubles.h"
 #include "support/FormUser.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
@@ -16,7 +15,9 @@
 namespace partitioner {
 namespace {
 
-class PartitionerWindows : public testing::Test, protected doubles::FormUser {
+class PartitionerWindows : public testing::Test,
+                           public doubles::Bench<doubles::MemoryFiles>,
+                           protected doubles::FormUser {
   protected:
     PartitionerWindows() {
         State.ZrxDir = "C:\\Z\\";
@@ -30,17 +31,7 @@ class PartitionerWindows : public testing::Test, protected doubles::FormUser {
         Use(*Window_);
     }
     std::string& File(const std::string& name) { return Files.Files["C:\\Z\\" + name]; }
-    std::string Boxes() const {
-        std::string texts;
-        for (const auto& box : Desk.Boxes.Shown) texts += box.Text + "|";
-        return texts;
-    }
 
-    doubles::MemoryFiles Files;
-    doubles::Desktop Desk{Files};
-    doubles::Hall Hall;
-    session::Session State;
-    session::App App{State, Desk.Host, Hall};
     std::unique_ptr<QWidget> Window_;
 };
 
@@ -52,13 +43,12 @@ TEST_F(PartitionerWindows, ParametersDefaultChangeReopen) {
         Texts({"txtChips", "txtSolutions", "txtUtilization", "txtTime", "txtCost", "txtPower", "txtDevices"}),
         "5|25|100|55|2|3|1|");
     ClickTab("SSTab1", "Devices");
-    for (const char* box : {"Device0", "Device29"}) Click(box);  // one of the two P16L8
+    ClickEach({"Device0", "Device29"});  // one of the two P16L8
     ClickTab("SSTab1", "Priority");
     TabTo("UpDownPower");
     Key(Qt::Key_Down);
     ClickTab("SSTab1", "Fitting");
-    Click("optHistory");
-    Click("OK");
+    ClickEach({"optHistory", "OK"});
     EXPECT_EQ(State.PartitionFlags, "hsm005l025u100t00:00:55roc3p2N1");
     EXPECT_EQ(File("\\TEMP.DEV"), "EP300\r\nG22V10\r\nP16L8\r\n");
     Open<frmZrxParams>();
@@ -72,9 +62,7 @@ TEST_F(PartitionerWindows, ParametersDefaultChangeReopen) {
 TEST_F(PartitionerWindows, ParametersApplyTheTabInFront) {
     Open<frmZrxParams>();
     ClickTab("SSTab1", "Files");
-    Click("chkReport");
-    Click("chkPld");
-    Click("Apply");
+    ClickEach({"chkReport", "chkPld", "Apply"});
     EXPECT_EQ(State.PartitionFlags, "ro");
     Click("Apply");
     Key(Qt::Key_Escape);
@@ -145,7 +133,7 @@ TEST_F(PartitionerWindows, RunTellsWhatLacks) {
     }
     const std::string folder = " in the C:\\Z\\ directory.|";
     const std::string ended = " ended unexpectedly: exit code 3.|";
-    EXPECT_EQ(Boxes(),
+    EXPECT_EQ(Desk.Boxes.TakeTexts(),
               "No documentation file was found. Recompile the design file and specify that expanded product "
               "terms file(doc) be created |"
               "Unable to load C:\\Z\\zrxtest.  Make sure the file zrxlist.dll is" +
@@ -182,8 +170,7 @@ TEST_F(PartitionerWindows, EditorWritesBesideWhereItReads) {
     for (std::size_t i = 0; i < 61; ++i)
         after.replace(4 + 24 * 61 + 32 * i + 18, 6, std::string{static_cast<char>(i), 0, -2, -1, 44, 1});
     Open<frmZrxEditor>();
-    Click("Update");
-    Click("Update");
+    ClickEach({"Update", "Update"});
     EXPECT_EQ(File("ZRXLIB.DB"), after);
     EXPECT_EQ(File("ZRXLIB.DB.BAK"), before);
     Open<frmZrxEditor>();
@@ -196,14 +183,7 @@ TEST_F(PartitionerWindows, EditorWritesBesideWhereItReads) {
 }
 
 TEST_F(PartitionerWindows, EditorRefusesWhatIsNoLibrary) {
-    const auto open = [this] {
-        try {
-            frmZrxEditor window(App);
-        } catch (const base::RunTimeError& error) {
-            return error.Number();
-        }
-        return 0;
-    };
+    const auto open = [this] { return doubles::ErrorOf([this] { frmZrxEditor window(App); }); };
     EXPECT_EQ(open(), 9);
     EXPECT_TRUE(Files.FileExists("C:\\Z\\zrxlib.db")) << "made, empty";
     const std::string sound = Library(60);
@@ -223,9 +203,9 @@ TEST_F(PartitionerWindows, EditorRefusesWhatIsNoLibrary) {
 
 TEST_F(PartitionerWindows, ShowTheirCaptionsInWhole) {
     File("ZRXLIB.DB") = Library(61);
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZrxParams>(App); }), "");
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZonerex>(App); }), "");
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<frmZrxEditor>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults<frmZrxParams>(App), "");
+    EXPECT_EQ(doubles::FormFaults<frmZonerex>(App), "");
+    EXPECT_EQ(doubles::FormFaults<frmZrxEditor>(App), "");
 }
 
 }  // namespace

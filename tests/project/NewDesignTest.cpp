@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "base/RunTimeError.h"
-#include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 
@@ -49,16 +48,13 @@ class NewDesign : public testing::Test, protected doubles::Hall {
 TEST_F(NewDesign, TheSkeletonToTheByte) {
     EXPECT_EQ(pin.size(), 74u + 2u);
     EXPECT_EQ(pinnode.size(), 75u + 2u);
-    const struct {
-        project::PinCounts Counts;
-        std::string Sections;
-    } cases[] = {
+    const std::pair<project::PinCounts, std::string> cases[] = {
         {{}, ""},
         {{2, 1, 1}, inputs + pin + pin + outputs + pin + pinnodes + pinnode},
         {{0, -1, 2}, outputs + pinnodes + pinnode + pinnode},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(project::TemplateText(Fields(), c.Counts), header + c.Sections + end);
+    for (const auto& [counts, sections] : cases) {
+        EXPECT_EQ(project::TemplateText(Fields(), counts), header + sections + end);
     }
     EXPECT_EQ(project::TemplateText(Fields(), {32767, 0, 0}).size(),
               header.size() + inputs.size() + 32767 * pin.size() + end.size());

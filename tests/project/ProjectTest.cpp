@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "base/RunTimeError.h"
-#include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 
@@ -21,7 +20,7 @@ class Windows : public project::ProjectWindows {
     bool CancelsNewDesign = false;
 
     bool IsOpen() const override { return Open; }
-    void HideProject() override { Log.push_back("HideProject"); }
+    void HideProject() override {}
     bool UnloadProject() override {
         Log.push_back("UnloadProject");
         return !Refuses;
@@ -56,20 +55,15 @@ class Document : public doubles::Document {
     Calls& log_;
 };
 
-class Project : public testing::Test {
+class Project : public testing::Test, public doubles::Bench<doubles::MemoryFiles> {
   protected:
-    doubles::MemoryFiles files_;
-    doubles::Desktop desktop_{files_};
-    session::Session state_;
-    doubles::Hall hall_;
-    session::App app_{state_, desktop_.Host, hall_};
-    Windows windows_{hall_.Calls};
-    project::ProjectDesk desk_{app_, windows_};
+    Windows windows_{Hall.Calls};
+    project::ProjectDesk desk_{App, windows_};
 
-    Document Open(std::int16_t id, const std::string& caption) { return {state_, hall_.Calls, id, caption}; }
+    Document Open(std::int16_t id, const std::string& caption) { return {State, Hall.Calls, id, caption}; }
     Calls TakeLog() {
-        Calls log = std::exchange(hall_.Calls, {});
-        for (const std::string& told : std::exchange(desktop_.Link.Log, {})) log.push_back(told);
+        Calls log = std::exchange(Hall.Calls, {});
+        for (const std::string& told : std::exchange(Desk.Link.Log, {})) log.push_back(told);
         return log;
     }
 };
@@ -77,7 +71,7 @@ class Project : public testing::Test {
 }  // namespace
 
 TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
-    desktop_.Link.Servers = {"Wavrik|frmMain", "Schematic|frmMain", "Stavrik|frmMain"};
+    Desk.Link.Servers = {"Wavrik|frmMain", "Schematic|frmMain", "Stavrik|frmMain"};
     const std::string open = "C:\\W\\A.JED";
     Document document = Open(1, open);
     const struct {
@@ -97,28 +91,28 @@ TEST_F(Project, AFileGoesToItsToolOrIntoADocument) {
         {"C:\\W\\A.jed", platform::Answer::Yes, {"OpenDocument C:\\W\\A.jed"}},
     };
     for (const auto& c : cases) {
-        desktop_.Boxes.Answers = {c.Answer};
+        Desk.Boxes.Answers = {c.Answer};
         project::OpenProjectFile(desk_, c.File);
         EXPECT_EQ(TakeLog(), c.Done) << c.File;
     }
-    ASSERT_EQ(desktop_.Boxes.Shown.size(), 3u);
-    EXPECT_EQ(desktop_.Boxes.LastText(), "Open the Simulator Input file with Wavrik?");
-    EXPECT_EQ(desktop_.Boxes.Shown.back().Title, "Open With Wavrik ...");
-    EXPECT_EQ(desktop_.Boxes.Shown.back().Choice, platform::Buttons::YesNo);
+    ASSERT_EQ(Desk.Boxes.Shown.size(), 3u);
+    EXPECT_EQ(Desk.Boxes.LastText(), "Open the Simulator Input file with Wavrik?");
+    EXPECT_EQ(Desk.Boxes.Shown.back().Title, "Open With Wavrik ...");
+    EXPECT_EQ(Desk.Boxes.Shown.back().Choice, platform::Buttons::YesNo);
 }
 
 TEST_F(Project, AToolThatDoesNotRunIsStarted) {
-    state_.InstallRoot = "C:\\K";
+    State.InstallRoot = "C:\\K";
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
-    EXPECT_EQ(desktop_.Programs.Started, Calls{"C:\\K\\Schematic\\Schematic C:\\W\\A.SCH  /NoSplash"});
-    desktop_.Programs.FailWith = base::errFileNotFound;
+    EXPECT_EQ(Desk.Programs.Started, Calls{"C:\\K\\Schematic\\Schematic C:\\W\\A.SCH  /NoSplash"});
+    Desk.Programs.FailWith = base::errFileNotFound;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
-    desktop_.Link.Servers = {"Schematic|frmMain"};
-    desktop_.Link.OnCommand = [](const std::string&) { return platform::errLinkSilent; };
-    desktop_.Programs.FailWith = 0;
+    Desk.Link.Servers = {"Schematic|frmMain"};
+    Desk.Link.OnCommand = [](const std::string&) { return platform::errLinkSilent; };
+    Desk.Programs.FailWith = 0;
     project::OpenProjectFile(desk_, "C:\\W\\A.SCH");
-    EXPECT_EQ(desktop_.Programs.Started.size(), 1u);
-    EXPECT_TRUE(desktop_.Boxes.Shown.empty());
+    EXPECT_EQ(Desk.Programs.Started.size(), 1u);
+    EXPECT_TRUE(Desk.Boxes.Shown.empty());
 }
 
 TEST_F(Project, LoadingTellsTheMenusAndClosingTakesItsDocuments) {
@@ -126,19 +120,19 @@ TEST_F(Project, LoadingTellsTheMenusAndClosingTakesItsDocuments) {
     Document other = Open(2, "C:\\W\\SUB.PLD");
     Document longer = Open(3, "C:\\X\\ADDER.PLD");
     Document last = Open(4, "C:\\W\\ADD.SI");
-    project::ProjectLoaded(app_);
+    project::ProjectLoaded(App);
     EXPECT_TRUE(first.ShowsProject() && last.ShowsProject());
 
     longer.Refuses = true;
-    EXPECT_FALSE(project::QueryUnloadProject(app_, "C:\\W\\ADD"));
+    EXPECT_FALSE(project::QueryUnloadProject(App, "C:\\W\\ADD"));
     EXPECT_EQ(TakeLog(), (Calls{"unload C:\\W\\ADD.PLD", "unload C:\\X\\ADDER.PLD"}));
 
     longer.Refuses = false;
     longer.Takes = 4;
-    EXPECT_TRUE(project::QueryUnloadProject(app_, "C:\\W\\ADD"));
+    EXPECT_TRUE(project::QueryUnloadProject(App, "C:\\W\\ADD"));
     EXPECT_EQ(TakeLog(), Calls{"unload C:\\X\\ADDER.PLD"});
-    EXPECT_TRUE(project::QueryUnloadProject(app_, ""));
-    EXPECT_EQ(state_.Documents.All(), std::vector<session::Document*>{&other});
+    EXPECT_TRUE(project::QueryUnloadProject(App, ""));
+    EXPECT_EQ(State.Documents.All(), std::vector<session::Document*>{&other});
 }
 
 TEST_F(Project, OpeningLeavesTheProjectOnceAFileIsChosen) {
@@ -166,49 +160,37 @@ TEST_F(Project, OpeningLeavesTheProjectOnceAFileIsChosen) {
         {"C:\\W\\a.pld", false, false, {"OpenDocument C:\\W\\a.pld"}, "", ""},
     };
     for (const auto& c : cases) {
-        state_.sProject = "OLD";
+        State.sProject = "OLD";
         windows_.Open = c.WasOpen;
         windows_.Refuses = c.Refuses;
-        desktop_.Boxes.Shown.clear();
-        desktop_.Boxes.Files = {c.File};
+        Desk.Boxes.Shown.clear();
+        Desk.Boxes.Files = {c.File};
         project::mnuProjectOpen_Click(desk_);
         const std::string file = c.File.value_or("(cancelled)");
         EXPECT_EQ(TakeLog(), c.Done) << file;
-        EXPECT_EQ(desktop_.Boxes.LastText(), c.Box) << file;
-        EXPECT_EQ(state_.sProject, c.Project) << file;
+        EXPECT_EQ(Desk.Boxes.LastText(), c.Box) << file;
+        EXPECT_EQ(State.sProject, c.Project) << file;
     }
-    EXPECT_EQ(desktop_.Boxes.FileRequests.back().Filter, "PLD Files (*.pld)|*.pld");
+    EXPECT_EQ(Desk.Boxes.FileRequests.back().Filter, "PLD Files (*.pld)|*.pld");
 }
 
 TEST_F(Project, ANewProjectBeginsWithANewDesign) {
     Document document = Open(1, "C:\\W\\A.PLD");
-    hall_.Active = &document;
-    state_.sProject = "OLD";
+    Hall.Active = &document;
+    State.sProject = "OLD";
     windows_.Open = windows_.Refuses = true;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), Calls{"UnloadProject"});
-    EXPECT_EQ(state_.sProject, "OLD");
+    EXPECT_EQ(State.sProject, "OLD");
 
     windows_.Refuses = false;
     windows_.CancelsNewDesign = true;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), (Calls{"UnloadProject", "ShowNewDesign"}));
-    EXPECT_EQ(state_.sProject, "");
+    EXPECT_EQ(State.sProject, "");
 
     windows_.Open = windows_.CancelsNewDesign = false;
     project::mnuNewProject_Click(desk_);
     EXPECT_EQ(TakeLog(), (Calls{"ShowNewDesign", "ShowProject", "front C:\\W\\A.PLD"}));
     EXPECT_TRUE(document.ShowsProject());
-}
-
-TEST_F(Project, TheViewEntryShowsAndHidesTheWindow) {
-    Document document = Open(1, "C:\\W\\A.PLD");
-    project::mnuProject_Click(desk_, document);
-    windows_.Open = true;
-    project::ProjectLoaded(app_);
-    project::mnuProject_Click(desk_, document);
-    EXPECT_FALSE(document.ShowsProject());
-    project::mnuProject_Click(desk_, document);
-    EXPECT_TRUE(document.ShowsProject());
-    EXPECT_EQ(TakeLog(), (Calls{"ShowProject", "HideProject", "ShowProject"}));
 }

@@ -168,12 +168,12 @@ TEST_F(ProjectWindows, ClosesWithItsDocumentsAlone) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Window(), nullptr);
 
-    Hall.DocumentCommands.Run("mnuProject", other, -1);
-    ASSERT_NE(Window(), nullptr);
-    EXPECT_TRUE(CanCloseProject() && Window()->isVisible());
-    Hall.DocumentCommands.Run("mnuProject", other, -1);
-    EXPECT_FALSE(Window()->isVisible());
-    EXPECT_TRUE(CanCloseProject());
+    for (const bool isShown : {true, false, true}) {
+        Hall.DocumentCommands.Run("mnuProject", other, -1);
+        ASSERT_NE(Window(), nullptr);
+        EXPECT_TRUE(CanCloseProject() && Window()->isVisible() == isShown);
+        EXPECT_EQ(other.ShowsProject(), isShown);
+    }
     EXPECT_TRUE(Room.CloseProject());
     EXPECT_FALSE(CanCloseProject());
 }
@@ -239,7 +239,7 @@ TEST_F(ProjectWindows, ANewDesignIsAskedForAndWritten) {
 }
 
 TEST_F(ProjectWindows, ShowTheirCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([&] { return std::make_unique<project::frmNewDesign>(App); }), "");
+    EXPECT_EQ(doubles::FormFaults<project::frmNewDesign>(App), "");
 }
 
 }  // namespace
