@@ -4,7 +4,6 @@
 
 #include "platform/qt/HostFileSystem.h"
 #include "shell/ToolbarModel.h"
-#include "support/Doubles.h"
 #include "support/Rooms.h"
 
 namespace {
@@ -13,7 +12,7 @@ using Lines = std::vector<std::string>;
 
 const Lines names = {"Calculator", "Explorer", "DOS", "Stavrik", "Schematic", "Wavrik", "Programmer"};
 
-class CompanionToolsTest : public testing::Test {
+class CompanionToolsTest : public testing::Test, public doubles::Bench<platform::qt::HostFileSystem> {
   protected:
     CompanionToolsTest() {
         State.InstallRoot = Folder.Logic();
@@ -41,11 +40,6 @@ class CompanionToolsTest : public testing::Test {
     Lines TakeStarted() { return std::exchange(Desk.Programs.Started, {}); }
 
     doubles::TemporaryFolder Folder;
-    platform::qt::HostFileSystem Files;
-    doubles::Desktop Desk{Files};
-    session::Session State;
-    doubles::Hall Hall;
-    session::App App{State, Desk.Host, Hall};
 };
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "base/RunTimeError.h"
 #include "editor/HighlightTables.h"
 #include "support/Doubles.h"
@@ -120,23 +118,6 @@ TEST_F(ConfigFile, EveryCutFailsCleanly) {
         Read(whole.substr(0, cut));
         ASSERT_EQ(Desk.Boxes.Shown.size(), 1u) << cut;
         ASSERT_TRUE(HoldsDefaults()) << cut;
-    }
-}
-
-TEST_F(ConfigFile, MutatedFilesEndInValidState) {
-    std::mt19937 random(5);
-    const std::string whole = DefaultBytes();
-    for (int round = 0; round < 3000; ++round) {
-        std::string bytes = whole;
-        for (int n = 0; n < 3; ++n) bytes[random() % bytes.size()] = static_cast<char>(random());
-        Read(bytes);
-        if (Desk.Boxes.Shown.empty()) {
-            const std::string once = shell::ConfigBytes(State);
-            Read(once);
-            ASSERT_EQ(shell::ConfigBytes(State), once);
-        } else {
-            ASSERT_TRUE(HoldsDefaults());
-        }
     }
 }
 

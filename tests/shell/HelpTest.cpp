@@ -59,20 +59,18 @@ TEST(Help, PagesHoldTheirSectionsAndAreFound) {
              "A", "# Guide\nabout\n## One `x`\n1\n### Deep\nred fox\n```\n# no page\n```\n## Two\nfox"),
          shell::ReadHelpBook("B", "no heading"),
          shell::ReadHelpBook("C", "# C\n## Fox hunt\nRed\n## Fox\n")}};
-    const struct {
-        const char* Link;
-        const char* Text;
-    } cases[] = {{"A.md", "# Guide\nabout\n"},
-                 {"a.md#one-x", "## One `x`\n1\n### Deep\nred fox\n```\n# no page\n```\n"},
-                 {"A.md#deep", "### Deep\nred fox\n```\n# no page\n```\n"},
-                 {"#fox-hunt", "## Fox hunt\nRed\n"},
-                 {"B.md", "no heading"},
-                 {"A.md#no-page", ""},
-                 {"D.md", ""},
-                 {"A.txt", ""}};
-    for (const auto& c : cases) {
-        const auto place = library.Follow(c.Link, 2);
-        EXPECT_EQ(place ? library.PageText(*place) : "", c.Text) << c.Link;
+    const std::pair<const char*, const char*> cases[] = {
+        {"A.md", "# Guide\nabout\n"},
+        {"a.md#one-x", "## One `x`\n1\n### Deep\nred fox\n```\n# no page\n```\n"},
+        {"A.md#deep", "### Deep\nred fox\n```\n# no page\n```\n"},
+        {"#fox-hunt", "## Fox hunt\nRed\n"},
+        {"B.md", "no heading"},
+        {"A.md#no-page", ""},
+        {"D.md", ""},
+        {"A.txt", ""}};
+    for (const auto& [link, text] : cases) {
+        const auto place = library.Follow(link, 2);
+        EXPECT_EQ(place ? library.PageText(*place) : "", text) << link;
     }
     EXPECT_EQ(Titles(library, library.Search(" fOx  red ")), "Fox hunt|Deep|");
     EXPECT_EQ(Titles(library, library.Search("fox")), "Fox hunt|Fox|Deep|Two|");

@@ -1,21 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "shell/Imports.h"
-#include "support/Doubles.h"
 #include "support/MemoryFiles.h"
 #include "support/Rooms.h"
 
 TEST(Imports, RunTheirConverterAndOpenWhatItLeaves) {
-    doubles::MemoryFiles files;
-    session::Session state;
-    state.NettrelDir = "C:\\N\\";
-    state.UtilityDir = "C:\\U\\";
-    state.WorkDir = "C:\\WORK";
-    const struct {
-        const char* Entry;
-        const char* Chosen;
-        const char* Calls;
-    } cases[] = {
+    const std::array<const char*, 3> cases[] = {
+        // entry, chosen file, calls
+
         {"mnuImportAhdl", "C:\\a.tdf",
          "RunAndWait C:\\U\\TDF2TESK.EXE C:\\a.tdf C:\\a.PLD|OpenDocument C:\\a.PLD|"},
         {"mnuImportAhdl", "C:\\a b.tdf",
@@ -28,17 +22,16 @@ TEST(Imports, RunTheirConverterAndOpenWhatItLeaves) {
         {"mnuImportPla", "", ""},
         {"mnuImportPla", nullptr, ""},
     };
-    for (const auto& c : cases) {
-        doubles::Desktop desktop(files);
-        doubles::Hall hall;
-        session::App app{state, desktop.Host, hall};
-        if (c.Chosen != nullptr) desktop.Boxes.Files.push_back(c.Chosen);
+    for (const auto& [entry, chosen, calls] : cases) {
+        doubles::Bench<doubles::MemoryFiles> bench;
+        bench.State.NettrelDir = "C:\\N\\";
+        bench.State.UtilityDir = "C:\\U\\";
+        bench.State.WorkDir = "C:\\WORK";
+        if (chosen != nullptr) bench.Desk.Boxes.Files.push_back(chosen);
         session::MainCommands commands;
-        commands.Add(shell::ImportCommands(app));
-        commands.Run(c.Entry, -1);
-        std::string calls;
-        for (const std::string& call : hall.Calls) calls += call + "|";
-        EXPECT_EQ(calls, c.Calls);
-        EXPECT_EQ(desktop.Boxes.FileRequests.at(0).InitialFolder, "C:\\WORK");
+        commands.Add(shell::ImportCommands(bench.App));
+        commands.Run(entry, -1);
+        EXPECT_EQ(doubles::Joined(bench.Hall.Calls), calls);
+        EXPECT_EQ(bench.Desk.Boxes.FileRequests.at(0).InitialFolder, "C:\\WORK");
     }
 }

@@ -104,16 +104,14 @@ TEST_F(StartUpTest, TheDeviceLibraryIsCopiedWhenSizeOrDateDiffer) {
 }
 
 TEST(InstallRoot, IsCutByTheLengthOfTheExecutablesName) {
-    const struct {
-        const char* Program;
-        const char* Root;
-    } cases[] = {{"C:\\Opt\\Korvane\\Korvane", "C:\\Opt"},
-                 {"C:\\Opt\\Korvane\\Korvane.EXE", "C:\\Opt"},
-                 {"C:\\Opt\\bin\\Korvane", "C:"},  // a shorter folder cuts into the next one
-                 {"C:\\Opt\\KorvaneBeta\\Korvane", "C:\\Opt\\Kor"}};
-    for (const auto& c : cases) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"C:\\Opt\\Korvane\\Korvane", "C:\\Opt"},
+        {"C:\\Opt\\Korvane\\Korvane.EXE", "C:\\Opt"},
+        {"C:\\Opt\\bin\\Korvane", "C:"},  // a shorter folder cuts into the next one
+        {"C:\\Opt\\KorvaneBeta\\Korvane", "C:\\Opt\\Kor"}};
+    for (const auto& [program, root] : cases) {
         session::Session state;
-        shell::ComputeInstallRoot(state, c.Program);
-        EXPECT_EQ(state.InstallRoot, c.Root) << c.Program;
+        shell::ComputeInstallRoot(state, program);
+        EXPECT_EQ(state.InstallRoot, root) << program;
     }
 }

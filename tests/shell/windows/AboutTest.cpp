@@ -12,7 +12,7 @@ namespace {
 
 const std::string programKey = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
 const std::string folderKey = "SOFTWARE\\Microsoft\\Shared Tools Location";
-const std::string unavailable = "box: System Information Is Unavailable At This Time";
+const std::string unavailable = "System Information Is Unavailable At This Time";
 
 class About : public testing::Test, protected doubles::FormUser {
   protected:
@@ -48,10 +48,7 @@ TEST_F(About, SystemInfoIsLookedForInTwoPlaces) {
         shell::frmAbout form(desktop.Host, nullptr);
         Use(form);
         Click("cmdSysInfo");
-        std::string result;
-        for (const auto& line : desktop.Programs.Started) result += line;
-        for (const auto& box : desktop.Boxes.Shown) result += "box: " + box.Text;
-        EXPECT_EQ(result, c.Result);
+        EXPECT_EQ(doubles::Joined(desktop.Programs.Started) + desktop.Boxes.TakeTexts(), c.Result + "|");
         EXPECT_TRUE(form.isVisible());
         Click("cmdOK");
         EXPECT_FALSE(form.isVisible());

@@ -2,8 +2,7 @@
 
 using platform::Answer;
 
-TEST_F(ShellFixture, UntitledNumbersFollowTheCounter) {
-    Start();
+TEST_F(RunningShell, UntitledNumbersFollowTheCounter) {
     EXPECT_EQ(NewText().Caption(), "Untitled 1");
     EXPECT_EQ(NewText().Caption(), "Untitled 2");
     for (session::Document* document : state.Documents.All()) EXPECT_TRUE(document->Unload());
@@ -13,8 +12,7 @@ TEST_F(ShellFixture, UntitledNumbersFollowTheCounter) {
     EXPECT_EQ(NewText().Caption(), "Untitled 0");
 }
 
-TEST_F(ShellFixture, OpeningADesignMakesTheProjectAndTheRecentList) {
-    Start();
+TEST_F(RunningShell, OpeningADesignMakesTheProjectAndTheRecentList) {
     editor::frmDocument& document = Open("R&D/one.pld", "Name one;\nPIN 1 = a;\n");
     EXPECT_EQ(document.Caption(), UpperLogic("R&D/one.pld"));
     EXPECT_EQ(document.FileName(), document.Caption());
@@ -33,8 +31,7 @@ TEST_F(ShellFixture, OpeningADesignMakesTheProjectAndTheRecentList) {
     EXPECT_EQ(state.sProject, "");
 }
 
-TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
-    Start();
+TEST_F(RunningShell, AMissingFileOpensAsANewOne) {
     shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("new.pld"));
     EXPECT_EQ(desktop.Boxes.LastText(),
               "The file " + UpperLogic("new.pld") + " doesn't exist. New File assumed");
@@ -45,8 +42,7 @@ TEST_F(ShellFixture, AMissingFileOpensAsANewOne) {
     EXPECT_EQ(folder.Read("NEW.PLD"), "x");
 }
 
-TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
-    Start();
+TEST_F(RunningShell, AnUnreadFileIsNotReplacedUnasked) {
     folder.Write("big.txt", "x");
     std::filesystem::resize_file(folder.Path() / "big.txt", platform::FileSystem::MaxFileSize + 1);  // sparse
     shell->TheApp().Hall.Editor->OpenDocument(folder.Logic("big.txt"));
@@ -65,8 +61,7 @@ TEST_F(ShellFixture, AnUnreadFileIsNotReplacedUnasked) {
     EXPECT_EQ(folder.Read("big.txt"), "x");
 }
 
-TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
-    Start();
+TEST_F(RunningShell, OddBytesAndLineEndsSurviveOpenAndSave) {
     const std::string odd("\xff\xfe a\x00z \xc3\xa4 \xe4\r\n\tend", 18);
     editor::frmDocument& document = Open("odd.bin", odd);
     EXPECT_EQ(document.txtText().Text(), odd);
@@ -75,8 +70,7 @@ TEST_F(ShellFixture, OddBytesAndLineEndsSurviveOpenAndSave) {
     EXPECT_FALSE(document.Dirty());
 }
 
-TEST_F(ShellFixture, SaveWritesTheTypedTextOrTellsWhyNot) {
-    Start();
+TEST_F(RunningShell, SaveWritesTheTypedTextOrTellsWhyNot) {
     editor::frmDocument& document = Open("a.txt", "old");
     Type(document, "new ");
     EXPECT_TRUE(document.Dirty());
@@ -93,8 +87,7 @@ TEST_F(ShellFixture, SaveWritesTheTypedTextOrTellsWhyNot) {
     EXPECT_EQ(folder.Read("a.txt"), "new old");
 }
 
-TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
-    Start();
+TEST_F(RunningShell, SaveAsOpensASecondWindowAndLeavesTheFirst) {
     editor::frmDocument& first = NewText();
     Type(first, "abc");
     desktop.Boxes.Files = {std::nullopt, folder.Logic("Copy.txt")};
@@ -109,8 +102,7 @@ TEST_F(ShellFixture, SaveAsOpensASecondWindowAndLeavesTheFirst) {
     EXPECT_EQ(ActiveDocument()->Caption(), UpperLogic("Copy.txt"));
 }
 
-TEST_F(ShellFixture, ClosingADirtyTextAsks) {
-    Start();
+TEST_F(RunningShell, ClosingADirtyTextAsks) {
     editor::frmDocument& document = Open("a.txt", "old");
     Type(document, "X");
     desktop.Boxes.Answers = {Answer::Cancel};
@@ -138,8 +130,7 @@ TEST_F(ShellFixture, ClosingADirtyTextAsks) {
     EXPECT_TRUE(untitled.Unload()) << "a cancelled dialog gives the text up";
 }
 
-TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
-    Start();
+TEST_F(RunningShell, AWindowWithATakenKeyLeavesTheOthersAlone) {
     editor::frmDocument& first = Open("1.txt", "1");
     editor::frmDocument& second = Open("2.txt", "2");
     first.Unload();
@@ -153,8 +144,7 @@ TEST_F(ShellFixture, AWindowWithATakenKeyLeavesTheOthersAlone) {
     EXPECT_EQ(folder.Read("3.txt"), "3");
 }
 
-TEST_F(ShellFixture, RecentFilesKeepSixWithoutDuplicates) {
-    Start();
+TEST_F(RunningShell, RecentFilesKeepSixWithoutDuplicates) {
     for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "4"})
         shell->TheApp().Hall.Editor->UpdateMru(name);
     EXPECT_EQ(state.RecentFiles, (std::array<std::string, 7>{"4", "7", "6", "5", "3", "2", ""}));
@@ -190,8 +180,7 @@ TEST_F(ShellFixture, ThePositionIsTheCaretsLineAndTheSelectionsStart) {
 }
 
 // No event of the timers comes between.
-TEST_F(ShellFixture, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
-    Start();
+TEST_F(RunningShell, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
     QApplication::clipboard()->clear();
     editor::frmDocument& document = Open("a.txt", "");
     const auto enabled = [&](const char* entry, const char* button) {
@@ -216,8 +205,7 @@ TEST_F(ShellFixture, WhatIsSelectedOrCopiedCanBeUsedAtOnce) {
     EXPECT_EQ(document.txtText().Text(), "");
 }
 
-TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
-    Start();
+TEST_F(RunningShell, TheFontGoesToTheWholeText) {
     state.EditorFont.ForeColor = 0x123456;
     editor::frmDocument& document = Open("a.txt", "some text");
     EXPECT_EQ(document.txtText().SelFormat().Color, 0) << "the setting's colour is not the text's";
@@ -233,8 +221,7 @@ TEST_F(ShellFixture, TheFontGoesToTheWholeText) {
     EXPECT_FALSE(document.Dirty());
 }
 
-TEST_F(ShellFixture, EveryDesignIsColouredOnLoadAndWhileTyping) {
-    Start();
+TEST_F(RunningShell, EveryDesignIsColouredOnLoadAndWhileTyping) {
     for (const char* name : {"one.pld", "two.pld"}) {
         editor::frmDocument& document = Open(name, "Name Wrong;\r\nPIN 2 = A;\r\n/* c */\r\n");
         platform::RichTextBox& text = document.txtText();

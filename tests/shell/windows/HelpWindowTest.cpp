@@ -83,7 +83,7 @@ TEST_F(HelpWindow, IsReadByContentsByWordsAndByLinks) {
 }
 
 TEST_F(HelpWindow, ShowsItsCaptionsInWhole) {
-    EXPECT_EQ(doubles::FormFaults([] { return std::make_unique<shell::frmHelp>(shell::HelpLibrary()); }), "");
+    EXPECT_EQ(doubles::FormFaults<shell::frmHelp>(shell::HelpLibrary()), "");
 }
 
 TEST_F(HelpWindow, ListsTheChipMakersFilesInBothMenus) {

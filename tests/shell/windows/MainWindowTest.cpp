@@ -15,34 +15,25 @@
 
 using platform::Answer;
 
-TEST_F(ShellFixture, TheActiveDocumentsMenusReplaceTheMainOnes) {
-    Start();
+TEST_F(RunningShell, MenusAreThoseOfTheActiveChildWhichIsShown) {
     QMenuBar& bar = *shell->Main().menuBar();
     EXPECT_EQ(bar.actions().size(), 5);
-    editor::frmDocument& document = Open("a.txt", "");
+    editor::frmDocument& document = Open("R&D.txt", "");
     EXPECT_EQ(bar.actions().size(), 8);
     EXPECT_EQ(bar.actions().at(1), document.Menus()->Menu("mnuEdit")->menuAction());
-    shell->TheApp().Hall.ToolChain->BringMessagesToFront();
-    EXPECT_EQ(bar.actions().size(), 5);
-    document.BringToFront();
-    EXPECT_EQ(bar.actions().size(), 8);
-    document.Unload();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(bar.actions().size(), 5);
-}
-
-TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
-    Start();
-    editor::frmDocument& document = Open("R&D.txt", "");
     const auto isShown = [&](const char* button) {
         return shell->Main().findChild<QAction*>(button)->isVisible();
     };
     QWidget& messages = *Messages().parentWidget();
     shell->TheApp().Hall.ToolChain->BringMessagesToFront();
+    EXPECT_EQ(bar.actions().size(), 5);
+    document.BringToFront();
+    EXPECT_EQ(bar.actions().size(), 8);
+    shell->TheApp().Hall.ToolChain->BringMessagesToFront();
     QTest::keyClick(&Messages(), Qt::Key_F4, Qt::ControlModifier);
     ASSERT_FALSE(messages.isVisible());
     EXPECT_EQ(ActiveDocument(), &document);  // the next one takes over
-    EXPECT_EQ(shell->Main().menuBar()->actions().size(), 8);
+    EXPECT_EQ(bar.actions().size(), 8);
     QMenu& windows = *document.Menus()->Menu("mnuWindow");
     windows.popup({});
     QAction& listed = *windows.actions().back();
@@ -52,15 +43,14 @@ TEST_F(ShellFixture, AChildThatIsHiddenIsNotTheActiveOne) {
     shell->SetPanel(1, "told");
     EXPECT_TRUE(document.Unload());
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(shell->Main().menuBar()->actions().size(), 5);
+    EXPECT_EQ(bar.actions().size(), 5);
     desktop.Time.Advance(std::chrono::milliseconds(500));
     EXPECT_EQ(shell->Panel(1), "");
     EXPECT_TRUE(isShown("DepComp") && !isShown("Util1"));  // another active child hides both
     EXPECT_TRUE(shell->Main().findChild<QAction*>("AllTESK")->isEnabled());
 }
 
-TEST_F(ShellFixture, TheChildUsedBeforeFollowsOneThatCloses) {
-    Start();
+TEST_F(RunningShell, TheChildUsedBeforeFollowsOneThatCloses) {
     editor::frmDocument &a = Open("A.TXT", ""), &b = Open("B.TXT", ""), &c = Open("C.TXT", "");
     for (auto* document : {&b, &c, &a}) QTest::mouseClick(TextOf(*document).viewport(), Qt::LeftButton);
     Key(a, Qt::Key_F4, Qt::ControlModifier);
@@ -69,20 +59,24 @@ TEST_F(ShellFixture, TheChildUsedBeforeFollowsOneThatCloses) {
     EXPECT_EQ(ActiveDocument(), &b);
 }
 
-TEST_F(ShellFixture, NoShortcutStandsTwiceInAMenu) {
-    for (const auto& table : {editor::DocumentMenu(), shell::MainMenu()}) {
-        std::map<std::string, std::string> entries;
-        for (const platform::MenuRow& row : table) {
-            if (std::string(row.Shortcut).empty()) continue;
-            EXPECT_FALSE(QKeySequence(row.Shortcut).isEmpty()) << row.Name;
-            EXPECT_TRUE(entries.emplace(row.Shortcut, row.Name).second)
-                << row.Shortcut << " of " << row.Name << " and " << entries[row.Shortcut];
-        }
-    }
+// Among the entries of its menu and all else that a window does by keys.
+TEST_F(ShellFixture, NoKeyHasTwoMeanings) {
+    for (const auto& table : {editor::DocumentMenu(), shell::MainMenu()})
+        for (const platform::MenuRow& row : table)
+            EXPECT_EQ(QKeySequence(row.Shortcut).isEmpty(), *row.Shortcut == '\0') << row.Name;
+    Start();
+    const auto expectOne = [](const QObject& window, std::size_t least) {
+        std::map<QKeySequence, int> uses;
+        for (const QAction* action : window.findChildren<QAction*>())
+            if (!action->shortcut().isEmpty()) ++uses[action->shortcut()];
+        EXPECT_GT(uses.size(), least);
+        for (const auto& [key, count] : uses) EXPECT_EQ(count, 1) << key.toString().toStdString();
+    };
+    expectOne(shell->Main(), 2);
+    expectOne(Open("a.txt", ""), 15);
 }
 
-TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
-    Start();
+TEST_F(RunningShell, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
     editor::frmDocument& document = Open("a.txt", "");
     for (const platform::MenuRow& row : editor::DocumentMenu()) {
         if (row.Count > 0) continue;
@@ -104,17 +98,6 @@ TEST_F(ShellFixture, EntriesWithoutACommandAreDisabledAndTheOthersRun) {
     EXPECT_FALSE(document.Menus()->Entry("mnuImportVhdl").isEnabled());
 }
 
-TEST_F(ShellFixture, NoOtherKeyStandsAgainstAMenusShortcut) {
-    Start();
-    editor::frmDocument& document = Open("a.txt", "");
-    std::map<QKeySequence, int> uses;
-    for (const QAction* action : document.findChildren<QAction*>()) {
-        if (!action->shortcut().isEmpty()) ++uses[action->shortcut()];
-    }
-    EXPECT_GT(uses.size(), 15u);
-    for (const auto& [key, count] : uses) EXPECT_EQ(count, 1) << key.toString().toStdString();
-}
-
 TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
     std::filesystem::remove_all(folder.Path() / "Korvane/Utility");
     std::filesystem::remove_all(folder.Path() / "Korvane/ZrxPart");
@@ -133,8 +116,7 @@ TEST_F(ShellFixture, MissingFoldersHideWhatNeedsThem) {
     EXPECT_FALSE(main.Entry("mnuHelpOvrelList(0)").isVisible());
 }
 
-TEST_F(ShellFixture, ARunBringsClosedMessagesBack) {
-    Start();
+TEST_F(RunningShell, ARunBringsClosedMessagesBack) {
     editor::frmDocument& document = Open("a.pld", "");
     QWidget& window = *Messages().parentWidget();
     window.close();
@@ -145,8 +127,7 @@ TEST_F(ShellFixture, ARunBringsClosedMessagesBack) {
     EXPECT_EQ(ActiveDocument(), &document);
 }
 
-TEST_F(ShellFixture, FileOpenComparesCaptionsExactly) {
-    Start();
+TEST_F(RunningShell, FileOpenComparesCaptionsExactly) {
     Open("A.TXT", "x");
     desktop.Boxes.Files = {folder.Logic("A.TXT"), UpperLogic("A.TXT"), std::nullopt};
     for (int i = 0; i < 3; ++i) shell->Main().RunCommand("mnuFileOpen");
@@ -156,23 +137,7 @@ TEST_F(ShellFixture, FileOpenComparesCaptionsExactly) {
     EXPECT_EQ(desktop.Boxes.FileRequests[0].InitialFolder, state.LastPath);
 }
 
-TEST_F(ShellFixture, TheEndWritesSettingsAndConfigurationUnlessRefused) {
-    Start();
-    editor::frmDocument& document = Open("a.txt", "x");
-    Type(document, "y");
-    desktop.Boxes.Answers = {Answer::Cancel};
-    EXPECT_FALSE(Close());
-    EXPECT_FALSE(folder.Exists("Korvane/KORVANE.CFG"));
-    desktop.Settings.Written.clear();
-    desktop.Boxes.Answers = {Answer::No};
-    EXPECT_TRUE(Close());
-    EXPECT_TRUE(folder.Exists("Korvane/KORVANE.CFG"));
-    EXPECT_FALSE(desktop.Settings.Written.empty());
-    EXPECT_EQ(folder.Read("a.txt"), "x");
-}
-
-TEST_F(ShellFixture, TheEndClosesTheToolsThatItStarted) {
-    Start();
+TEST_F(RunningShell, TheEndClosesTheToolsThatItStarted) {
     const auto start = [&](std::size_t tool, std::uint32_t process) {
         state.StdUtils[tool].TaskId = process;
     };
@@ -241,6 +206,7 @@ TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
             EXPECT_EQ(second.Dirty(), answer == Answer::No);
             EXPECT_EQ(second.txtText().Text(), "Btwo");
             EXPECT_EQ(folder.Read("2.txt"), answer == Answer::No ? "two" : "Btwo");
+            EXPECT_FALSE(folder.Exists("Korvane/KORVANE.CFG"));
         }
         desktop.Boxes.Answers = {Answer::No};
         EXPECT_TRUE(first.Unload() && second.Unload());
@@ -252,11 +218,11 @@ TEST_F(ShellFixture, ARefusedExitLeavesEveryTextOpen) {
     EXPECT_TRUE(Close());
     EXPECT_EQ(folder.Read("NEW.TXT"), "C");
     EXPECT_EQ(folder.Read("1.txt"), "Done");
+    EXPECT_TRUE(folder.Exists("Korvane/KORVANE.CFG"));
     EXPECT_EQ(state.Documents.Count(), 0u);
 }
 
-TEST_F(ShellFixture, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
-    Start();
+TEST_F(RunningShell, AClickOnABarsEntryTogglesTheBarAndItsOwnMark) {
     const shell::frmMain& main = shell->Main();
     const platform::qt::MenuSet* menus[] = {&main.Menus(), Open("1.txt", "").Menus(),
                                             Open("2.txt", "").Menus()};
@@ -292,10 +258,10 @@ TEST_F(ShellFixture, AnUnwritableConfigurationInterruptsTheEndAndIsTriedAgain) {
     EXPECT_FALSE(folder.Read("Korvane/KORVANE.CFG").empty());
 }
 
-TEST_F(ShellFixture, TheNextRunRemembers) {
-    Start();
+TEST_F(RunningShell, TheNextRunRemembers) {
     Open("Work/one.pld", "").Unload();
     state.CompilerFlags = "jm2";
+    state.AutoArrange = false;
     shell->Main().setGeometry(30, 40, 900, 700);
     const QRect frame = shell->Main().Frame();
     ASSERT_NE(frame, shell->Main().geometry()) << "this desktop draws frames";
@@ -309,10 +275,13 @@ TEST_F(ShellFixture, TheNextRunRemembers) {
     EXPECT_EQ(shell->Main().size(), QSize(900, 700));
     EXPECT_TRUE(shell->Main().Menus().Entry("mnuFileMru(0)").isVisible());
     EXPECT_TRUE(desktop.Boxes.Shown.empty()) << desktop.Boxes.LastText();
+    ASSERT_FALSE(state.AutoArrange);
+    const QRect messages = Messages().parentWidget()->geometry();
+    EXPECT_NEAR(messages.y() + messages.height(), shell->Main().Area().viewport()->height(), 1)
+        << "without it messages start at the foot";
 }
 
-TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
-    Start();
+TEST_F(RunningShell, ArrangedWindowsFillTheirRegions) {
     shell->Main().resize(1000, 800);
     editor::frmDocument& document = Open("a.txt", "");
     shell->Main().RunCommand("mnuWindowAuto");
@@ -328,8 +297,7 @@ TEST_F(ShellFixture, ArrangedWindowsFillTheirRegions) {
     EXPECT_FALSE(document.geometry().intersects(Messages().parentWidget()->geometry()));
 }
 
-TEST_F(ShellFixture, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
-    Start();
+TEST_F(RunningShell, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
     shell->Main().resize(1000, 800);
     auto& messages = static_cast<QMdiSubWindow&>(*Messages().parentWidget());
     const auto arrange = [&] {
@@ -357,19 +325,7 @@ TEST_F(ShellFixture, AMinimisedOrMaximisedMessageListTakesItsPlaceLater) {
     EXPECT_FALSE(messages.isVisible());
 }
 
-TEST_F(ShellFixture, WithoutAutoArrangeMessagesStartAtTheFoot) {
-    Start();
-    state.AutoArrange = false;
-    ASSERT_TRUE(Close());
-    state = {};
-    Start();
-    ASSERT_FALSE(state.AutoArrange);
-    const QRect messages = Messages().parentWidget()->geometry();
-    EXPECT_NEAR(messages.y() + messages.height(), shell->Main().Area().viewport()->height(), 1);
-}
-
-TEST_F(ShellFixture, UnsavedTextsComeBackAfterAnAbnormalEnd) {
-    Start();
+TEST_F(RunningShell, UnsavedTextsComeBackAfterAnAbnormalEnd) {
     editor::frmDocument& document = Open("a.txt", "saved");
     Type(document, "lost? ");
     const auto unread = folder.Path() / "unread.txt";
@@ -438,8 +394,7 @@ TEST_F(ShellFixture, ARefusedCopyGoesToTheTrash) {
     EXPECT_TRUE(folder.Read("data/Trash/files/00000001.copy").ends_with("refused"));
 }
 
-TEST_F(ShellFixture, ToolsRunFromTheMenuAndTheToolbar) {
-    Start();
+TEST_F(RunningShell, ToolsRunFromTheMenuAndTheToolbar) {
     state.StdUtils[0].Menu = state.StdUtils[0].Toolbar = true;
     // A name is data: no character of it is an access key, and bytes that can't be shown come back.
     const std::string name = "R&D \xFF";

@@ -89,3 +89,8 @@ class ShellFixture : public testing::Test {
     session::Session state;
     std::unique_ptr<shell::Shell> shell;
 };
+
+class RunningShell : public ShellFixture {
+  protected:
+    RunningShell() { Start(); }
+};
