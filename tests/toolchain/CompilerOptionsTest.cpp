@@ -33,6 +33,12 @@ TEST(CompilerOptions, ParserAndWriter) {
 }
 
 TEST(CompilerOptions, WhatIsOnIsWrittenAndWhatIsGreyedIsNot) {
+    for (const auto& row : toolchain::CompilerOptionTable()) {
+        CompilerOptions one;
+        one.*row.Field = 1;
+        const std::size_t length = toolchain::WriteCompilerFlags(one).size();
+        EXPECT_EQ(length, row.Token == "m" ? 2 : 2 + row.Token.size()) << row.Token;
+    }
     for (std::int16_t value = 1; value <= 2; ++value) {
         CompilerOptions options;
         for (const auto& row : toolchain::CompilerOptionTable()) options.*row.Field = value;
