@@ -12,10 +12,8 @@ std::string Log(const std::string& tool) { return Program(tool) + ".log"; }
 // AllTESK by its menu entry: tools that start, then tools that run.
 TEST_P(Drill, TilesItsCompanions) {
     for (const char* tool : {"Wavrik", "Stavrik", "Schematic"}) Copy(DRILL_TOOL, Program(tool));
-    Write("A.PLD", "Name A;\r\n");
     Write("A.SI", "");
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", "Name A;\r\n");
     const auto tile = [this] { Menu({"&Utilities", "&Tesk Tools"}); };
     tile();
     const std::string wavrik = "Start /NoSplash 7680 0 7680 5760\nBehind\n";
@@ -37,10 +35,8 @@ TEST_P(Drill, TilesItsCompanions) {
 // A companion's button of the toolbar: it starts behind the main window, comes forward, is closed.
 TEST_P(Drill, BringsACompanionForward) {
     Copy(DRILL_TOOL, Program("Wavrik"));
-    Write(".home/config/korvane/settings.ini",
-          "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\nStdUtil5T=number:-1\n");
-    Start();
-    NewText();
+    WriteSettings("StdUtil5T=number:-1\n");
+    StartWithText();
     std::string log;
     for (int time = 0; time < 2; ++time) {
         Button("wavrik");
@@ -49,8 +45,7 @@ TEST_P(Drill, BringsACompanionForward) {
         Button("wavrik");
         ExpectFile(Log("Wavrik"), log += "Tile 0 7680 7680 5760\n");
         WaitWindow("Wavrik");
-        Key("alt+F4");
-        WaitGone("Wavrik");
+        KeyAway("Wavrik", "alt+F4");
         ExpectActive("Untitled 1");
     }
     Key("ctrl+S");

@@ -3,18 +3,12 @@
 // frmDevices ("Device Selection"): the device that the next runs compile for.
 
 TEST_P(Drill, CompilesForTheDeviceChosen) {
-    Write("A.PLD", gate);
-    Start();
-    Open("A.PLD");
-    Key("ctrl+d");
-    WaitWindow("Device Selection");
-    Click("Monolithic Memories");
-    Click("PLCC");
-    Click("PAL16R4");
+    StartWith("A.PLD", gate);
+    KeyFor("Device Selection", "ctrl+d");
+    ClickEach({"Monolithic Memories", "PLCC", "PAL16R4"});
     ExpectSeen("P16R4");  // in txtMnemonic
     Key("Tab", 3);        // to the report
-    Key("ctrl+a");
-    Key("ctrl+c");
+    Key("ctrl+a ctrl+c");
     ExpectClipboard(
         "Mnemonic:  P16R4\nPin Count:  20\nSpecial Options:  None\n"
         "Alternate Part Numbers:  PAL16R4A, PAL16R4A-2, PAL16R4A-4, PAL16R4B, PAL16R4D\n"
@@ -30,29 +24,21 @@ TEST_P(Drill, CompilesForTheDeviceChosen) {
         "Four registers of eight product terms, four outputs of seven and one for the output enable; all "
         "active-low.");
     Click("Device In File");  // it was checked: the design names its own
-    Click("&Ok");
-    WaitGone("Device Selection");
-    Key("F9");
-    AcknowledgeRun();
+    ClickAway("Device Selection", "&Ok");
+    RunAndWait();
     const std::string chosen = CompiledByHand("A", "jaxlbm4", "P16R4");
     ExpectFile("A.JED", chosen);
 
-    Menu({"&Options", "&Devices"});
-    WaitWindow("Device Selection");
+    Menu({"&Options", "&Devices"}, "Device Selection");
     Click("Device In File");
-    Key("Escape");
-    WaitGone("Device Selection");
-    Key("F9");
-    AcknowledgeRun();
+    KeyAway("Device Selection");
+    RunAndWait();
     ExpectFile("A.JED", chosen);
 
-    MenuByMouse({"&Options", "&Devices"});
-    WaitWindow("Device Selection");
+    MenuByMouse({"&Options", "&Devices"}, "Device Selection");
     Click("Device In File");
-    Key("Return");
-    WaitGone("Device Selection");
-    Key("F9");
-    AcknowledgeRun();
+    KeyAway("Device Selection", "Return");
+    RunAndWait();
     const std::string own = CompiledByHand("A", "jaxlbm4");
     ExpectFile("A.JED", own);
     Require(own != chosen, "the two devices have the same fuse map");
@@ -63,10 +49,9 @@ TEST_P(Drill, CompilesForAComplexDevice) {
     Copy(DRILL_INSTALLATION "/Examples/BUSCTL.PLD", "BUSCTL.PLD");
     Start();
     Open("BUSCTL.PLD");
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     ExpectSeen("Fuse map proved", In::Messages);
     ExpectFile("BUSCTL.JED", CompiledByHand("BUSCTL", "jaxlbm4"));
     Require(Read("BUSCTL.FIT").starts_with("C1502P44: "), "the report\n" + Read("BUSCTL.FIT"));
-    Require(Read("BUSCTL.SVF").find("SDR 32 TDI") != std::string::npos, "the program\n" + Read("BUSCTL.SVF"));
+    ExpectPart("BUSCTL.SVF", "SDR 32 TDI");
 }

@@ -28,7 +28,10 @@ class Drill : public testing::TestWithParam<int>, public drill::Desk {
     // The steps in a plain text A.TXT and in a design A.PLD that hold `text`.
     void InTextAndDesign(const std::string& text, const std::function<void(const std::string& name)>& steps);
 
-    void Copy(const std::string& file, const std::string& to);              // into the work folder
+    void StartWith(const std::string& name, const std::string& bytes);  // a file, which is opened
+    void StartWithText();                                               // a new one
+    void WriteSettings(const std::string& values);              // that a start finds, "Name=number:-1\n"
+    void Copy(const std::string& file, const std::string& to);  // into the work folder
     void SaveAndExpect(const std::string& name, const std::string& bytes);  // by Ctrl+S
 
     // The fuse map that the bundled compiler, started by itself, makes of the design.

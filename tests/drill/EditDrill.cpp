@@ -12,33 +12,19 @@ const std::string text =
 
 }  // namespace
 
-TEST_P(Drill, TypesAtTheEnd) {
-    InTextAndDesign(text, [&](const std::string& name) {
-        Key("ctrl+End");
-        Type("/* A{1} */\nZ=!B");
-        SaveAndExpect(name, text + "/* A{1} */\r\nZ=!B");
-    });
-}
-
-TEST_P(Drill, CopiesByKeysAndPastesAtTheEnd) {
+TEST_P(Drill, CopiesByKeysPastesAndTypesAtTheEnd) {
     InTextAndDesign(text, [&](const std::string& name) {
         Key("shift+Right", 4);
-        Key("ctrl+c");
-        Key("ctrl+End");
-        Key("ctrl+v", 2);
-        SaveAndExpect(name, text + "NameName");
+        Key("ctrl+c ctrl+End ctrl+v ctrl+v");
+        Type("/* A{1} */\nZ=!B");
+        SaveAndExpect(name, text + "NameName/* A{1} */\r\nZ=!B");
         ExpectClipboard("Name");
     });
 }
 
 TEST_P(Drill, CutsByKeysAndPastesInTheMiddle) {
     InTextAndDesign(text, [&](const std::string& name) {
-        Key("Down", 2);
-        Key("shift+End");
-        Key("ctrl+x");
-        Key("Up");
-        Key("End");
-        Key("ctrl+v");
+        Key("Down Down shift+End ctrl+x Up End ctrl+v");
         SaveAndExpect(name, "Name Gate;\r\nPIN 1 = A; /* first */PIN 2 = B;\r\n\r\nY = A & B;\r\n");
         ExpectClipboard("PIN 2 = B;");
     });
@@ -76,9 +62,7 @@ TEST_P(Drill, CutsCopiesAndPastesByToolbar) {
 
 TEST_P(Drill, SelectsAllAndReplacesIt) {
     InTextAndDesign(text, [&](const std::string& name) {
-        Key("ctrl+a");
-        Key("ctrl+c");
-        Key("ctrl+x");
+        Key("ctrl+a ctrl+c ctrl+x");
         Type("/* ");
         Key("ctrl+v");
         Type("*/");
@@ -88,10 +72,8 @@ TEST_P(Drill, SelectsAllAndReplacesIt) {
 }
 
 TEST_P(Drill, CarriesTextBetweenDocuments) {
-    Write("A.PLD", text);
     Write("B.TXT", "one two\r\n");
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", text);
     Open("B.TXT");
     DoubleClick("two");
     Key("ctrl+x");
@@ -100,10 +82,7 @@ TEST_P(Drill, CarriesTextBetweenDocuments) {
     DoubleClick("Gate");
     Key("ctrl+v");
     SaveAndExpect("A.PLD", "Name two" + text.substr(9));
-    Key("ctrl+Home");
-    Key("shift+Down");
-    Key("ctrl+c");
-    Key("ctrl+Tab");
+    Key("ctrl+Home shift+Down ctrl+c ctrl+Tab");
     ExpectActive(CaptionOf("B.TXT"));
     Key("ctrl+v");
     SaveAndExpect("B.TXT", "one Name two;\r\n\r\n");
@@ -112,10 +91,7 @@ TEST_P(Drill, CarriesTextBetweenDocuments) {
 TEST_P(Drill, TradesTextWithAnotherProgram) {
     InTextAndDesign(text, [&](const std::string& name) {
         SetClipboard("Grüße, Ωμέγα 漢字 🙂\nline two\n");
-        Key("Down");
-        Key("ctrl+v");
-        Key("shift+Up");
-        Key("ctrl+c");
+        Key("Down ctrl+v shift+Up ctrl+c");
         ExpectClipboard("line two\r\n");
         SaveAndExpect(name,
                       "Name Gate;\r\nGrüße, Ωμέγα 漢字 🙂\r\nline two\r\n" + text.substr(12));
@@ -133,12 +109,7 @@ TEST_P(Drill, TypesWhatAGermanKeyboardHas) {
 TEST_P(Drill, UndoesToTheStart) {
     InTextAndDesign(text, [&](const std::string& name) {
         Type("new ");
-        Key("ctrl+Delete");
-        Key("shift+End");
-        Key("ctrl+x");
-        Key("ctrl+End");
-        Key("ctrl+v");
-        Key("Return");
+        Key("ctrl+Delete shift+End ctrl+x ctrl+End ctrl+v Return");
         SaveAndExpect(name, "new \r\n" + text.substr(12) + "Gate;\r\n");
         for (int i = 0; i < 5; ++i) Key("ctrl+z", 2);
         Menu({"&Edit", "&Undo"});
@@ -173,16 +144,7 @@ TEST_P(Drill, TypesSixtyLinesAtOnce) {
 
 TEST_P(Drill, DeletesLines) {
     InTextAndDesign(text, [&](const std::string& name) {
-        Key("Down");
-        Key("shift+Down");
-        Key("Delete");
-        Key("Down");
-        Key("BackSpace");
-        Key("ctrl+End");
-        Key("shift+Up");
-        Key("shift+Home");
-        Key("BackSpace");
-        Key("ctrl+BackSpace");
+        Key("Down shift+Down Delete Down BackSpace ctrl+End shift+Up shift+Home BackSpace ctrl+BackSpace");
         SaveAndExpect(name, "Name Gate;");
     });
 }
@@ -191,13 +153,10 @@ TEST_P(Drill, EditsOnAfterANewFont) {
     InTextAndDesign(text, [&](const std::string& name) {
         Key("shift+Right", 4);
         Key("ctrl+c");
-        Menu({"&View", "&Font"});
-        WaitWindow("Font");
-        Click("OK");
-        WaitGone("Font");
+        Menu({"&View", "&Font"}, "Font");
+        ClickAway("Font");
         ExpectSeen("PIN 1", In::Document);  // in the font it had
-        Key("ctrl+End");
-        Key("ctrl+v");
+        Key("ctrl+End ctrl+v");
         SaveAndExpect(name, text + "Name");
     });
 }

@@ -5,13 +5,9 @@
 // frmExport ("Export Files"), and the pins of a fit carried back into the design by backpin.exe.
 
 TEST_P(Drill, ExportsWhatIsCheckedAndStaysAtThat) {
-    Write("A.PLD", gate);
-    Start();
-    Open("A.PLD");
-    MenuByMouse({"&File", "&Export "});
-    WaitWindow("Export Files");
-    Click("EDIF");
-    Click("PLA");
+    StartWith("A.PLD", gate);
+    MenuByMouse({"&File", "&Export "}, "Export Files");
+    ClickEach({"EDIF", "PLA"});
     Key("Return");
     Answer("Run KORVANE Compiler?", "KORVANE is about to create the export files. Do you want to continue",
            "&Yes");
@@ -19,8 +15,7 @@ TEST_P(Drill, ExportsWhatIsCheckedAndStaysAtThat) {
     CompiledByHand("A", "bt", "virtual");
     for (const char* name : {"A.EDF", "A.PLA"}) ExpectFile(name, Read(std::string("byhand/") + name));
     ExpectSeen("A.EDF", In::Messages);  // in the tree of the project
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     ExpectSeen("[4000tc] Written: A.PLA, A.EDF for G16V8", In::Messages);
 }
 
@@ -30,26 +25,19 @@ TEST_P(Drill, FloatsThePinsAndAssignsThemAgain) {
     std::string floated = text;
     for (const char* pins : {" 1", " [2..9]", " 10", " 11", " 13", " [15..22]", " 23"})
         floated.erase(floated.find(std::string("PIN") + pins) + 3, std::string(pins).size());
-    Write(name, text);
-    Start();
-    Open(name);
+    StartWith(name, text);
     Type("Junk");
     ExpectSeen("JunkName", In::Document);
     Menu({"&Utilities", "&BackPin", "&Assign Pins And Pinnodes"});  // fails: there is no fit yet
     ExpectUnseen("JunkName", In::Document);
     SaveAndExpect(name, text);
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     Menu({"&Utilities", "&BackPin", "&Float All Pins and Nodes"});
     ExpectSeen("PIN = [D7..0]", In::Document);
     SaveAndExpect(name, floated);
-    Key("ctrl+d");  // a command line with a device
-    WaitWindow("Device Selection");
-    Click("Lattice Semiconductor");
-    Click("GAL22V10");
-    Click("Device In File");
-    Click("&Ok");
-    WaitGone("Device Selection");
+    KeyFor("Device Selection", "ctrl+d");  // a command line with a device
+    ClickEach({"Lattice Semiconductor", "GAL22V10", "Device In File"});
+    ClickAway("Device Selection", "&Ok");
     MenuByMouse({"&Utilities", "&BackPin", "&Assign Pins And Pinnodes"});
     ExpectSeen("PIN [2..9] = [D7..0]", In::Document);
     SaveAndExpect(name, text);

@@ -3,12 +3,9 @@
 // Files: save, close, exit, and the boxes on the way.
 
 TEST_P(Drill, SavesUnderAnotherName) {
-    Write("A.TXT", "one\r\n");
-    Start();
-    Open("A.TXT");
+    StartWith("A.TXT", "one\r\n");
     Type("new ");
-    Menu({"&File", "Save &As"});
-    WaitWindow("Save As");
+    Menu({"&File", "Save &As"}, "Save As");
     Type("B.PLD\n");
     ExpectActive(CaptionOf("B.PLD"));
     ExpectFile("B.PLD", "new one\r\n");
@@ -19,8 +16,7 @@ TEST_P(Drill, SavesUnderAnotherName) {
 
 TEST_P(Drill, AsksBeforeAFileIsReplaced) {
     Write("B.TXT", "old\r\n");
-    Start();
-    NewText();
+    StartWithText();
     ExpectActive("Untitled 1");
     Type("new");
     Key("ctrl+s");
@@ -35,10 +31,8 @@ TEST_P(Drill, AsksBeforeAFileIsReplaced) {
 }
 
 TEST_P(Drill, ClosesWithEachAnswer) {
-    Write("A.TXT", "one\r\n");
     const std::string question = "Save changes to " + CaptionOf("A.TXT") + "?";
-    Start();
-    Open("A.TXT");
+    StartWith("A.TXT", "one\r\n");
     Type("x");
     Menu({"&File", "&Close"});
     Answer("Save File", question, "Cancel");
@@ -49,8 +43,7 @@ TEST_P(Drill, ClosesWithEachAnswer) {
     ExpectFile("A.TXT", "one\r\n");
     Open("A.TXT");
     Type("y");
-    Menu({"&File", "&Close"});
-    WaitWindow("Save File");
+    Menu({"&File", "&Close"}, "Save File");
     Key("alt+y");
     ExpectFile("A.TXT", "yone\r\n");
     WaitGone("Save File");
@@ -60,15 +53,13 @@ TEST_P(Drill, ClosesWithEachAnswer) {
 }
 
 TEST_P(Drill, KeepsAnUntitledTextThatCannotBeSaved) {
-    Start();
-    NewText();
+    StartWithText();
     Type("all my work");
     Menu({"&File", "&Close"});
     Answer("Save File", "Save changes to Untitled 1?", "&Yes");
     AnswerFile("Save As", "/proc/A.TXT");
     WaitWindow("Save File Error");
-    Key("Return");
-    WaitGone("Save File Error");
+    KeyAway("Save File Error", "Return");
     ExpectActive("Untitled 1");
     Key("ctrl+s");
     AnswerFile("Save As", PathOf("A.TXT"));

@@ -4,15 +4,13 @@
 
 TEST_P(Drill, TellsAboutItselfAndTheMachine) {
     Start();
-    Menu({"&Help", "&About"});
-    WaitWindow("About Korvane");
+    Menu({"&Help", "&About"}, "About Korvane");
     ExpectSeen("Version 5.0.0");
     ExpectSeen("Universal Compiler for Programmable Logic.");
     Click("&System Info...");
     Answer("Korvane", "System Information Is Unavailable At This Time", "OK");
     WaitWindow("About Korvane");
-    Key("Escape");
-    WaitGone("About Korvane");
+    KeyAway("About Korvane");
     Key("alt+F4");
     ExpectEnd();
 
@@ -21,10 +19,8 @@ TEST_P(Drill, TellsAboutItselfAndTheMachine) {
     const std::string settings = ".home/config/korvane/settings.ini";
     Write(settings, Read(settings) + "\n[SOFTWARE\\Microsoft\\Shared Tools\\MSINFO]\nPATH=\"C:" +
                         PathOf("tools/calc.exe") + "\"\n");
-    Start();
-    NewText();
-    MenuByMouse({"&Help", "&About"});
-    WaitWindow("About Korvane");
+    StartWithText();
+    MenuByMouse({"&Help", "&About"}, "About Korvane");
     Key("alt+s");
     ExpectWindows({"Korvane", "About Korvane", "Calculator"});
 }
@@ -42,33 +38,23 @@ TEST_P(Drill, HelpsWhereItIsAskedFor) {
         {"&VHDL", "is a VHDL front end"},
         {"&Contents", "An engineer writes a design"}};
     for (const auto& [entry, text] : files) {
-        MenuByMouse({"&Help", entry});  // two entries share a letter
-        WaitWindow("Korvane Help");
+        MenuByMouse({"&Help", entry}, "Korvane Help");  // two entries share a letter
         ExpectSeen(text);
-        Key("Escape");
-        WaitGone("Korvane Help");
+        KeyAway("Korvane Help");
     }
     NewText();
-    MenuByMouse({"&Help", "&Zonerex"});
-    WaitWindow("Korvane Help");
+    MenuByMouse({"&Help", "&Zonerex"}, "Korvane Help");
     ExpectSeen("The partitioner reads");
     ExpectSeen("Designs from elsewhere");  // links alone lead there
-    Key("Escape");
-    WaitGone("Korvane Help");
-    Menu({"&Options", "&Compiler"});
-    WaitWindow("Compiler Options");
-    Key("F1");
-    WaitWindow("Korvane Help");
+    KeyAway("Korvane Help");
+    Menu({"&Options", "&Compiler"}, "Compiler Options");
+    KeyFor("Korvane Help", "F1");
     ExpectSeen("what the next run");
-    Key("Escape");
-    WaitGone("Korvane Help");
+    KeyAway("Korvane Help");
     WaitWindow("Compiler Options");
-    Key("Escape");
-    WaitGone("Compiler Options");
-    Menu({"&Help", "&Search"});
-    WaitWindow("Korvane Help");
+    KeyAway("Compiler Options");
+    Menu({"&Help", "&Search"}, "Korvane Help");
     Type("wheel zooms\n");
     ExpectSeen("Wavrik shows a simulation");
-    Key("alt+c");
-    WaitGone("Korvane Help");
+    KeyAway("Korvane Help", "alt+c");
 }

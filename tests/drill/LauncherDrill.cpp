@@ -9,13 +9,11 @@ TEST_P(Drill, OpensFilesFromOutside) {
     Launch({PathOf("A.PLD")});  // starts the program in a new tree
     FindMain();
     ExpectActive(CaptionOf("A.PLD"));
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     ExpectFile("A.JED", CompiledByHand("A", "jasxlm4"));
 
     // A dialog stays the user's: the file waits for its end.
-    Key("ctrl+f");
-    WaitWindow("Find Text");
+    KeyFor("Find Text", "ctrl+f");
     HandOver("B.TXT");
     Key("Escape");
     ExpectActive(CaptionOf("B.TXT"));

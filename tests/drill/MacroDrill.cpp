@@ -3,19 +3,14 @@
 // frmMacroDef, frmMacroCreate, frmMacroRef, and the macros of the toolbar.
 
 TEST_P(Drill, IncludesALibraryFileAndCreatesAMacro) {
-    Write("A.PLD", "");
-    Start();
-    Open("A.PLD");
-    Menu({"&Edit", "Insert TESK Macro &Definition"});
-    WaitWindow("Insert Macro Definition");
+    StartWith("A.PLD", "");
+    Menu({"&Edit", "Insert TESK Macro &Definition"}, "Insert Macro Definition");
     Type("co");  // of the files
     ExpectSeen("COUNTER");
-    Click("OK");
-    WaitGone("Insert Macro Definition");
+    ClickAway("Insert Macro Definition");
     SaveAndExpect("A.PLD", "$INCLUDE COUNTER.MAC\r\n");
     ExpectFile("COUNTER.MAC", Read(".place/MACRO/COUNTER.MAC"));
-    Menu({"&Edit", "Insert TESK Macro &Definition"});
-    WaitWindow("Insert Macro Definition");
+    Menu({"&Edit", "Insert TESK Macro &Definition"}, "Insert Macro Definition");
     Key("alt+n");
     for (const char* answer : {"INV\n", "2\n", "y\n", "a\n"}) {
         WaitWindow("New Tesk Macro");
@@ -23,44 +18,34 @@ TEST_P(Drill, IncludesALibraryFileAndCreatesAMacro) {
     }
     WaitWindow("Create Tesk Macro");
     Type("y = !a ;");
-    Click("OK");
-    WaitWindow("New Tesk Macro");
+    ClickFor("New Tesk Macro", "OK");
     Type("MINE\n");
     WaitGone("Create Tesk Macro");
     ExpectFile(".place/MACRO/MINE.MAC", " \r\n$MACRO INV y a\r\ny = !a ;\r\n\r\n\r\n$MEND\r\n");
-    Key("Escape");
-    WaitGone("Insert Macro Definition");
+    KeyAway("Insert Macro Definition");
     SaveAndExpect("A.PLD", "$INCLUDE COUNTER.MAC\r\n");
 }
 
 TEST_P(Drill, RefersToAMacroWithTheSymbolsOfTheDesign) {
     const std::string design = "PIN 1 = CLK ;\r\n$MACRO INV y a\r\ny = !a ;\r\n$MEND\r\n";
-    Write("A.PLD", design);
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", design);
     Key("ctrl+End");
-    Key("ctrl+i");
-    WaitWindow("Insert Macro Reference");
+    KeyFor("Insert Macro Reference", "ctrl+i");
     Key("Down");  // the first of the macros
     Click("a:NC");
     Key("Tab");
     Type("CLK");
     ExpectSeen("a:CLK");
-    Key("Return");
-    WaitGone("Insert Macro Reference");
+    KeyAway("Insert Macro Reference", "Return");
     SaveAndExpect("A.PLD", design + "INV NC CLK;\r\n");
 }
 
 TEST_P(Drill, TypesATextAndPlaysKeysByTheToolbar) {
-    Write(".home/config/korvane/settings.ini",
-          "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\n"
-          "CustUtil0P=\"MACRO*\"\nCustUtil0N=\"Slot\"\nCustUtil0M=number:-1\nCustUtil0T=number:-1\n");
+    WriteSettings("CustUtil0P=\"MACRO*\"\nCustUtil0N=\"Slot\"\nCustUtil0M=number:-1\nCustUtil0T=number:-1\n");
     InTextAndDesign("Y = A;\r\n", [&](const std::string& name) {
         Key("shift+End");
         MenuByMouse({"&Utilities", "Slot"});
-        WaitWindow("Macro");
-        Type("Text\n");
-        WaitGone("Macro");
+        AnswerInput("Macro", "Text");
         Key("ctrl+End");
         Button("macro");
         SaveAndExpect(name, "Y = A;\r\nY = A;");
@@ -68,17 +53,13 @@ TEST_P(Drill, TypesATextAndPlaysKeysByTheToolbar) {
         Answer("Korvane", "From the Utilities menu, select the macro you wish to clear.", "OK");
         MenuByMouse({"&Utilities", "Text"});
         Answer("Korvane", "Macro cleared.", "OK");
-        MenuByMouse({"&Utilities", "Text"});
-        WaitWindow("Macro");
+        MenuByMouse({"&Utilities", "Text"}, "Macro");
         Type("Slot\n");
         Answer("Korvane", "Recording keystroke macro, press CTRL+BREAK to end recording.", "OK");
         Type("\nz");
         Key("ctrl+f");
-        WaitWindow("Find Text");
-        Type("A\n");
-        WaitGone("Find Text");
-        Key("ctrl+End");
-        Key("ctrl+Pause");
+        AnswerInput("Find Text", "A");
+        Key("ctrl+End ctrl+Pause");
         Button("macro");
         ExpectSeen("Line:4 Col:1");  // where the playback ends
         SaveAndExpect(name, "Y = A;\r\nY = A;\r\nz\r\nz");

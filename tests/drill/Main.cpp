@@ -41,6 +41,22 @@ void Drill::InTextAndDesign(const std::string& text,
     }
 }
 
+void Drill::StartWith(const std::string& name, const std::string& bytes) {
+    Write(name, bytes);
+    Start();
+    Open(name);
+}
+
+void Drill::StartWithText() {
+    Start();
+    NewText();
+}
+
+void Drill::WriteSettings(const std::string& values) {
+    const char* key = "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\n";
+    Write(".home/config/korvane/settings.ini", key + values);
+}
+
 void Drill::SaveAndExpect(const std::string& name, const std::string& bytes) {
     Key("ctrl+s");
     ExpectFile(name, bytes);

@@ -11,28 +11,18 @@ const std::string wide = gateHeader +
 
 // frmZrxParams ("Zonerex Fitting Parameters"), frmZonerex ("Zonerex").
 TEST_P(Drill, PartitionsADesign) {
-    Write("A.PLD", wide);
-    Start();
-    Open("A.PLD");
-    Key("ctrl+F9");
-    AcknowledgeRun();
-    Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"});
-    WaitWindow("Zonerex Fitting Parameters");
-    Click("Files");
-    Click("Generate a text solution list");
-    Click("Devices");
-    Click("G16V8A");
-    Click("OK");
-    WaitGone("Zonerex Fitting Parameters");
+    StartWith("A.PLD", wide);
+    RunAndWait("ctrl+F9");
+    Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"}, "Zonerex Fitting Parameters");
+    ClickEach({"Files", "Generate a text solution list", "Devices", "G16V8A"});
+    ClickAway("Zonerex Fitting Parameters");
     ExpectFile(".place/Korvane/ZrxPart/TEMP.DEV", "G16V8A\r\n");
-    MenuByMouse({"&Utilities", "&Zonerex", "&Run Zonerex"});
-    WaitWindow("Zonerex");
+    MenuByMouse({"&Utilities", "&Zonerex", "&Run Zonerex"}, "Zonerex");
     Click("Find Solutions");
     Click("Fit Selection");  // enabled once there are solutions
     ExpectFile(".place/Korvane/ZrxPart/solution.slf", "G16V8A*2\r\n");
     ExpectSeen("Written: A_2.PLD");
-    Key("Escape");
-    WaitGone("Zonerex");
+    KeyAway("Zonerex");
     for (const std::string name : {"A_1", "A_2"}) {
         Open(name + ".PLD");
         Key("F9");
@@ -43,41 +33,29 @@ TEST_P(Drill, PartitionsADesign) {
     }
 }
 
-// frmZrxParams: an Apply on one tab leaves a string that lacks the others.
-TEST_P(Drill, CompletesParametersThatLack) {
-    Start();
-    NewText();
+// frmZrxParams, where an Apply on one tab leaves a string that lacks the others, and frmZrxEditor ("Zonerex
+// Database Editor").
+TEST_P(Drill, CompletesParametersAndUpdatesTheLibrary) {
+    StartWithText();
     const auto open = [this] { Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"}); };
     open();
     WaitWindow("Zonerex Fitting Parameters");
-    Click("Files");
-    Click("Apply");
-    Key("Escape");
-    WaitGone("Zonerex Fitting Parameters");
+    ClickEach({"Files", "Apply"});
+    KeyAway("Zonerex Fitting Parameters");
     open();
     WaitWindow("Korvane");
     ExpectSeen("Type mismatch: the fitting parameters have no number for");
     Key("Return");
     WaitWindow("Zonerex Fitting Parameters");
-    Key("Return");
-    WaitGone("Zonerex Fitting Parameters");
-    Menu({"&File", "E&xit"});
-    ExpectEnd();
-    const std::string settings = Read(".place/Korvane/KORVANE.CFG");
-    Require(settings.find("hm005l025u100t00:00:55roc2p3N1") != std::string::npos, "the parameters whole");
-}
-
-// frmZrxEditor ("Zonerex Database Editor").
-TEST_P(Drill, UpdatesThePartitionersLibrary) {
-    Start();
-    NewText();
+    KeyAway("Zonerex Fitting Parameters", "Return");
     const std::string library = ".place/Korvane/ZrxPart/zrxlib.db";
     const std::string before = Read(library);
-    Menu({"&Utilities", "&Zonerex", "Zonerex &Database"});
-    WaitWindow("Zonerex Database Editor");
+    Menu({"&Utilities", "&Zonerex", "Zonerex &Database"}, "Zonerex Database Editor");
     Click("Update");
     ExpectFile(library + ".bak", before);
-    Key("Escape");
-    WaitGone("Zonerex Database Editor");
+    KeyAway("Zonerex Database Editor");
     Require(Read(library) != before, "the library was not written");
+    Menu({"&File", "E&xit"});
+    ExpectEnd();
+    ExpectPart(".place/Korvane/KORVANE.CFG", "hm005l025u100t00:00:55roc2p3N1");
 }

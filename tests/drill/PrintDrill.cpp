@@ -26,34 +26,25 @@ std::string Sheet(const std::string& name, const std::string& line, const std::s
 TEST_P(Drill, PrintsToAFile) {
     const auto printTo = [&](const std::string& file) {
         WaitWindow("Print");
-        Key("alt+f");
-        Key("ctrl+a");
+        Key("alt+f ctrl+a");
         TypeAtOnce(PathOf(file) + "\n");
         WaitGone("Print");
     };
-    Write("A.PLD", design);
-    Start();
-    Open("A.PLD");
-    Key("ctrl+p");
-    WaitWindow("Print");
-    Key("Escape");
-    WaitGone("Print");
-    Key("Down");
-    Key("shift+End");
+    StartWith("A.PLD", design);
+    KeyFor("Print", "ctrl+p");
+    KeyAway("Print");
+    Key("Down shift+End");
     Button("print");
     printTo("ALL.pdf");
     Require(Pages(PathOf("ALL.pdf")) == "Name Gate;\nPIN 1 = A; /* first */\nY = A & B;\n\f",
             "the whole text was not printed");
     Type("x");  // at the top, where printing everything leaves the caret
-    Key("Down");
-    Key("shift+End");
-    MenuByMouse({"&File", "&Print"});
-    WaitWindow("Print");
+    Key("Down shift+End");
+    MenuByMouse({"&File", "&Print"}, "Print");
     Click("Selection");
     printTo("PART.pdf");
     Require(Pages(PathOf("PART.pdf")) == "IN 1 = A; /* first */\n\f", "the selection was not printed");
-    Key("ctrl+p");
-    WaitWindow("Print");
+    KeyFor("Print", "ctrl+p");
     Key("Return");
     Answer("Print", "overwrite", "&Yes");
     WaitGone("Print");
@@ -65,8 +56,7 @@ TEST_P(Drill, PastesSheetsInTheirPlaces) {
     const std::string end = "\r\n";
     InTextAndDesign(design, [&](const std::string& name) {
         SetClipboard(Sheet("S1", "Y = !A;", "\n") + "\n");
-        Key("Down");
-        Key("ctrl+v");
+        Key("Down ctrl+v");
         SetClipboard(Sheet("S10", "Z = A # B;", "\n"));
         Key("ctrl+End");
         Button("paste");

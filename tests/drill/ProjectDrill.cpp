@@ -3,14 +3,11 @@
 // frmProject ("PROJECT: …") and frmNewDesign ("Design Properties").
 
 TEST_P(Drill, OpensTheFilesOfAProjectAndClosesIt) {
-    Write("GATE.PLD", gate);
-    Start();
-    Open("GATE.PLD");
+    StartWith("GATE.PLD", gate);
     MenuByMouse({"&Window", "&Auto Arrange"});
     ExpectSeen("GATE.PLD", In::Messages);
     ExpectUnseen("GATE.JED", In::Messages);  // the tree has the message list's letters
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     DoubleClick("GATE.JED", In::Messages);
     ExpectActive(CaptionOf("GATE.JED"));
     Click("GATE.PLD", In::Messages);
@@ -31,8 +28,7 @@ TEST_P(Drill, OpensTheFilesOfAProjectAndClosesIt) {
 
 TEST_P(Drill, MakesANewProjectFromItsProperties) {
     Start();
-    MenuByMouse({"&File", "&New", "&Project"});
-    WaitWindow("Design Properties");
+    MenuByMouse({"&File", "&New", "&Project"}, "Design Properties");
     Type("Adder\t07\t1/2/26\t\t\tUs\n");
     for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) {
         AnswerInput(title, "1");
@@ -50,9 +46,7 @@ TEST_P(Drill, MakesANewProjectFromItsProperties) {
                    "\r\n/* *************** PINNODES    *********************/\r\n"
                    "PINNODE     =                      ; /*                                 */ \r\n"
                    "\r\n\r\n\r\n\r\n");
-    MenuByMouse({"&File", "&New", "&Design File"});
-    WaitWindow("Design Properties");
+    MenuByMouse({"&File", "&New", "&Design File"}, "Design Properties");
     ExpectSeen("Us");  // the company of before
-    Key("Escape");
-    WaitGone("Design Properties");
+    KeyAway("Design Properties");
 }

@@ -16,32 +16,24 @@ std::string Drill::CompiledByHand(const std::string& name, const std::string& le
 }
 
 TEST_P(Drill, CompilesMendsAndCompilesAgain) {
-    Write("A.PLD", gate);
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", gate);
     Click("A & B", In::Document);
-    Key("End");
-    Key("Left", 2);
+    Key("End Left Left");
     Type("(");
     Key("F9");
     Answer("Save editor file", "File is not saved. Do you want to save now?", "&Yes");
     WaitWindow("Compilation Results");
     ExpectSeen("Compilation ended with errors");
     ExpectSeen("1");
-    Click("OK");
-    WaitGone("Compilation Results");
+    ClickAway("Compilation Results");
     ExpectNoFile("A.JED");
     Click("Error: Statement not understood", In::Messages);
     WaitWindow("Compile Message");
     ExpectSeen("1001ta");
     ExpectSeen("Something else stands here than the statement needs.");
-    Key("Return");
-    WaitGone("Compile Message");
+    KeyAway("Compile Message", "Return");
     Click("A & (B", In::Document);
-    Key("End");
-    Key("Left", 2);
-    Key("BackSpace");
-    Key("ctrl+s");
+    Key("End Left Left BackSpace ctrl+s");
     Button("dep-comp");
     WaitWindow("Compilation Results");
     ExpectSeen("Compilation complete");
@@ -52,10 +44,8 @@ TEST_P(Drill, CompilesMendsAndCompilesAgain) {
 
 TEST_P(Drill, AsksForTheProjectOfAnotherDesign) {
     const std::string question = "The current PLD file is not part of the current project.";
-    Write("A.PLD", gate);
     Write("B.PLD", gate);
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", gate);
     Open("B.PLD");
     Key("F9");
     Answer("Project", question, "&No");
@@ -69,25 +59,19 @@ TEST_P(Drill, AsksForTheProjectOfAnotherDesign) {
 TEST_P(Drill, CompilesWithTheOptionsChosen) {
     Write("A.PLD", gate);
     Start();
-    Menu({"&Options", "&Compiler"});
-    WaitWindow("Compiler Options");
-    Click("General");
-    Click("Secure Device");
+    Menu({"&Options", "&Compiler"}, "Compiler Options");
+    ClickEach({"General", "Secure Device"});
     Key("ctrl+shift+Tab", 3);
     Click("List");
-    Click("OK");
-    WaitGone("Compiler Options");
+    ClickAway("Compiler Options");
     Key("alt+F4");
     ExpectEnd();
     Start();
     Open("A.PLD");
-    Key("ctrl+w");
-    WaitWindow("Compiler Options");
+    KeyFor("Compiler Options", "ctrl+w");
     Click("PALASM");
-    Key("Escape");
-    WaitGone("Compiler Options");
-    Key("F9");
-    AcknowledgeRun();
+    KeyAway("Compiler Options");
+    RunAndWait();
     ExpectFile("A.JED", CompiledByHand("A", "jaxbm4g"));
     ExpectNoFile("A.LST");
 }

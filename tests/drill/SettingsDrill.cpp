@@ -12,88 +12,61 @@ std::string Item(const std::string& text) {
 }
 
 void OpenSettings(drill::Desk& desk, const std::string& tab) {
-    desk.Menu({"&Options", "&KORVANE"});
-    desk.WaitWindow("KORVANE Settings");
+    desk.Menu({"&Options", "&KORVANE"}, "KORVANE Settings");
     desk.Click(tab);
-}
-
-void Close(drill::Desk& desk, const std::string& button) {
-    desk.Click(button);
-    desk.WaitGone("KORVANE Settings");
 }
 
 void ExitAndExpect(drill::Desk& desk, const std::string& file, const std::vector<std::string>& parts) {
     desk.Menu({"&File", "E&xit"});
     desk.ExpectEnd();
-    for (const std::string& part : parts)
-        desk.Require(desk.Read(file).find(part) != std::string::npos, part + " in\n" + desk.Read(file));
+    for (const std::string& part : parts) desk.ExpectPart(file, part);
 }
 
 }  // namespace
 
-TEST_P(Drill, KeepsColoursAndANewKeyword) {
-    Start();
-    NewText();
+TEST_P(Drill, KeepsColoursAKeywordAndAFontAndNothingAfterCancel) {
+    StartWithText();
     OpenSettings(*this, "Syntax");
     Click("$DEFINE");
     Type("PIN");
     ExpectSeen("Sample PIN");
     Key("Tab", 3 + 13);  // past the buttons, to light red
     Key("space");
-    Click("&Apply");
-    Click("&Add");
+    ClickEach({"&Apply", "&Add"});
     AnswerInput("Add Keyword", "MyWord");
-    Close(*this, "OK");
-    ExitAndExpect(*this, ".place/Korvane/KORVANE.CFG",
-                  {Item("PIN") + Item("255"), Item("MyWord") + Item("0") + Item("") + Item("0")});
+    ClickAway("KORVANE Settings");
+    OpenSettings(*this, "Fonts");
+    ClickFor("Font", "Font:");
+    Click("Bold");
+    ClickAway("Font");
+    ClickAway("KORVANE Settings");
+    OpenSettings(*this, "Tools");
+    ClickEach({"&Macro", "General", "Always update symbols when adding macro", "Fonts"});
+    ClickFor("Font", "Font:");
+    KeyAway("Font");
+    ClickAway("KORVANE Settings", "Cancel");
+    ExitAndExpect(*this, settings, {"EFontBold=number:-1", "AutoSymbolUpdate=number:0", "CustUtil0P=\"\""});
+    ExpectPart(".place/Korvane/KORVANE.CFG", Item("PIN") + Item("255"));
+    ExpectPart(".place/Korvane/KORVANE.CFG", Item("MyWord") + Item("0") + Item("") + Item("0"));
 }
 
 TEST_P(Drill, StartsAToolOfItsOwn) {
     Copy(DRILL_TOOL, "MYTOOL.EXE");
-    Start();
-    NewText();
+    StartWithText();
     OpenSettings(*this, "Tools");
-    Click("&Add Tool");
-    WaitWindow("Add Utility");
+    ClickFor("Add Utility", "&Add Tool");
     Click("&Browse ...");
     AnswerFile("Select Program", PathOf("MYTOOL.EXE"));
     WaitGone("Select Program");
-    Click("&OK");
-    WaitGone("Add Utility");
+    ClickAway("Add Utility", "&OK");
     ExpectSeen("MYTOOL");
     Key("Tab", 4);  // past the other buttons
-    Key("space");
-    Key("Tab");
-    Key("space");
-    Close(*this, "OK");
+    Key("space Tab space");
+    ClickAway("KORVANE Settings");
     for (const bool byMenu : {false, true}) {
         byMenu ? MenuByMouse({"&Utilities", "MYTOOL"}) : Button("custom-tool");
         WaitWindow("MYTOOL");
-        Key("alt+F4");
-        WaitGone("MYTOOL");
+        KeyAway("MYTOOL", "alt+F4");
     }
     ExitAndExpect(*this, settings, {"CustUtil0N=\"MYTOOL\"\nCustUtil0M=number:-1\nCustUtil0T=number:-1"});
-}
-
-TEST_P(Drill, ChangesTheFontAndNothingAfterCancel) {
-    Start();
-    NewText();
-    OpenSettings(*this, "Fonts");
-    Click("Font:");
-    WaitWindow("Font");
-    Click("Bold");
-    Click("OK");
-    WaitGone("Font");
-    Close(*this, "OK");
-    OpenSettings(*this, "Tools");
-    Click("&Macro");
-    Click("General");
-    Click("Always update symbols when adding macro");
-    Click("Fonts");
-    Click("Font:");
-    WaitWindow("Font");
-    Key("Escape");
-    WaitGone("Font");
-    Close(*this, "Cancel");
-    ExitAndExpect(*this, settings, {"EFontBold=number:-1", "AutoSymbolUpdate=number:0", "CustUtil0P=\"\""});
 }

@@ -26,9 +26,7 @@ void Drill::Copy(const std::string& file, const std::string& to) {
 TEST_P(Drill, StopsAToolThatNeverEnds) {
     Copy(DRILL_BADLIB, ".place/Shared/teskk.dll");
     Write(".place/Korvane/KORVANE.CFG", ConfigurationWith("chatter"));
-    Write("A.PLD", "Name A;\r\n");
-    Start();
-    Open("A.PLD");
+    StartWith("A.PLD", "Name A;\r\n");
     Key("F9");
     WaitWindow("Compilation Results");
     CloseMain();
@@ -41,9 +39,7 @@ TEST_P(Drill, StopsAToolThatNeverEnds) {
 
 // The box of RecoveryKeeper.
 TEST_P(Drill, GivesATextBackAfterACrash) {
-    Write("A.TXT", "one\r\n");
-    Start();
-    Open("A.TXT");
+    StartWith("A.TXT", "one\r\n");
     Type("unsaved ");
     WaitFileEnding(".home/state/korvane/recovery", "unsaved one\r\n");
     Kill();
@@ -67,8 +63,7 @@ TEST_P(Drill, BringsClosedMessagesBack) {
     Key("ctrl+F4");
     ExpectUnseen("Messages", In::Title);
     Open("A.PLD");
-    Key("F9");
-    AcknowledgeRun();
+    RunAndWait();
     ExpectActive(CaptionOf("A.PLD"));
     ExpectSeen("Messages");
     ExpectSeen("[4000tc]", In::Messages);
@@ -77,10 +72,8 @@ TEST_P(Drill, BringsClosedMessagesBack) {
 // A tool of the toolbar goes with the program.
 TEST_P(Drill, ClosesItsToolsAtTheEnd) {
     Copy(DRILL_TOOL, ".place/Windows/calc.exe");
-    Write(".home/config/korvane/settings.ini",
-          "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\nStdUtil0T=number:-1\n");
-    Start();
-    NewText();
+    WriteSettings("StdUtil0T=number:-1\n");
+    StartWithText();
     Button("calculator");
     ExpectWindows({"Korvane", "Calculator"});
     Menu({"&File", "E&xit"});

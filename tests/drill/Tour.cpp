@@ -38,8 +38,7 @@ class Tour : public drill::Desk {
         Say("compiling it (F9)");
         Key("F9");
         WaitWindow("Compilation Results");  // frmStatus
-        ExpectSeen("0 mismatches", In::Captions);
-        Station("status");
+        Station("status", "0 mismatches");
         AcknowledgeRun();
         ExpectSeen("[4000tc] Written: COUNT8.DOC", In::Messages);  // frmMessage
         Station("messages");
@@ -51,28 +50,20 @@ class Tour : public drill::Desk {
 
     void ShowExport() {
         Say("the files for other tools");
-        MenuByMouse({"&File", "&Export "});
-        WaitWindow("Export Files");  // frmExport
+        MenuByMouse({"&File", "&Export "}, "Export Files");  // frmExport
         Click("EDIF");
-        Station("export");
-        Key("Escape");
-        WaitGone("Export Files");
+        Last("Export Files", "export");
     }
 
     void ShowWaves() {
         Say("simulating it (F7), its results as waves");
-        Menu({"&Options", "&Simulator"});
-        WaitWindow("Simulator Options");
+        Menu({"&Options", "&Simulator"}, "Simulator Options");
         Click("Display Results");
-        Key("Return");
-        WaitGone("Simulator Options");
-        Key("F7");
-        AcknowledgeRun();
+        KeyAway("Simulator Options", "Return");
+        RunAndWait("F7");
         WaitWindow("Wavrik");
-        ExpectSeen("No mismatches");
-        Station("waves");
-        Key("alt+F4");
-        WaitGone("Wavrik");
+        Station("waves", "No mismatches");
+        KeyAway("Wavrik", "alt+F4");
     }
 
     void ShowProject() {
@@ -82,15 +73,11 @@ class Tour : public drill::Desk {
         Answer("Open With Wavrik ...", "Open the Simulator Input file with Wavrik?", "&No");
         ExpectActive(CaptionOf("COUNT8.SI"));
         Key("ctrl+F4");
-        MenuByMouse({"&File", "&New", "&Design File"});
-        WaitWindow("Design Properties");  // frmNewDesign
+        MenuByMouse({"&File", "&New", "&Design File"}, "Design Properties");  // frmNewDesign
         Type("Adder");
         Station("new-design");
         Key("Return");
-        for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) {
-            WaitWindow(title);
-            Type("2\n");
-        }
+        for (const char* title : {"INPUT PINS", "OUTPUT PINS", "PINNODES"}) AnswerInput(title, "2");
         WaitGone("Design Properties");
         Station("skeleton");
         Key("ctrl+F4");
@@ -110,82 +97,53 @@ class Tour : public drill::Desk {
         Say("reading a message (a click on a line of the list)");
         Click("Error: Statement not understood", In::Messages);
         WaitWindow("Compile Message");  // frmErrorMessage
-        ExpectSeen("1001ta");
-        Station("message-explained");
-        Key("Return");
-        WaitGone("Compile Message");
+        Station("message-explained", "1001ta");
+        KeyAway("Compile Message", "Return");
     }
 
     void ShowOptions() {
         Say("the compiler's options, tab by tab");
-        Menu({"&Options", "&Compiler"});
-        WaitWindow("Compiler Options");  // frmCompiler
-        const std::pair<const char*, const char*> tabs[] = {{"output-files", "JEDEC/POF/PRG"},
-                                                            {"minimization", "Quine-McCluskey"},
-                                                            {"optimization", "Best For Polarity"},
-                                                            {"general", "Secure Device"},
-                                                            {"library", "Library"}};
-        for (const auto& [name, seen] : tabs) {
-            ExpectSeen(seen);
-            Station(std::string("options-") + name);
-            Key("ctrl+Tab");
-        }
-        Key("Escape");
-        WaitGone("Compiler Options");
+        Menu({"&Options", "&Compiler"}, "Compiler Options");  // frmCompiler
+        Tabs({{"options-output-files", "JEDEC/POF/PRG"},
+              {"options-minimization", "Quine-McCluskey"},
+              {"options-optimization", "Best For Polarity"},
+              {"options-general", "Secure Device"},
+              {"options-library", "Library"}});
+        KeyAway("Compiler Options");
         Say("the options of the simulator and of the VHDL compiler");
-        Menu({"&Options", "&Simulator"});
-        WaitWindow("Simulator Options");  // frmSimulator
-        Station("options-simulator");
-        Key("Escape");
-        WaitGone("Simulator Options");
-        Menu({"&Options", "&VHDL"});
-        WaitWindow("VHDL Options");  // frmVhdl
+        Menu({"&Options", "&Simulator"}, "Simulator Options");  // frmSimulator
+        Last("Simulator Options", "options-simulator");
+        Menu({"&Options", "&VHDL"}, "VHDL Options");  // frmVhdl
         Station("options-vhdl");
         Key("ctrl+Tab");
-        ExpectSeen("Always Close");
-        Station("options-vhdl-debug");
-        Key("Escape");
-        WaitGone("VHDL Options");
+        Last("VHDL Options", "options-vhdl-debug", "Always Close");
     }
 
     void ShowSettings() {
         Say("the settings of Korvane itself");
-        Menu({"&Options", "&Korvane"});
-        WaitWindow("KORVANE Settings");  // frmKorvane
+        Menu({"&Options", "&Korvane"}, "KORVANE Settings");  // frmKorvane
         const std::array<const char*, 3> tabs[] = {{"general", "General", "Working Directory:"},
                                                    {"tools", "Tools", "Programmer"},
                                                    {"syntax", "Syntax", "Sample $ELSE"},
                                                    {"fonts", "Fonts", "Message Window"}};
         for (const auto& [name, tab, seen] : tabs) {
             Click(tab);
-            ExpectSeen(seen);
-            Station(std::string("settings-") + name);
+            Station(std::string("settings-") + name, seen);
         }
         Click("Tools");
-        Click("&Add Tool");
-        WaitWindow("Add Utility");  // frmUtility
-        Station("settings-tool");
-        Key("Escape");
-        WaitGone("Add Utility");
+        ClickFor("Add Utility", "&Add Tool");  // frmUtility
+        Last("Add Utility", "settings-tool");
         Click("General");
-        Click("&Browse...");
-        WaitWindow("Select Directory");  // frmSelectDirectory
-        Station("settings-directory");
-        Key("Escape");
-        WaitGone("Select Directory");
-        Key("Escape");
-        WaitGone("KORVANE Settings");
+        ClickFor("Select Directory", "&Browse...");  // frmSelectDirectory
+        Last("Select Directory", "settings-directory");
+        KeyAway("KORVANE Settings");
     }
 
     void ShowDevices() {
         Say("the devices");
-        Menu({"&Options", "&Devices"});
-        WaitWindow("Device Selection");  // frmDevices
+        Menu({"&Options", "&Devices"}, "Device Selection");  // frmDevices
         Click("Lattice Semiconductor");
-        ExpectSeen("GAL16V8");
-        Station("devices");
-        Key("Escape");
-        WaitGone("Device Selection");
+        Last("Device Selection", "devices", "GAL16V8");
     }
 
     void Partition() {
@@ -197,109 +155,69 @@ class Tour : public drill::Desk {
         Key("F9");
         Answer("Project", "The current PLD file is not part of the current project.", "&Yes");
         AcknowledgeRun();
-        Key("ctrl+F9");
-        AcknowledgeRun();
-        Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"});
-        WaitWindow("Zonerex Fitting Parameters");  // frmZrxParams
-        const std::pair<const char*, const char*> tabs[] = {{"fitting", "Split product terms"},
-                                                            {"files", "Generate PLD files"},
-                                                            {"priority", "Sort based on cost"},
-                                                            {"devices", "G16V8A"}};
-        for (const auto& [name, seen] : tabs) {
-            ExpectSeen(seen);
-            Station(std::string("partition-") + name);
-            if (seen != tabs[3].second) Key("ctrl+Tab");
-        }
-        for (const char* device : {"G16V8A", "G22V10", "P22V10"}) Click(device);
-        Click("OK");
-        WaitGone("Zonerex Fitting Parameters");
-        Menu({"&Utilities", "&Zonerex", "&Run Zonerex"});
-        WaitWindow("Zonerex");  // frmZonerex
-        Click("Find Solutions");
-        Click("Fit Selection");
-        ExpectSeen("Written: WIDE_1.PLD");
-        Station("partition-solutions");
-        Key("Escape");
-        WaitGone("Zonerex");
-        Menu({"&Utilities", "&Zonerex", "Zonerex &Database"});
-        WaitWindow("Zonerex Database Editor");  // frmZrxEditor
-        Station("partition-library");
-        Key("Escape");
-        WaitGone("Zonerex Database Editor");
+        RunAndWait("ctrl+F9");
+        Menu({"&Utilities", "&Zonerex", "&Setup Zonerex"}, "Zonerex Fitting Parameters");  // frmZrxParams
+        Tabs({{"partition-fitting", "Split product terms"},
+              {"partition-files", "Generate PLD files"},
+              {"partition-priority", "Sort based on cost"},
+              {"partition-devices", "G16V8A"}});
+        ClickEach({"G16V8A", "G22V10", "P22V10"});
+        ClickAway("Zonerex Fitting Parameters");
+        Menu({"&Utilities", "&Zonerex", "&Run Zonerex"}, "Zonerex");  // frmZonerex
+        ClickEach({"Find Solutions", "Fit Selection"});
+        Last("Zonerex", "partition-solutions", "Written: WIDE_1.PLD");
+        Menu({"&Utilities", "&Zonerex", "Zonerex &Database"}, "Zonerex Database Editor");  // frmZrxEditor
+        Last("Zonerex Database Editor", "partition-library");
     }
 
     void ShowAbout() {
         Say("what it is (Help, About)");
-        Menu({"&Help", "&About"});
-        WaitWindow("About Korvane");  // frmAbout
-        ExpectSeen("Version 5.0.0");
-        Station("about");
-        Key("Escape");
-        WaitGone("About Korvane");
+        Menu({"&Help", "&About"}, "About Korvane");  // frmAbout
+        Last("About Korvane", "about", "Version 5.0.0");
     }
 
     void ShowHelp() {
         Say("help at a topic, and a search in it");
-        Menu({"&Options", "&Simulator"});
-        WaitWindow("Simulator Options");
-        Key("F1");
-        WaitWindow("Korvane Help");  // frmHelp
+        Menu({"&Options", "&Simulator"}, "Simulator Options");
+        KeyFor("Korvane Help", "F1");  // frmHelp
         Station("help-topic");
         Key("alt+s");
         Type("fuse map\n");
-        Station("help-search");
-        Key("Escape");
-        WaitGone("Korvane Help");
-        Key("Escape");
-        WaitGone("Simulator Options");
+        Last("Korvane Help", "help-search");
+        KeyAway("Simulator Options");
     }
 
     void ShowSearches() {
         Say("find and replace");
-        Key("ctrl+f");
-        WaitWindow("Find Text");  // frmFindText
-        ExpectSeen("Entire scope");
-        Station("find");
-        Key("Escape");
-        WaitGone("Find Text");
-        Key("ctrl+r");
-        WaitWindow("Replace Text");  // frmReplace
-        ExpectSeen("Prompt on replace");
-        Station("replace");
-        Key("alt+F4");
-        WaitGone("Replace Text");
+        KeyFor("Find Text", "ctrl+f");  // frmFindText
+        Last("Find Text", "find", "Entire scope");
+        KeyFor("Replace Text", "ctrl+r");  // frmReplace
+        Station("replace", "Prompt on replace");
+        KeyAway("Replace Text", "alt+F4");
     }
 
     void Print() {
         Say("printing it");
-        Key("ctrl+p");
-        WaitWindow("Print");
-        ExpectSeen("Print all");
-        Station("print");
-        Key("Escape");
-        WaitGone("Print");
+        KeyFor("Print", "ctrl+p");
+        Last("Print", "print", "Print all");
     }
 
     void ShowTable() {
         Say("a truth table");
-        Menu({"&Edit", "Insert T&able"});
-        WaitWindow("Create Table");  // frmTable
+        Menu({"&Edit", "Insert T&able"}, "Create Table");  // frmTable
         Type("[a31..0]\t32\t[y31..0]\t32\t500\t");
         Click("One Hot Right");
         Station("table");
-        Key("shift+Tab");
-        Key("Up", 2);
+        Key("shift+Tab Up Up");
         Station("table-14-points");
-        Click("Cancel");
-        WaitGone("Create Table");
+        ClickAway("Create Table", "Cancel");
     }
 
     void ShowMacros() {
         Say("the macros of the language");
         Write("MACROS.PLD", "PIN 1 = CLK ;\r\n$MACRO INV y a\r\ny = !a ;\r\n$MEND\r\n");
         Open("MACROS.PLD");
-        Menu({"&Edit", "Insert TESK Macro &Definition"});
-        WaitWindow("Insert Macro Definition");  // frmMacroDef
+        Menu({"&Edit", "Insert TESK Macro &Definition"}, "Insert Macro Definition");  // frmMacroDef
         Click("Insert macro definitions");
         Key("alt+a");
         Station("macro-definition");
@@ -310,19 +228,12 @@ class Tour : public drill::Desk {
         }
         WaitWindow("Create Tesk Macro");  // frmMacroCreate
         Type("y = a ;");
-        Station("macro-create");
-        Key("Escape");
-        WaitGone("Create Tesk Macro");
-        Key("Escape");
-        WaitGone("Insert Macro Definition");
-        Key("ctrl+i");
-        WaitWindow("Insert Macro Reference");  // frmMacroRef
+        Last("Create Tesk Macro", "macro-create");
+        KeyAway("Insert Macro Definition");
+        KeyFor("Insert Macro Reference", "ctrl+i");  // frmMacroRef
         Key("Down");
         Click("y:NC");
-        ExpectSeen("a:NC");
-        Station("macro-reference");
-        Key("Escape");
-        WaitGone("Insert Macro Reference");
+        Last("Insert Macro Reference", "macro-reference", "a:NC");
         Key("ctrl+F4");
     }
 
@@ -360,9 +271,24 @@ class Tour : public drill::Desk {
     }
 
   private:
+    // The window goes after it.
+    void Last(const std::string& window, const std::string& name, const std::string& seen = "") {
+        Station(name, seen);
+        KeyAway(window);
+    }
+
+    // Stations with what is seen there, from one tab to the next.
+    void Tabs(const std::vector<std::pair<std::string, std::string>>& stations) {
+        for (const auto& [name, seen] : stations) {
+            if (name != stations.front().first) Key("ctrl+Tab");
+            Station(name, seen);
+        }
+    }
+
     void Say(const std::string& what) { std::printf("  %s\n", what.c_str()); }
 
-    void Station(const std::string& name) {
+    void Station(const std::string& name, const std::string& seen = "") {
+        if (!seen.empty()) ExpectSeen(seen);
         const std::string number = std::to_string(++Stations);
         const std::string file = (number.size() < 2 ? "0" : "") + number + "-" + name;
         TakePicture(file);

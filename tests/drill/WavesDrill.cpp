@@ -5,30 +5,22 @@
 
 namespace {
 
-const std::string head =
-    "Name Flip; Partno 1; Date 1; Revision 1; Designer I; Company Us; Assembly None; Location Here;\r\n"
-    "Device G16V8;\r\n";
 const std::string design =
-    head + "PIN 1 = CLK;\r\nPIN 11 = !OE;\r\nPIN 2 = R;\r\nPIN 19 = Q;\r\nQ.D = !Q & !R;\r\n";
+    gateHeader + "PIN 1 = CLK;\r\nPIN 11 = !OE;\r\nPIN 2 = R;\r\nPIN 19 = Q;\r\nQ.D = !Q & !R;\r\n";
 const std::string vectors =
-    head + "ORDER: CLK, OE, R, Q;\r\nVECTORS:\r\nC01L\r\nC00H\r\nC00H\r\nC00H\r\nC00H\r\n";
+    gateHeader + "ORDER: CLK, OE, R, Q;\r\nVECTORS:\r\nC01L\r\nC00H\r\nC00H\r\nC00H\r\nC00H\r\n";
 
 }  // namespace
 
 TEST_P(Drill, ShowsTheWavesOfARun) {
-    Write("A.PLD", design);
+    WriteSettings("StdUtil5T=number:-1\n");
     Write("A.SI", vectors);
-    Start();
-    Open("A.PLD");
-    Key("F9");
-    AcknowledgeRun();
-    Menu({"&Options", "&Simulator"});
-    WaitWindow("Simulator Options");
+    StartWith("A.PLD", design);
+    RunAndWait();
+    Menu({"&Options", "&Simulator"}, "Simulator Options");
     Click("Display Results");
-    Click("OK");
-    WaitGone("Simulator Options");
-    Key("F7");
-    AcknowledgeRun();
+    ClickAway("Simulator Options");
+    RunAndWait("F7");
     WaitWindow("Wavrik");
     ExpectSeen("2 mismatches: F3");
     ExpectSeen("0 ns, vector 1");
@@ -38,24 +30,9 @@ TEST_P(Drill, ShowsTheWavesOfARun) {
     ExpectSeen("400 ns, vector 5");
     Key("shift+F3");
     ExpectSeen("200 ns, vector 3");
-    Key("alt+F4");
-    WaitGone("Wavrik");
+    KeyAway("Wavrik", "alt+F4");
     ExpectWindows({"Korvane"});
-}
-
-// A tool that runs is told what to show.
-TEST_P(Drill, ShowsARunInTheWindowThatIsThere) {
-    Write(".home/config/korvane/settings.ini",
-          "[Software\\Brennick Labs\\Korvane\\5.0\\Settings]\nInitialized=number:-1\nStdUtil5T=number:-1\n");
-    Write("A.PLD", design);
-    Write("A.SI", vectors);
-    Start();
-    Open("A.PLD");
-    Menu({"&Options", "&Simulator"});
-    WaitWindow("Simulator Options");
-    Click("Display Results");
-    Click("OK");
-    WaitGone("Simulator Options");
+    // A tool that runs is told what to show.
     Button("wavrik");
     ExpectWindows({"Korvane", "Wavrik"});
     Button("dep-sim");

@@ -11,16 +11,14 @@ TEST_P(Drill, StartsAndEndsWithoutADocument) {
     Key("Tab", 2);  // to "New design"
     Key("Return");
     WaitWindow("Design Properties");
-    Key("Escape");
-    WaitGone("Design Properties");
+    KeyAway("Design Properties");
     Menu({"&File", "E&xit"});
     ExpectEnd();
 }
 
 TEST_P(Drill, HidesAndShowsBarsFromTwoDocuments) {
-    for (const char* name : {"A.TXT", "B.TXT"}) Write(name, "one\r\n");
-    Start();
-    Open("A.TXT");
+    Write("B.TXT", "one\r\n");
+    StartWith("A.TXT", "one\r\n");
     Open("B.TXT");
     ExpectSeen("INS");
     Menu({"&View", "&Toolbar"});
@@ -37,9 +35,8 @@ TEST_P(Drill, HidesAndShowsBarsFromTwoDocuments) {
 }
 
 TEST_P(Drill, ArrangesItsWindows) {
-    for (const char* name : {"A.TXT", "B.PLD"}) Write(name, "one\r\n");
-    Start();
-    Open("A.TXT");
+    Write("B.PLD", "one\r\n");
+    StartWith("A.TXT", "one\r\n");
     Open("B.PLD");
     Menu({"&Window", "Tile &Horizontal"});
     ExpectSeen(CaptionOf("A.TXT"));

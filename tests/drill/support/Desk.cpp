@@ -238,6 +238,10 @@ void Desk::ExpectFile(const std::string& name, const std::string& bytes) {
     Require(false, "the file " + name + " is not as it should be" + Differing(bytes, Read(name)));
 }
 
+void Desk::ExpectPart(const std::string& name, const std::string& bytes) {
+    Require(Read(name).find(bytes) != std::string::npos, Quoted(bytes) + " is not in\n" + Read(name));
+}
+
 // What begins with a dot has not got its name yet.
 void Desk::WaitFileEnding(const std::string& folder, const std::string& bytes) {
     Note("WaitFileEnding " + folder);

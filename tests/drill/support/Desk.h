@@ -37,18 +37,24 @@ class Desk {
     void NewText();
 
     // Keys.
-    void Key(const std::string& chord, int times = 1);
+    void Key(const std::string& chords, int times = 1);  // "ctrl+a", "Down shift+End"
     void Type(const std::string& text);
-    void TypeAtOnce(const std::string& text);  // as fast as the display takes it
-    void Menu(const Captions& path);
+    void TypeAtOnce(const std::string& text);                          // as fast as the display takes it
+    void Menu(const Captions& path, const std::string& window = "");   // that it brings
+    void KeyFor(const std::string& window, const std::string& chord);  // it brings the window
+    void KeyAway(const std::string& window, const std::string& chord = "Escape");
+    void RunAndWait(const std::string& chord = "F9");                     // until its window is acknowledged
     void AnswerFile(const std::string& title, const std::string& name);   // a file dialog
     void AnswerInput(const std::string& title, const std::string& text);  // a box with one field
     void AcknowledgeRun();                                                // "Compilation Results"
 
     // Mouse.
-    void MenuByMouse(const Captions& path);
+    void MenuByMouse(const Captions& path, const std::string& window = "");
     void Button(const std::string& picture);  // of the toolbar, once it is enabled: "copy"
     void Click(const std::string& text, In where = In::Captions);
+    void ClickEach(const Captions& texts);  // one after another
+    void ClickFor(const std::string& window, const std::string& text);
+    void ClickAway(const std::string& window, const std::string& button = "OK");
     void DoubleClick(const std::string& text, In where = In::Document);
     void PopUp(const std::string& text, const std::string& entry, In where = In::Document);  // right button
     void CloseMain();                                                                        // by its cross
@@ -68,6 +74,7 @@ class Desk {
     void ExpectButton(const std::string& picture, bool isThere);
     void ExpectChecked(const Captions& path, bool isChecked);
     void ExpectFile(const std::string& name, const std::string& bytes);
+    void ExpectPart(const std::string& name, const std::string& bytes);  // of a file that stands
     void ExpectNoFile(const std::string& name);
     void WaitFileEnding(const std::string& folder, const std::string& bytes);  // of some file there
     void ExpectClipboard(const std::string& text);

@@ -1,4 +1,5 @@
 #include <cctype>
+#include <sstream>
 
 #include "drill/support/Desk.h"
 
@@ -16,9 +17,12 @@ std::string LetterOf(const std::string& caption) {
 
 }  // namespace
 
-void Desk::Key(const std::string& chord, int times) {
-    Note("Key " + chord + (times > 1 ? " x " + std::to_string(times) : ""));
-    for (int i = 0; i < times; ++i) hand_.Key(chord);
+void Desk::Key(const std::string& chords, int times) {
+    Note("Key " + chords + (times > 1 ? " x " + std::to_string(times) : ""));
+    for (int i = 0; i < times; ++i) {
+        std::istringstream each(chords);
+        for (std::string chord; each >> chord;) hand_.Key(chord);
+    }
 }
 
 void Desk::Type(const std::string& text) {
@@ -33,8 +37,7 @@ void Desk::TypeAtOnce(const std::string& text) {
 }
 
 void Desk::Open(const std::string& name) {
-    Key("ctrl+o");
-    WaitWindow("Open");
+    KeyFor("Open", "ctrl+o");
     TypeAtOnce(PathOf(name) + "\n");
     WaitGone("Open");
     ExpectActive(CaptionOf(name));
@@ -61,19 +64,36 @@ void Desk::OpenMenu(const Captions& path, bool byMouse) {
     }
 }
 
-void Desk::Menu(const Captions& path) {
+void Desk::Menu(const Captions& path, const std::string& window) {
     Note("Menu " + path.front() + ", " + path.back());
     OpenMenu(path, false);
     Place(path.back());
     hand_.Key(LetterOf(path.back()));
     WaitMenus(0);
+    if (!window.empty()) WaitWindow(window);
 }
 
-void Desk::MenuByMouse(const Captions& path) {
+void Desk::MenuByMouse(const Captions& path, const std::string& window) {
     Note("MenuByMouse " + path.front() + ", " + path.back());
     OpenMenu(path, true);
     ClickAt(Place(path.back()).center());
     WaitMenus(0);
+    if (!window.empty()) WaitWindow(window);
+}
+
+void Desk::KeyFor(const std::string& window, const std::string& chord) {
+    Key(chord);
+    WaitWindow(window);
+}
+
+void Desk::KeyAway(const std::string& window, const std::string& chord) {
+    Key(chord);
+    WaitGone(window);
+}
+
+void Desk::RunAndWait(const std::string& chord) {
+    Key(chord);
+    AcknowledgeRun();
 }
 
 void Desk::ExpectChecked(const Captions& path, bool isChecked) {
@@ -104,6 +124,20 @@ void Desk::Button(const std::string& picture) {
 void Desk::Click(const std::string& text, In where) {
     Note("Click " + text);
     ClickAt(Place(text, where).center());
+}
+
+void Desk::ClickEach(const Captions& texts) {
+    for (const std::string& text : texts) Click(text);
+}
+
+void Desk::ClickFor(const std::string& window, const std::string& text) {
+    Click(text);
+    WaitWindow(window);
+}
+
+void Desk::ClickAway(const std::string& window, const std::string& button) {
+    Click(button);
+    WaitGone(window);
 }
 
 void Desk::CloseMain() {
@@ -144,8 +178,7 @@ void Desk::Answer(const std::string& title, const std::string& text, const std::
 void Desk::AcknowledgeRun() {
     WaitWindow("Compilation Results");
     ExpectSeen("OK");  // enabled: the run has ended
-    Key("Return");
-    WaitGone("Compilation Results");
+    KeyAway("Compilation Results", "Return");
     Require(Within(Patience, [&] { return !HasTool(); }), "the tool's process stays");
     Settle();
 }
@@ -158,8 +191,7 @@ void Desk::AnswerFile(const std::string& title, const std::string& name) {
 void Desk::AnswerInput(const std::string& title, const std::string& text) {
     WaitWindow(title);
     Type(text);
-    Key("Return");
-    WaitGone(title);
+    KeyAway(title, "Return");
 }
 
 }  // namespace drill
