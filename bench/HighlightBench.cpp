@@ -6,7 +6,6 @@
 #include "editor/FindText.h"
 #include "editor/HighlightTables.h"
 #include "editor/Highlighter.h"
-#include "editor/SearchingHighlight.h"
 #include "platform/qt/TextBox.h"
 #include "support/Doubles.h"
 #include "support/MemoryFiles.h"
@@ -89,17 +88,6 @@ void LoadAndColour(benchmark::State& run) {
     }
 }
 
-void LoadAndColourBySearching(benchmark::State& run) {
-    Bench bench;
-    const std::string text = Design(run.range(0));
-    for (auto _ : run) {
-        bench.Box.SetText(text);
-        bench.Box.SetVisible(false);
-        searching::HighlightSyntax(bench.State, bench.Box);
-        bench.Box.SetVisible(true);
-    }
-}
-
 // With the end of the text in view, which is then scrolled to line by line.
 void RefreshAtTheEnd(benchmark::State& run) {
     Bench bench;
@@ -126,7 +114,6 @@ void Key(benchmark::State& run) {
 
 BENCHMARK(Load)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadAndColour)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
-BENCHMARK(LoadAndColourBySearching)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(RefreshAtTheEnd)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(Key)->Arg(1)->Arg(10)->Iterations(2000)->Unit(benchmark::kMicrosecond);
 

@@ -38,9 +38,6 @@ void Limit(int what, rlim_t most) {
                          const std::string& output) {
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // whoever stops the front end stops it, too
-    Limit(RLIMIT_AS, MaxMemory);
-    Limit(RLIMIT_FSIZE, MaxFile);
-    Limit(RLIMIT_CORE, 0);
     const auto lead = [](int stream, const char* path, int flags) {
         const int file = ::open(path, flags, 0600);
         if (file < 0 || ::dup2(file, stream) < 0) ::_exit(CannotStart);
@@ -54,6 +51,9 @@ void Limit(int what, rlim_t most) {
     std::vector<char*> words;
     for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
+    Limit(RLIMIT_AS, MaxMemory);  // of the program alone: what comes before it takes memory as well
+    Limit(RLIMIT_FSIZE, MaxFile);
+    Limit(RLIMIT_CORE, 0);
     ::execv(words[0], words.data());
     ::_exit(CannotStart);
 }
