@@ -86,7 +86,8 @@ TEST(Si, ValuesCommentsAndCommands) {
         EXPECT_EQ(FoundBy(result), c.found) << c.rows << result.So;
         EXPECT_EQ(result.Errors + result.Warnings, 0u) << result.So;
     }
-    const auto traced = vectors("hex", "$MSG \"start here\"\n$REPEAT 1\n$TRACE 1\nC 'F' **\n$TRACE 0\nC '0' **\n").So;
+    const auto traced =
+        vectors("hex", "$MSG \"start here\"\n$REPEAT 1\n$TRACE 1\nC 'F' **\n$TRACE 0\nC '0' **\n").So;
     EXPECT_LT(traced.find("start here"), traced.find("clocked Q0 to 1"));
     EXPECT_EQ(traced.find("clocked Q0 to 0"), std::string::npos);
     EXPECT_EQ(traced.find("start here"), traced.rfind("start here"));
