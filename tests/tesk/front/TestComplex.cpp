@@ -161,7 +161,7 @@ TEST(Complex, SaysWhatDoesNotFit) {
         {"C1502P68", "PIN=A; PIN=X; X=A;", "No such package: P68, C1502 is made in P44, T44"},
         {"C1502", "PIN=A; PIN=X; X=A; FUSE(1,0);", "Fuses can't be forced: C1502"},
         {"C1502", "PIN=A; PIN=X; X.D=A;", "Register has no clock: X.CK"},
-        {"C1502", "PIN=A; PIN=X; X=A; PROPERTY KEEPER X = OFF;",
+        {"C1502", "PROPERTY KEEPER X = OFF; PIN=A; PIN=X; X=A;",
          "Property not understood: KEEPER is one of the whole device"},
         {"C1502", many, "Too many pins: 34 names, C1502P44 has 32"},
     };

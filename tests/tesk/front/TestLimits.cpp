@@ -98,7 +98,7 @@ TEST(Limits, LargeThingsAreRefusedOrDone) {
         {"PIN=" + Repeat("N", 31) + "; PIN=[" + Repeat("M", 29) + "9..10]; PIN=Y; Y = 'b'1;", ""},
     };
     for (const auto& [body, code] : cases) {
-        const auto done = Compile(body, code.empty() ? "m0" : "m1");
+        const auto done = Compile(body, code.empty() ? "m0" : "m");  // without its digit, too
         bool found = code.empty() && done->Run->Ok();
         for (const std::string& line : done->Codes()) found = found || line.substr(0, 6) == code;
         EXPECT_TRUE(found) << code << " " << body.substr(0, 80) << testing::PrintToString(done->Lines());
