@@ -15,7 +15,7 @@ class Cfitr : public testing::Test, protected doubles::TemporaryFolder {
 };
 
 const std::string table =
-    "# Small\n# DEVICE C1502T44\n# PIN 37 CLK\n# PIN 0 !Y\n# NODE 5 N\n.i 4\n.o 5\n.ilb CLK A N Y.IO\n"
+    ".i 4\n# Small\n# DEVICE C1502T44\n# PIN 37 CLK\n# PIN 0 !Y\n# NODE 5 N\n.o 5\n.ilb CLK A N Y.IO\n"
     ".ob N.D N.CK Y Y.OE Z\n.type fd\n-10- 10000\n1--- 01000\n-11- 00100\n--1- 00010\n---0 00001\n.e\n";
 
 TEST_F(Cfitr, FitsATable) {
@@ -27,6 +27,7 @@ TEST_F(Cfitr, FitsATable) {
     const auto map = Read("T.JED");
     EXPECT_NE(map.find("N PIN 37 CLK*"), map.npos);
     EXPECT_NE(map.find("N NODE 5 "), map.npos);
+    EXPECT_NE(map.find("Small"), map.npos) << map.substr(0, 400);
 }
 
 TEST_F(Cfitr, SaysWhatIsWrong) {

@@ -55,6 +55,8 @@ TEST(Statements, DoWhatTheySay) {
         {"PIN=[A,B]; PIN=Q; PIN=[X,Y,Z]; PIN=W;\nQ.D = A; Q.OE = B; W = A; W.OE = B; X = Q; Y = Q.DQ; Z = "
          "Q.IO & W.IO;",
          {{"X", {"Q", "Q.IO"}, "0011"}, {"Y", {"Q", "Q.IO"}, "0011"}, {"Z", {"Q.IO", "W"}, "0001"}}},
+        {"PIN=[A1..0]; PIN=[Y1..0];\n$REPEAT i = [0..1]\n$DEFINE V{i} A{1-i}\n$REPEND\nY0 = V0; Y1 = V1;",
+         {{"Y0", {"A1", "A0"}, "0011"}, {"Y1", {"A1", "A0"}, "0101"}}},
         // `!` binds before `&`, that before `#`, that before `$`.
         {"PIN=[A,B,C]; PIN=[W,X,Y,Z];\nW = A # B & C; X = A $ B # C; Y = !A & B; Z = A & B $ C;",
          {{"W", abc, "00011111"}, {"X", abc, "01111000"}, {"Y", abc, "00110000"}, {"Z", abc, "01010110"}}},

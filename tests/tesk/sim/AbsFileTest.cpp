@@ -45,7 +45,7 @@ TEST(AbsFile, FaultsAreToldWithCodeAndLine) {
         int line;
     } cases[] = {
         {"", "0107va", 0},
-        {"TESK-ABS 2\nEND\n", "0101va", 1},
+        {"TESK-ABS 2\nWHAT\n", "0101va", 1},
         {head, "0107va", 3},
         {head + "WHAT\nEND\n", "0102va", 4},
         {head + "TERM A\nEND\n", "0102va", 4},
