@@ -60,7 +60,7 @@ void Write(const std::string& output, const std::string& text) {
 
 std::string FileOf(const std::string& name) {
     std::error_code error;
-    const std::string asIs = kernel::HostPath(name);
+    std::string asIs = kernel::HostPath(name);
     if (std::filesystem::exists(asIs, error) || !base::IsWholePath(name)) return asIs;
     return base::HostPathBelow("", base::IsDrivePath(name) ? name.substr(2) : name);
 }

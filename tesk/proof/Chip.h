@@ -24,13 +24,13 @@ struct Signal {
     };
     Kind From = Kind::Pin;
     std::size_t At = 0;  // pin number (0: a line that the device library does not know), or index into Cells
-    auto operator<=>(const Signal&) const = default;
+    auto operator<=>(const Signal&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct Literal {
     Signal Of;
     bool Negated = false;
-    auto operator<=>(const Literal&) const = default;
+    auto operator<=>(const Literal&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 using Term = std::vector<Literal>;  // a product; empty: always true
 using Sum = std::vector<Term>;      // in the order of the rows, those that are false left out; empty: false

@@ -54,10 +54,9 @@ class Comparer {
         for (std::size_t i = 0; i < inner.Size(); ++i) {
             point = Nothing();
             point.Add(inner[i]);
-            if (const auto covers = logic::CoversWithin(outer, point, bound_); !covers)
-                return Result::Open;
-            else if (!*covers)
-                return Narrow(outer, point);
+            const auto covers = logic::CoversWithin(outer, point, bound_);
+            if (!covers) return Result::Open;
+            if (!*covers) return Narrow(outer, point);
         }
         return Result::Open;
     }

@@ -13,13 +13,13 @@ namespace proof {
 struct Key {
     std::size_t What = 0;
     std::size_t At = 0;
-    auto operator<=>(const Key&) const = default;
+    auto operator<=>(const Key&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct KeyLiteral {
     Key Of;
     bool Negated = false;
-    auto operator<=>(const KeyLiteral&) const = default;
+    auto operator<=>(const KeyLiteral&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 using Product = std::vector<KeyLiteral>;
 using Products = std::vector<Product>;
